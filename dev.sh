@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# One entry point for people and CI:
+#   ./dev.sh gallery   install what is missing, build, launch the gallery
+#                      (without a display it writes one PNG per page)
+#   ./dev.sh test      install what is missing, build, run the whole test suite
+#   ./dev.sh asan      the same suite built with AddressSanitizer + UBSan
+#   ./dev.sh deps      only install the Debian packages
+set -euo pipefail
+cd "$(dirname "$0")"
+
+PACKAGES=(
+    build-essential cmake pkg-config
+    qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev
+    libbenchmark-dev fonts-dejavu-core
+)
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+install_missing() {
+    local missing=()
+    for p in "${PACKAGES[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+    done
+    if [ ${#missing[@]} -gt 0 ]; then
+        echo "dev.sh: installing ${missing[*]}"
+        as_root apt-get update
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+    fi
+}
+
+njobs() { nproc 2>/dev/null || echo 2; }
+
+build() {
+    cmake --preset "$1"
+    cmake --build --preset "$1" -j"$(njobs)"
+}
+
+case "${1:-}" in
+    deps)
+        install_missing ;;
+    gallery)
+        install_missing
+        build default
+        shift
+        exec ./build/examples/gallery/gallery "$@" ;;
+    test)
+        install_missing
+        build default
+        ctest --preset default -j"$(njobs)" ;;
+    asan)
+        install_missing
+        build asan
+        ctest --preset asan -j"$(njobs)" ;;
+    *)
+        sed -n '2,7p' "$0" | sed 's/^# \{0,1\}//'
+        exit 2 ;;
+esac

@@ -1,0 +1,47 @@
+#ifndef VEL_GALLERY_GALLERYPAGE_H
+#define VEL_GALLERY_GALLERYPAGE_H
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+#include <functional>
+
+QT_BEGIN_NAMESPACE
+class QPlainTextEdit;
+class QWidget;
+QT_END_NAMESPACE
+
+// The log pane every page writes the signals of its widgets into.
+class GalleryLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit GalleryLog(QPlainTextEdit *view, QObject *parent = nullptr);
+
+public Q_SLOTS:
+    void write(const QString &line);
+
+private:
+    QPlainTextEdit *m_view;
+};
+
+struct GalleryPage
+{
+    int order;
+    QString title;
+    std::function<QWidget *(GalleryLog *log)> create;
+};
+
+// Pages register themselves from their own source file, so that adding a page
+// touches nothing else.
+bool registerGalleryPage(int order, const QString &title,
+                         std::function<QWidget *(GalleryLog *log)> create);
+QVector<GalleryPage> galleryPages();
+
+#define VEL_GALLERY_PAGE(order, title, function)                                                   \
+    static const bool velGalleryPageRegistered_##function =                                        \
+        registerGalleryPage(order, QStringLiteral(title), function)
+
+#endif // VEL_GALLERY_GALLERYPAGE_H

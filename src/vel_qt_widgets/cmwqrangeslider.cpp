@@ -1,0 +1,476 @@
+#include "cmwqrangeslider_p.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QStyleOptionSlider>
+#include <QtWidgets/QStylePainter>
+#include <QtWidgets/QToolTip>
+
+#include <algorithm>
+
+CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
+    : CMwQRangeSlider(new CMwQRangeSliderPrivate, parent)
+{
+}
+
+CMwQRangeSlider::CMwQRangeSlider(Qt::Orientation orientation, QWidget *parent)
+    : CMwQRangeSlider(new CMwQRangeSliderPrivate, orientation, parent)
+{
+}
+
+CMwQRangeSlider::CMwQRangeSlider(CMwQRangeSliderPrivate *d, QWidget *parent)
+    : CMwQSlider(d, parent)
+{
+    d->minimumValue = d->minimumPosition = minimum();
+    d->maximumValue = d->maximumPosition = maximum();
+    connect(this, SIGNAL(rangeChanged(int,int)), this, SLOT(onRangeChanged(int,int)));
+}
+
+CMwQRangeSlider::CMwQRangeSlider(CMwQRangeSliderPrivate *d, Qt::Orientation orientation,
+                                 QWidget *parent)
+    : CMwQSlider(d, orientation, parent)
+{
+    d->minimumValue = d->minimumPosition = minimum();
+    d->maximumValue = d->maximumPosition = maximum();
+    connect(this, SIGNAL(rangeChanged(int,int)), this, SLOT(onRangeChanged(int,int)));
+}
+
+CMwQRangeSlider::~CMwQRangeSlider() = default;
+
+int CMwQRangeSlider::minimumValue() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->minimumValue;
+}
+
+int CMwQRangeSlider::maximumValue() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->maximumValue;
+}
+
+int CMwQRangeSlider::minimumPosition() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->minimumPosition;
+}
+
+int CMwQRangeSlider::maximumPosition() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->maximumPosition;
+}
+
+bool CMwQRangeSlider::symmetricMoves() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->symmetricMoves;
+}
+
+void CMwQRangeSlider::setSymmetricMoves(bool symmetric)
+{
+    Q_D(CMwQRangeSlider);
+    d->symmetricMoves = symmetric;
+}
+
+QString CMwQRangeSlider::handleToolTip() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->handleToolTip;
+}
+
+void CMwQRangeSlider::setHandleToolTip(const QString &toolTip)
+{
+    Q_D(CMwQRangeSlider);
+    d->handleToolTip = toolTip;
+}
+
+bool CMwQRangeSlider::isMinimumSliderDown() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->selectedHandles.testFlag(CMwQRangeSliderPrivate::LowerHandle);
+}
+
+bool CMwQRangeSlider::isMaximumSliderDown() const
+{
+    Q_D(const CMwQRangeSlider);
+    return d->selectedHandles.testFlag(CMwQRangeSliderPrivate::UpperHandle);
+}
+
+void CMwQRangeSlider::setMinimumValue(int min)
+{
+    Q_D(CMwQRangeSlider);
+    setValues(min, std::max(d->maximumValue, min));
+}
+
+void CMwQRangeSlider::setMaximumValue(int max)
+{
+    Q_D(CMwQRangeSlider);
+    setValues(std::min(d->minimumValue, max), max);
+}
+
+void CMwQRangeSlider::setMinimumPosition(int min)
+{
+    Q_D(CMwQRangeSlider);
+    setPositions(min, std::max(min, d->maximumPosition));
+}
+
+void CMwQRangeSlider::setMaximumPosition(int max)
+{
+    Q_D(CMwQRangeSlider);
+    setPositions(std::min(d->minimumPosition, max), max);
+}
+
+void CMwQRangeSlider::setValues(int l, int u)
+{
+    Q_D(CMwQRangeSlider);
+    const int lo = qBound(minimum(), std::min(l, u), maximum());
+    const int hi = qBound(minimum(), std::max(l, u), maximum());
+
+    const bool minValueChanged = d->minimumValue != lo;
+    const bool maxValueChanged = d->maximumValue != hi;
+    const bool minPositionChanged = d->minimumPosition != lo;
+    const bool maxPositionChanged = d->maximumPosition != hi;
+    d->minimumValue = d->minimumPosition = lo;
+    d->maximumValue = d->maximumPosition = hi;
+
+    // The pair signal comes first here and last in setPositions(); listeners
+    // rely on both orders.
+    if (isSliderDown()) {
+        if (minPositionChanged || maxPositionChanged)
+            Q_EMIT positionsChanged(d->minimumPosition, d->maximumPosition);
+        if (minPositionChanged)
+            Q_EMIT minimumPositionChanged(d->minimumPosition);
+        if (maxPositionChanged)
+            Q_EMIT maximumPositionChanged(d->maximumPosition);
+    }
+    if (minValueChanged || maxValueChanged)
+        Q_EMIT valuesChanged(d->minimumValue, d->maximumValue);
+    if (minValueChanged)
+        Q_EMIT minimumValueChanged(d->minimumValue);
+    if (maxValueChanged)
+        Q_EMIT maximumValueChanged(d->maximumValue);
+
+    if (minValueChanged || maxValueChanged || minPositionChanged || maxPositionChanged)
+        update();
+}
+
+void CMwQRangeSlider::setPositions(int l, int u)
+{
+    Q_D(CMwQRangeSlider);
+    const int lo = qBound(minimum(), std::min(l, u), maximum());
+    const int hi = qBound(minimum(), std::max(l, u), maximum());
+
+    const bool minPositionChanged = d->minimumPosition != lo;
+    const bool maxPositionChanged = d->maximumPosition != hi;
+    if (!minPositionChanged && !maxPositionChanged)
+        return;
+
+    d->minimumPosition = lo;
+    d->maximumPosition = hi;
+    if (!hasTracking())
+        update();
+
+    if (isSliderDown()) {
+        if (minPositionChanged)
+            Q_EMIT minimumPositionChanged(d->minimumPosition);
+        if (maxPositionChanged)
+            Q_EMIT maximumPositionChanged(d->maximumPosition);
+        Q_EMIT positionsChanged(d->minimumPosition, d->maximumPosition);
+    }
+
+    if (hasTracking()) {
+        triggerAction(QAbstractSlider::SliderMove);
+        setValues(d->minimumPosition, d->maximumPosition);
+    }
+}
+
+void CMwQRangeSlider::onRangeChanged(int minimum, int maximum)
+{
+    Q_UNUSED(minimum);
+    Q_UNUSED(maximum);
+    Q_D(CMwQRangeSlider);
+    setValues(d->minimumValue, d->maximumValue);
+}
+
+void CMwQRangeSlider::initMinimumSliderStyleOption(QStyleOptionSlider *option) const
+{
+    initStyleOption(option);
+}
+
+void CMwQRangeSlider::initMaximumSliderStyleOption(QStyleOptionSlider *option) const
+{
+    initStyleOption(option);
+}
+
+namespace {
+
+// The pixel span along which the handles move, from the style's rectangles.
+struct Track
+{
+    int start = 0;
+    int end = 0;
+    bool upsideDown = false;
+};
+
+Track trackOf(const QSlider *slider, const QStyleOptionSlider &option)
+{
+    const QStyle *style = slider->style();
+    const QRect gr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
+    const QRect sr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
+    Track track;
+    track.upsideDown = option.upsideDown;
+    if (option.orientation == Qt::Horizontal) {
+        track.start = gr.x();
+        track.end = gr.right() - sr.width() + 1;
+    } else {
+        track.start = gr.y();
+        track.end = gr.bottom() - sr.height() + 1;
+    }
+    return track;
+}
+
+int along(Qt::Orientation orientation, const QPoint &point)
+{
+    return orientation == Qt::Horizontal ? point.x() : point.y();
+}
+
+struct HandleHit
+{
+    CMwQRangeSliderPrivate::Handle handle = CMwQRangeSliderPrivate::NoHandle;
+    QRect rect;
+};
+
+HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate *d,
+                                const QStyleOptionSlider &base, const QPoint &pos)
+{
+    const QStyle *style = q->style();
+    QStyleOptionSlider option = base;
+
+    option.sliderPosition = d->minimumPosition;
+    option.sliderValue = d->minimumValue;
+    const QStyle::SubControl hitMin = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
+    const QRect minRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
+
+    option.sliderPosition = d->maximumPosition;
+    option.sliderValue = d->maximumValue;
+    const QStyle::SubControl hitMax = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
+    const QRect maxRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
+
+    HandleHit hit;
+    if (hitMin == QStyle::SC_SliderHandle && hitMax == QStyle::SC_SliderHandle) {
+        int dMin;
+        int dMax;
+        if (option.orientation == Qt::Horizontal) {
+            dMin = pos.x() - minRect.left();
+            dMax = maxRect.right() - pos.x();
+        } else {
+            dMin = minRect.bottom() - pos.y();
+            dMax = pos.y() - maxRect.top();
+        }
+        // The lower handle wins only when the press is nearer its outer edge;
+        // a tie goes to the upper handle.
+        if (dMin < dMax) {
+            hit.handle = CMwQRangeSliderPrivate::LowerHandle;
+            hit.rect = minRect;
+        } else {
+            hit.handle = CMwQRangeSliderPrivate::UpperHandle;
+            hit.rect = maxRect;
+        }
+    } else if (hitMin == QStyle::SC_SliderHandle) {
+        hit.handle = CMwQRangeSliderPrivate::LowerHandle;
+        hit.rect = minRect;
+    } else if (hitMax == QStyle::SC_SliderHandle) {
+        hit.handle = CMwQRangeSliderPrivate::UpperHandle;
+        hit.rect = maxRect;
+    } else {
+        hit.rect = minRect.united(maxRect);
+    }
+    return hit;
+}
+
+} // namespace
+
+void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
+{
+    Q_D(CMwQRangeSlider);
+    if (minimum() == maximum() || e->buttons() != e->button()) {
+        e->ignore();
+        return;
+    }
+
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const int mepos = along(orientation(), e->pos());
+    const HandleHit hit = hitTestHandles(this, d, option, e->pos());
+    const bool horizontal = orientation() == Qt::Horizontal;
+
+    if (hit.handle != CMwQRangeSliderPrivate::NoHandle) {
+        d->dragAnchorPosition = hit.handle == CMwQRangeSliderPrivate::LowerHandle ? d->minimumPosition
+                                                                                  : d->maximumPosition;
+        d->dragClickOffset = mepos - (horizontal ? hit.rect.left() : hit.rect.top());
+        setSliderDown(true);
+        if (d->selectedHandles != CMwQRangeSliderPrivate::Handles(hit.handle)) {
+            d->selectedHandles = hit.handle;
+            update(hit.rect);
+        }
+        e->accept();
+        return;
+    }
+
+    const QStyle::SubControl control =
+        style()->hitTestComplexControl(QStyle::CC_Slider, &option, e->pos(), this);
+    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    const int low = horizontal ? hit.rect.left() : hit.rect.top();
+    const int high = horizontal ? hit.rect.right() : hit.rect.bottom();
+    if (control == QStyle::SC_SliderGroove && mepos > low && mepos < high) {
+        const Track track = trackOf(this, option);
+        d->dragAnchorPosition = int((d->minimumPosition + d->maximumPosition) * 0.5);
+        d->dragClickOffset = mepos
+            - (QStyle::sliderPositionFromValue(minimum(), maximum(), d->dragAnchorPosition,
+                                               track.end - track.start, track.upsideDown)
+               + track.start);
+        d->dragHalfWidth = float((d->maximumPosition - d->minimumPosition) * 0.5);
+        setSliderDown(true);
+        const CMwQRangeSliderPrivate::Handles both =
+            CMwQRangeSliderPrivate::LowerHandle | CMwQRangeSliderPrivate::UpperHandle;
+        if (d->selectedHandles != both) {
+            d->selectedHandles = both;
+            update(hit.rect.united(groove));
+        }
+        e->accept();
+        return;
+    }
+    e->ignore();
+}
+
+void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
+{
+    Q_D(CMwQRangeSlider);
+    if (!d->selectedHandles) {
+        e->ignore();
+        return;
+    }
+
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const int mepos = along(orientation(), e->pos());
+    const int m = style()->pixelMetric(QStyle::PM_MaximumDragDistance, &option, this);
+    const Track track = trackOf(this, option);
+    int newPos = QStyle::sliderValueFromPosition(minimum(), maximum(),
+                                                 mepos - d->dragClickOffset - track.start,
+                                                 track.end - track.start, track.upsideDown);
+    // Too far away from the widget, the drag snaps back to where it started.
+    if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(e->pos()))
+        newPos = d->dragAnchorPosition;
+
+    const bool lower = d->selectedHandles.testFlag(CMwQRangeSliderPrivate::LowerHandle);
+    const bool upper = d->selectedHandles.testFlag(CMwQRangeSliderPrivate::UpperHandle);
+    if (lower && !upper) {
+        const int newMin = std::min(newPos, d->maximumPosition);
+        const double s = d->symmetricMoves ? double(d->minimumPosition) - newMin : 0.0;
+        setPositions(newMin, int(d->maximumPosition + s));
+    } else if (upper && !lower) {
+        const int newMax = std::max(d->minimumPosition, newPos);
+        const double s = d->symmetricMoves ? double(newMax) - d->maximumPosition : 0.0;
+        setPositions(int(d->minimumPosition - s), newMax);
+    } else {
+        // The lower side truncates and the upper side rounds, so the span
+        // keeps its width.
+        setPositions(int(newPos - d->dragHalfWidth), int(newPos + d->dragHalfWidth + 0.5));
+    }
+    e->accept();
+}
+
+void CMwQRangeSlider::mouseReleaseEvent(QMouseEvent *e)
+{
+    Q_D(CMwQRangeSlider);
+    QSlider::mouseReleaseEvent(e);
+    setSliderDown(false);
+    d->selectedHandles = CMwQRangeSliderPrivate::NoHandle;
+    update();
+}
+
+void CMwQRangeSlider::paintEvent(QPaintEvent *)
+{
+    Q_D(CMwQRangeSlider);
+    QStylePainter painter(this);
+
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    d->drawTicks(&painter, option);
+
+    // The empty groove: a slider value outside the range keeps the style
+    // from filling any part of it up to a handle.
+    option.subControls = QStyle::SC_SliderGroove;
+    option.sliderValue = option.sliderPosition = minimum() - maximum();
+    painter.drawComplexControl(QStyle::CC_Slider, option);
+
+    const auto drawHandle = [&](bool lowerHandle) {
+        QStyleOptionSlider handle;
+        if (lowerHandle)
+            initMinimumSliderStyleOption(&handle);
+        else
+            initMaximumSliderStyleOption(&handle);
+        handle.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
+        handle.sliderValue = lowerHandle ? d->minimumValue : d->maximumValue;
+        handle.sliderPosition = lowerHandle ? d->minimumPosition : d->maximumPosition;
+        if (lowerHandle ? isMinimumSliderDown() : isMaximumSliderDown()) {
+            handle.activeSubControls = QStyle::SC_SliderHandle;
+            handle.state |= QStyle::State_Sunken;
+        }
+        const QRect grooveRect =
+            style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
+        const QRect handleRect =
+            style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderHandle, this);
+        // Each handle redraws the groove on its outer side with itself. Only
+        // the horizontal edges are cut, also for vertical sliders; intended.
+        QRect clip = grooveRect.united(handleRect);
+        if (lowerHandle)
+            clip.setRight(handleRect.right());
+        else
+            clip.setLeft(handleRect.left());
+        painter.setClipRect(clip, Qt::ReplaceClip);
+        painter.drawComplexControl(QStyle::CC_Slider, handle);
+        painter.setClipRect(QRect(), Qt::NoClip);
+    };
+
+    // A pressed lower handle is drawn last, on top.
+    if (isMinimumSliderDown()) {
+        drawHandle(false);
+        drawHandle(true);
+    } else {
+        drawHandle(true);
+        drawHandle(false);
+    }
+}
+
+bool CMwQRangeSlider::event(QEvent *e)
+{
+    Q_D(CMwQRangeSlider);
+    if (e->type() == QEvent::ToolTip && !d->handleToolTip.isEmpty()) {
+        auto *helpEvent = static_cast<QHelpEvent *>(e);
+        QStyleOptionSlider option;
+        // initStyleOption() runs after the handle fields are set and
+        // overwrites them with the base slider's own; the order is kept on
+        // purpose, so the hit test uses the base slider's handle.
+        option.sliderPosition = d->minimumPosition;
+        option.sliderValue = d->minimumValue;
+        initStyleOption(&option);
+        if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
+            == QStyle::SC_SliderHandle) {
+            QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->minimumValue));
+            e->accept();
+            return true;
+        }
+        option.sliderPosition = d->maximumPosition;
+        option.sliderValue = d->maximumValue;
+        initStyleOption(&option);
+        if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
+            == QStyle::SC_SliderHandle) {
+            QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->maximumValue));
+            e->accept();
+            return true;
+        }
+    }
+    return QSlider::event(e);
+}

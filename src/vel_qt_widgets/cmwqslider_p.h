@@ -1,0 +1,32 @@
+#ifndef VEL_QT_WIDGETS_CMWQSLIDER_P_H
+#define VEL_QT_WIDGETS_CMWQSLIDER_P_H
+
+#include <vel_qt_widgets/CMwQSlider.h>
+
+QT_BEGIN_NAMESPACE
+class QPainter;
+class QStyleOptionSlider;
+QT_END_NAMESPACE
+
+class CMwQSliderPrivate
+{
+    Q_DECLARE_PUBLIC(CMwQSlider)
+
+public:
+    CMwQSliderPrivate() = default;
+    virtual ~CMwQSliderPrivate();
+
+    /*! Draws the regular marks, the extra marks and the labels, in that
+        order, for the slider described by \a option. Shared with every
+        slider that derives from CMwQSlider. */
+    void drawTicks(QPainter *painter, const QStyleOptionSlider &option) const;
+
+    CMwQSlider *q_ptr = nullptr;
+    TMwTickItemList tickItems;
+
+private:
+    void drawTickMarks(QPainter *painter, const QStyleOptionSlider &option) const;
+    void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
+};
+
+#endif // VEL_QT_WIDGETS_CMWQSLIDER_P_H
