@@ -8,11 +8,19 @@
 
 namespace {
 
-// Geometry is accumulated in 64 bits so that absurd hints or spacings
-// saturate instead of overflowing; QRect itself only takes int.
+// Geometry is accumulated in 64 bits so that absurd hints, margins or
+// spacings saturate instead of overflowing.
 int clampToInt(qint64 value)
 {
     return int(qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
+}
+
+// Coordinates and sizes handed to QRect stay within half the int range, so
+// that QRect's own right = x + width - 1 cannot overflow either.
+int clampToRect(qint64 value)
+{
+    constexpr qint64 limit = std::numeric_limits<int>::max() / 2;
+    return int(qBound<qint64>(-limit, value, limit));
 }
 
 } // namespace
@@ -100,9 +108,8 @@ QSize CMwQFlowLayout::minimumSize() const
     int right = 0;
     int bottom = 0;
     getContentsMargins(&left, &top, &right, &bottom);
-    const int margin = (left == top && top == right && right == bottom) ? left : -1;
-    size += QSize(2 * margin, 2 * margin);
-    return size;
+    const qint64 margin = (left == top && top == right && right == bottom) ? left : -1;
+    return QSize(clampToInt(size.width() + 2 * margin), clampToInt(size.height() + 2 * margin));
 }
 
 QSize CMwQFlowLayout::sizeHint() const
@@ -182,11 +189,11 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
     int right = 0;
     int bottom = 0;
     getContentsMargins(&left, &top, &right, &bottom);
-    const QRect effective = rect.adjusted(+left, +top, -right, -bottom);
-    const qint64 effLeft = effective.x();
-    const qint64 effRight = effective.right();
+    // The effective rectangle: rect shrunk by the margins (inclusive edges).
+    const qint64 effLeft = qint64(rect.x()) + left;
+    const qint64 effRight = qint64(rect.right()) - right;
     qint64 x = effLeft;
-    qint64 y = effective.y();
+    qint64 y = qint64(rect.y()) + top;
     qint64 lineHeight = 0;
 
     int nonEmpty = 0;
@@ -269,11 +276,11 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
         }
 
         if (!testOnly)
-            item->setGeometry(QRect(clampToInt(x), clampToInt(y), clampToInt(width), clampToInt(itemHeight)));
+            item->setGeometry(QRect(clampToRect(x), clampToRect(y), clampToRect(width), clampToRect(itemHeight)));
 
         lineHeight = std::max(lineHeight, itemHeight);
         x = x + width + spaceX;
     }
 
-    return clampToInt(y + lineHeight - rect.y() + bottom);
+    return clampToInt(y + lineHeight - qint64(rect.y()) + bottom);
 }
