@@ -392,6 +392,11 @@ void tst_CMwQFlowLayout::placement_data()
     QTest::newRow("fixed 3 columns, width 101")
         << 6 << 4 << true << 3 << 101 << QVector<QSize> {{10, 10}, {20, 10}, {15, 10}, {5, 10}}
         << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 29, 10}, {71, 0, 29, 10}, {0, 14, 30, 10}} << 24;
+    QTest::newRow("fixed 3 columns, width 101, two full lines")
+        << 6 << 4 << true << 3 << 101 << QVector<QSize>(6, QSize(10, 10))
+        << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 29, 10}, {71, 0, 29, 10},
+                           {0, 14, 30, 10}, {36, 14, 29, 10}, {71, 14, 29, 10}}
+        << 24;
     QTest::newRow("fixed 3 columns, width 102")
         << 6 << 4 << true << 3 << 102 << QVector<QSize> {{10, 10}, {20, 10}, {15, 10}, {5, 10}}
         << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 30, 10}, {72, 0, 29, 10}, {0, 14, 30, 10}} << 24;
