@@ -46,10 +46,7 @@ private:
 };
 
 // Widths 40 .. 103 in a fixed pattern, so that lines break irregularly.
-QSize hintFor(int i)
-{
-    return QSize(40 + (i * 37) % 64, 18 + (i % 3) * 4);
-}
+QSize hintFor(int i) { return QSize(40 + (i * 37) % 64, 18 + (i % 3) * 4); }
 
 std::unique_ptr<CMwQFlowLayout> makeLayout(int items, bool grid)
 {

@@ -17,7 +17,7 @@ class FixedItem : public QLayoutItem
 {
 public:
     explicit FixedItem(const QSize &hint, const QSize &minimum = QSize(), bool empty = false,
-                       int *deletions = nullptr)
+        int *deletions = nullptr)
         : m_hint(hint)
         , m_minimum(minimum.isValid() ? minimum : hint)
         , m_empty(empty)
@@ -81,7 +81,8 @@ public:
     {
     }
 
-    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    int pixelMetric(
+        PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
     {
         switch (metric) {
         case PM_LayoutHorizontalSpacing:
@@ -98,8 +99,8 @@ public:
         }
     }
 
-    int layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation orientation,
-                      const QStyleOption *, const QWidget *) const override
+    int layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType,
+        Qt::Orientation orientation, const QStyleOption *, const QWidget *) const override
     {
         return orientation == Qt::Horizontal ? m_itemHorizontal : m_itemVertical;
     }
@@ -294,25 +295,26 @@ void tst_CMwQFlowLayout::spacingDerivation()
 void tst_CMwQFlowLayout::minimumSize_data()
 {
     QTest::addColumn<QVector<int>>("margins"); // left, top, right, bottom
-    QTest::addColumn<QVector<QSize>>("minimums");  // one item each
-    QTest::addColumn<QVector<bool>>("empty");      // per item
+    QTest::addColumn<QVector<QSize>>("minimums"); // one item each
+    QTest::addColumn<QVector<bool>>("empty"); // per item
     QTest::addColumn<QSize>("expected");
 
     QTest::newRow("largest of each dimension plus margins")
-        << QVector<int> {4, 4, 4, 4} << QVector<QSize> {{10, 40}, {30, 20}} << QVector<bool> {false, false}
-        << QSize(38, 48);
+        << QVector<int> {4, 4, 4, 4} << QVector<QSize> {{10, 40}, {30, 20}}
+        << QVector<bool> {false, false} << QSize(38, 48);
     QTest::newRow("empty items ignored")
-        << QVector<int> {4, 4, 4, 4} << QVector<QSize> {{10, 40}, {100, 100}} << QVector<bool> {false, true}
-        << QSize(18, 48);
-    QTest::newRow("no items, margin 4") << QVector<int> {4, 4, 4, 4} << QVector<QSize>() << QVector<bool>()
-                                        << QSize(7, 7);
-    QTest::newRow("no items, margin 0") << QVector<int> {0, 0, 0, 0} << QVector<QSize>() << QVector<bool>()
-                                        << QSize(-1, -1);
+        << QVector<int> {4, 4, 4, 4} << QVector<QSize> {{10, 40}, {100, 100}}
+        << QVector<bool> {false, true} << QSize(18, 48);
+    QTest::newRow("no items, margin 4")
+        << QVector<int> {4, 4, 4, 4} << QVector<QSize>() << QVector<bool>() << QSize(7, 7);
+    QTest::newRow("no items, margin 0")
+        << QVector<int> {0, 0, 0, 0} << QVector<QSize>() << QVector<bool>() << QSize(-1, -1);
     QTest::newRow("only empty items") << QVector<int> {6, 6, 6, 6} << QVector<QSize> {{50, 50}}
                                       << QVector<bool> {true} << QSize(11, 11);
     // Unequal margins give no uniform margin: -1 on each side.
-    QTest::newRow("unequal margins") << QVector<int> {1, 2, 3, 4} << QVector<QSize> {{10, 40}, {30, 20}}
-                                     << QVector<bool> {false, false} << QSize(28, 38);
+    QTest::newRow("unequal margins")
+        << QVector<int> {1, 2, 3, 4} << QVector<QSize> {{10, 40}, {30, 20}}
+        << QVector<bool> {false, false} << QSize(28, 38);
 }
 
 void tst_CMwQFlowLayout::minimumSize()
@@ -378,7 +380,8 @@ void tst_CMwQFlowLayout::placement_data()
     QTest::newRow("a line of zero-height items never breaks")
         << 5 << 7 << false << -1 << 50
         << QVector<QSize> {{40, 0}, {40, 0}, {40, 0}, {10, 10}, {10, 10}}
-        << QVector<QRect> {{0, 0, 40, 0}, {45, 0, 40, 0}, {90, 0, 40, 0}, {135, 0, 10, 10}, {0, 17, 10, 10}}
+        << QVector<QRect> {{0, 0, 40, 0}, {45, 0, 40, 0}, {90, 0, 40, 0}, {135, 0, 10, 10},
+               {0, 17, 10, 10}}
         << 27;
     QTest::newRow("line height is the tallest item")
         << 2 << 3 << false << -1 << 30 << QVector<QSize> {{10, 4}, {10, 9}, {10, 6}, {10, 2}}
@@ -394,8 +397,8 @@ void tst_CMwQFlowLayout::placement_data()
         << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 29, 10}, {71, 0, 29, 10}, {0, 14, 30, 10}} << 24;
     QTest::newRow("fixed 3 columns, width 101, two full lines")
         << 6 << 4 << true << 3 << 101 << QVector<QSize>(6, QSize(10, 10))
-        << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 29, 10}, {71, 0, 29, 10},
-                           {0, 14, 30, 10}, {36, 14, 29, 10}, {71, 14, 29, 10}}
+        << QVector<QRect> {{0, 0, 30, 10}, {36, 0, 29, 10}, {71, 0, 29, 10}, {0, 14, 30, 10},
+               {36, 14, 29, 10}, {71, 14, 29, 10}}
         << 24;
     QTest::newRow("fixed 3 columns, width 102")
         << 6 << 4 << true << 3 << 102 << QVector<QSize> {{10, 10}, {20, 10}, {15, 10}, {5, 10}}
@@ -408,8 +411,10 @@ void tst_CMwQFlowLayout::placement_data()
         << QVector<QRect> {{0, 0, 47, 10}, {53, 0, 46, 10}} << 10;
     // columns = (100 + 6) / (20 + 6) = 4, W = (99 - 18) / 4 = 20, extra = 1.
     QTest::newRow("column count from the widest item")
-        << 6 << 4 << true << -1 << 100 << QVector<QSize> {{20, 10}, {12, 10}, {20, 6}, {8, 10}, {16, 10}}
-        << QVector<QRect> {{0, 0, 21, 10}, {27, 0, 20, 10}, {53, 0, 20, 10}, {79, 0, 20, 10}, {0, 14, 21, 10}}
+        << 6 << 4 << true << -1 << 100
+        << QVector<QSize> {{20, 10}, {12, 10}, {20, 6}, {8, 10}, {16, 10}}
+        << QVector<QRect> {{0, 0, 21, 10}, {27, 0, 20, 10}, {53, 0, 20, 10}, {79, 0, 20, 10},
+               {0, 14, 21, 10}}
         << 24;
     QTest::newRow("fixed column count 0 means computed")
         << 0 << 4 << true << 0 << 60 << QVector<QSize> {{20, 10}, {20, 10}, {20, 10}}
@@ -457,7 +462,8 @@ void tst_CMwQFlowLayout::marginsAndRectangleOffset()
 
     // Effective rectangle: x 13 .. 10 + 99 - 6 = 103, top 24.
     layout.setGeometry(QRect(10, 20, 100, 50));
-    QCOMPARE(placedGeometries(layout), (QVector<QRect> {{13, 24, 40, 10}, {58, 24, 40, 10}, {13, 41, 40, 10}}));
+    QCOMPARE(placedGeometries(layout),
+        (QVector<QRect> {{13, 24, 40, 10}, {58, 24, 40, 10}, {13, 41, 40, 10}}));
 
     // At the origin the effective right edge is width - 1 - 6 and the third
     // item would span 93 .. 132: it stays from width 140 on.
@@ -617,7 +623,8 @@ void tst_CMwQFlowLayout::itemSpacingWithoutWidgetOrHostFromApplication()
     addFixedItems(layout, {{20, 10}, {20, 10}, {20, 10}});
 
     layout.setGeometry(QRect(0, 0, 50, 100));
-    QCOMPARE(placedGeometries(layout), (QVector<QRect> {{0, 0, 20, 10}, {22, 0, 20, 10}, {0, 18, 20, 10}}));
+    QCOMPARE(placedGeometries(layout),
+        (QVector<QRect> {{0, 0, 20, 10}, {22, 0, 20, 10}, {0, 18, 20, 10}}));
     QCOMPARE(layout.heightForWidth(50), 28);
     QCOMPARE(layout.heightForWidth(70), 10);
 }
@@ -706,7 +713,7 @@ void tst_CMwQFlowLayout::topLevelWindowRewraps()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     for (int i = 0; i < 6; ++i) {
         QCOMPARE(widgets.at(i)->geometry(),
-                 QRect(m.left() + (i % 3) * (40 + s), m.top() + (i / 3) * (20 + v), 40, 20));
+            QRect(m.left() + (i % 3) * (40 + s), m.top() + (i / 3) * (20 + v), 40, 20));
     }
     QCOMPARE(layout->heightForWidth(threeWide), m.top() + 2 * 20 + v + m.bottom());
     QCOMPARE(window.heightForWidth(threeWide), layout->heightForWidth(threeWide));
@@ -716,7 +723,7 @@ void tst_CMwQFlowLayout::topLevelWindowRewraps()
     QTRY_COMPARE(widgets.at(2)->geometry(), QRect(m.left(), m.top() + 20 + v, 40, 20));
     for (int i = 0; i < 6; ++i) {
         QCOMPARE(widgets.at(i)->geometry(),
-                 QRect(m.left() + (i % 2) * (40 + s), m.top() + (i / 2) * (20 + v), 40, 20));
+            QRect(m.left() + (i % 2) * (40 + s), m.top() + (i / 2) * (20 + v), 40, 20));
     }
     QCOMPARE(layout->heightForWidth(threeWide - 1), m.top() + 3 * 20 + 2 * v + m.bottom());
     QCOMPARE(window.heightForWidth(threeWide - 1), layout->heightForWidth(threeWide - 1));
@@ -767,8 +774,10 @@ void tst_CMwQFlowLayout::widgetConstruction()
     QCOMPARE(layout->parent(), child);
     QCOMPARE(layout->count(), 0);
     // Built with -1 everywhere: spacings derived from the widget's style.
-    QCOMPARE(layout->horizontalSpacing(), child->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
-    QCOMPARE(layout->verticalSpacing(), child->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
+    QCOMPARE(layout->horizontalSpacing(),
+        child->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
+    QCOMPARE(
+        layout->verticalSpacing(), child->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
     QCOMPARE(child->margin(), -1);
     QCOMPARE(child->hSpacing(), -1);
     QCOMPARE(child->vSpacing(), -1);
@@ -790,7 +799,8 @@ void tst_CMwQFlowLayout::widgetPropertiesAreOnlyStored()
     widget.show();
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
     const QRect aBefore = a->geometry();
-    QCOMPARE(aBefore, QRect(layout->contentsMargins().left(), layout->contentsMargins().top(), 30, 10));
+    QCOMPARE(
+        aBefore, QRect(layout->contentsMargins().left(), layout->contentsMargins().top(), 30, 10));
     const QRect bBefore = b->geometry();
     const QMargins marginsBefore = layout->contentsMargins();
     const int hBefore = layout->horizontalSpacing();

@@ -156,10 +156,14 @@ void tst_PushButtons::classIdentity_data()
     QTest::addColumn<int>("ownProperties");
 
     QTest::newRow("CMwQWidget") << QByteArray("CMwQWidget") << QByteArray("QWidget") << 0;
-    QTest::newRow("CMwTextPushButton") << QByteArray("CMwTextPushButton") << QByteArray("QPushButton") << 0;
-    QTest::newRow("CMwIconFitButton") << QByteArray("CMwIconFitButton") << QByteArray("QPushButton") << 0;
-    QTest::newRow("CMwSizedPushButtonMd") << QByteArray("CMwSizedPushButtonMd") << QByteArray("QPushButton") << 0;
-    QTest::newRow("CMwPickerPushButton") << QByteArray("CMwPickerPushButton") << QByteArray("QPushButton") << 1;
+    QTest::newRow("CMwTextPushButton")
+        << QByteArray("CMwTextPushButton") << QByteArray("QPushButton") << 0;
+    QTest::newRow("CMwIconFitButton")
+        << QByteArray("CMwIconFitButton") << QByteArray("QPushButton") << 0;
+    QTest::newRow("CMwSizedPushButtonMd")
+        << QByteArray("CMwSizedPushButtonMd") << QByteArray("QPushButton") << 0;
+    QTest::newRow("CMwPickerPushButton")
+        << QByteArray("CMwPickerPushButton") << QByteArray("QPushButton") << 1;
 }
 
 void tst_PushButtons::classIdentity()
@@ -178,10 +182,14 @@ void tst_PushButtons::classIdentity()
     QCOMPARE(meta->propertyCount() - meta->superClass()->propertyCount(), ownProperties);
 
     QCOMPARE(qobject_cast<CMwQWidget *>(widget.data()) != nullptr, name == "CMwQWidget");
-    QCOMPARE(qobject_cast<CMwTextPushButton *>(widget.data()) != nullptr, name == "CMwTextPushButton");
-    QCOMPARE(qobject_cast<CMwIconFitButton *>(widget.data()) != nullptr, name == "CMwIconFitButton");
-    QCOMPARE(qobject_cast<CMwSizedPushButtonMd *>(widget.data()) != nullptr, name == "CMwSizedPushButtonMd");
-    QCOMPARE(qobject_cast<CMwPickerPushButton *>(widget.data()) != nullptr, name == "CMwPickerPushButton");
+    QCOMPARE(
+        qobject_cast<CMwTextPushButton *>(widget.data()) != nullptr, name == "CMwTextPushButton");
+    QCOMPARE(
+        qobject_cast<CMwIconFitButton *>(widget.data()) != nullptr, name == "CMwIconFitButton");
+    QCOMPARE(qobject_cast<CMwSizedPushButtonMd *>(widget.data()) != nullptr,
+        name == "CMwSizedPushButtonMd");
+    QCOMPARE(qobject_cast<CMwPickerPushButton *>(widget.data()) != nullptr,
+        name == "CMwPickerPushButton");
 }
 
 void tst_PushButtons::constructors()
@@ -257,7 +265,7 @@ void tst_PushButtons::directionProperty()
     picker.setDirection(CMwPickerPushButton::eRight);
     QCOMPARE(picker.direction(), CMwPickerPushButton::eRight);
     QCOMPARE(picker.property("direction").value<CMwPickerPushButton::EPickerDirection>(),
-             CMwPickerPushButton::eRight);
+        CMwPickerPushButton::eRight);
     QVERIFY(picker.setProperty("direction", QStringLiteral("eLeft")));
     QCOMPARE(picker.direction(), CMwPickerPushButton::eLeft);
     QVERIFY(picker.setProperty("direction", QVariant::fromValue(CMwPickerPushButton::eUp)));
@@ -320,7 +328,7 @@ void tst_PushButtons::triangleOfThirtyPixelButton()
     const int R = picker.rect().right();
     const int T = picker.rect().top();
     QCOMPARE(expectedTriangle(picker.rect(), CMwPickerPushButton::eDown),
-             (QVector<QPoint> {{R - 20, T + 11}, {R - 10, T + 11}, {R - 15, T + 20}}));
+        (QVector<QPoint> {{R - 20, T + 11}, {R - 10, T + 11}, {R - 15, T + 20}}));
 
     const QImage image = renderToImage(&picker);
     const QImage plain = plainButtonImage(picker.size());
@@ -372,9 +380,12 @@ void tst_PushButtons::triangleIsSymmetric()
             const QColor left = image.pixelColor(apex - 1 - k, y);
             const QColor right = image.pixelColor(apex + k, y);
             QVERIFY2(qAbs(left.red() - right.red()) <= 2 && qAbs(left.green() - right.green()) <= 2
-                         && qAbs(left.blue() - right.blue()) <= 2,
-                     qPrintable(QStringLiteral("row %1, columns %2 and %3: %4 vs %5")
-                                    .arg(y).arg(apex - 1 - k).arg(apex + k).arg(left.name(), right.name())));
+                    && qAbs(left.blue() - right.blue()) <= 2,
+                qPrintable(QStringLiteral("row %1, columns %2 and %3: %4 vs %5")
+                               .arg(y)
+                               .arg(apex - 1 - k)
+                               .arg(apex + k)
+                               .arg(left.name(), right.name())));
         }
     }
     QCOMPARE(image.pixelColor(apex, d + 3), triangleColor);
@@ -389,8 +400,10 @@ void tst_PushButtons::degenerateTriangle_data()
 
     // d = 0: the three points lie on one line at the right edge.
     for (int direction = 0; direction < 4; ++direction) {
-        QTest::addRow("d = 0, height 2, direction %d", direction) << direction << 2 << QRect(97, 0, 3, 2);
-        QTest::addRow("d = 0, height 1, direction %d", direction) << direction << 1 << QRect(97, 0, 3, 1);
+        QTest::addRow("d = 0, height 2, direction %d", direction)
+            << direction << 2 << QRect(97, 0, 3, 2);
+        QTest::addRow("d = 0, height 1, direction %d", direction)
+            << direction << 1 << QRect(97, 0, 3, 1);
     }
     // Values outside 0..3: all three points at the origin.
     QTest::newRow("direction 4") << 4 << 30 << QRect(0, 0, 1, 1);
@@ -474,15 +487,15 @@ void tst_PushButtons::typeSelector_data()
     QTest::addColumn<QByteArray>("selector");
     QTest::addColumn<QByteArrayList>("styled"); // classes that take the colour
 
-    for (const char *name : {"CMwQWidget", "CMwTextPushButton", "CMwIconFitButton", "CMwSizedPushButtonMd",
-                             "CMwPickerPushButton"}) {
+    for (const char *name : {"CMwQWidget", "CMwTextPushButton", "CMwIconFitButton",
+             "CMwSizedPushButtonMd", "CMwPickerPushButton"}) {
         QTest::newRow(name) << QByteArray(name) << QByteArrayList {QByteArray(name)};
     }
     // The Qt base class selector reaches every button through inheritance.
     QTest::newRow("QPushButton") << QByteArray("QPushButton")
                                  << QByteArrayList {"CMwTextPushButton", "CMwIconFitButton",
-                                                    "CMwSizedPushButtonMd", "CMwPickerPushButton",
-                                                    "QPushButton"};
+                                        "CMwSizedPushButtonMd", "CMwPickerPushButton",
+                                        "QPushButton"};
 }
 
 void tst_PushButtons::typeSelector()
@@ -494,8 +507,8 @@ void tst_PushButtons::typeSelector()
     QWidget container;
     container.setStyleSheet(QStringLiteral("%1 { background: rgb(0, 200, 0); border: none; }")
                                 .arg(QString::fromLatin1(selector)));
-    const QByteArrayList all {"CMwQWidget", "CMwTextPushButton", "CMwIconFitButton", "CMwSizedPushButtonMd",
-                              "CMwPickerPushButton", "QPushButton", "QWidget"};
+    const QByteArrayList all {"CMwQWidget", "CMwTextPushButton", "CMwIconFitButton",
+        "CMwSizedPushButtonMd", "CMwPickerPushButton", "QPushButton", "QWidget"};
     for (const QByteArray &name : all) {
         QWidget *widget = createByName(name, &container);
         // Plain widgets draw a style-sheet background only when asked to.

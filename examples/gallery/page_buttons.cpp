@@ -24,7 +24,7 @@ QString loadStyleSheet()
 void logClicks(QAbstractButton *button, GalleryLog *log, const QString &name)
 {
     QObject::connect(button, &QAbstractButton::clicked, log,
-                     [log, name]() { log->write(QStringLiteral("%1: clicked()").arg(name)); });
+        [log, name]() { log->write(QStringLiteral("%1: clicked()").arg(name)); });
 }
 
 QString directionName(CMwPickerPushButton::EPickerDirection direction)
@@ -43,7 +43,8 @@ QWidget *createButtonsPage(GalleryLog *log)
 
     auto *textBox = new QGroupBox(QStringLiteral("CMwTextPushButton"));
     auto *textRow = new QHBoxLayout(textBox);
-    for (const QString &text : {QStringLiteral("Apply"), QStringLiteral("Cancel"), QStringLiteral("Details...")}) {
+    for (const QString &text :
+        {QStringLiteral("Apply"), QStringLiteral("Cancel"), QStringLiteral("Details...")}) {
         auto *button = new CMwTextPushButton(text, textBox);
         logClicks(button, log, QStringLiteral("CMwTextPushButton \"%1\"").arg(text));
         textRow->addWidget(button);
@@ -54,22 +55,23 @@ QWidget *createButtonsPage(GalleryLog *log)
     auto *iconBox = new QGroupBox(QStringLiteral("CMwIconFitButton and CMwSizedPushButtonMd"));
     auto *iconRow = new QHBoxLayout(iconBox);
     const QStyle *style = page->style();
-    const QStyle::StandardPixmap icons[] = {QStyle::SP_DialogOpenButton, QStyle::SP_DialogSaveButton,
-                                            QStyle::SP_BrowserReload, QStyle::SP_TrashIcon};
+    const QStyle::StandardPixmap icons[] = {QStyle::SP_DialogOpenButton,
+        QStyle::SP_DialogSaveButton, QStyle::SP_BrowserReload, QStyle::SP_TrashIcon};
     for (QStyle::StandardPixmap icon : icons) {
         auto *button = new CMwIconFitButton(style->standardIcon(icon), iconBox);
         logClicks(button, log, QStringLiteral("CMwIconFitButton %1").arg(int(icon)));
         iconRow->addWidget(button);
     }
     iconRow->addSpacing(24);
-    auto *sized = new CMwSizedPushButtonMd(style->standardIcon(QStyle::SP_DialogApplyButton),
-                                           QStringLiteral("Medium"), iconBox);
+    auto *sized = new CMwSizedPushButtonMd(
+        style->standardIcon(QStyle::SP_DialogApplyButton), QStringLiteral("Medium"), iconBox);
     logClicks(sized, log, QStringLiteral("CMwSizedPushButtonMd"));
     iconRow->addWidget(sized);
     iconRow->addStretch();
     layout->addWidget(iconBox);
 
-    auto *pickerBox = new QGroupBox(QStringLiteral("CMwPickerPushButton: click to turn the triangle"));
+    auto *pickerBox
+        = new QGroupBox(QStringLiteral("CMwPickerPushButton: click to turn the triangle"));
     auto *pickerRow = new QHBoxLayout(pickerBox);
     for (int i = 0; i < 4; ++i) {
         const auto direction = CMwPickerPushButton::EPickerDirection(i);
@@ -77,10 +79,12 @@ QWidget *createButtonsPage(GalleryLog *log)
         picker->setDirection(direction);
         picker->setText(directionName(direction));
         QObject::connect(picker, &QAbstractButton::clicked, log, [picker, log]() {
-            const auto next = CMwPickerPushButton::EPickerDirection((int(picker->direction()) + 1) % 4);
+            const auto next
+                = CMwPickerPushButton::EPickerDirection((int(picker->direction()) + 1) % 4);
             picker->setDirection(next);
             picker->setText(directionName(next));
-            log->write(QStringLiteral("CMwPickerPushButton: direction -> %1").arg(directionName(next)));
+            log->write(
+                QStringLiteral("CMwPickerPushButton: direction -> %1").arg(directionName(next)));
         });
         pickerRow->addWidget(picker);
     }
@@ -93,7 +97,8 @@ QWidget *createButtonsPage(GalleryLog *log)
     panel->setAttribute(Qt::WA_StyledBackground);
     auto *panelLayout = new QHBoxLayout(panel);
     panelLayout->addWidget(new QLabel(
-        QStringLiteral("A plain CMwQWidget: its look comes from the \"CMwQWidget\" selector."), panel));
+        QStringLiteral("A plain CMwQWidget: its look comes from the \"CMwQWidget\" selector."),
+        panel));
     panelRow->addWidget(panel);
     layout->addWidget(panelBox);
 

@@ -47,18 +47,19 @@ private:
     int m_lastWidth = -1;
 };
 
-const QStringList words {QStringLiteral("alpha"),   QStringLiteral("beta"),    QStringLiteral("gamma"),
-                         QStringLiteral("delta"),   QStringLiteral("epsilon"), QStringLiteral("zeta"),
-                         QStringLiteral("eta"),     QStringLiteral("theta"),   QStringLiteral("iota"),
-                         QStringLiteral("kappa"),   QStringLiteral("lambda"),  QStringLiteral("mu"),
-                         QStringLiteral("omicron"), QStringLiteral("sigma"),   QStringLiteral("upsilon")};
+const QStringList words {QStringLiteral("alpha"), QStringLiteral("beta"), QStringLiteral("gamma"),
+    QStringLiteral("delta"), QStringLiteral("epsilon"), QStringLiteral("zeta"),
+    QStringLiteral("eta"), QStringLiteral("theta"), QStringLiteral("iota"), QStringLiteral("kappa"),
+    QStringLiteral("lambda"), QStringLiteral("mu"), QStringLiteral("omicron"),
+    QStringLiteral("sigma"), QStringLiteral("upsilon")};
 
 QWidget *createFlowPage(GalleryLog *log)
 {
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
-    layout->addWidget(new QLabel(QStringLiteral(
-        "Resize the window: the lines re-wrap and each box takes the height its width needs (heightForWidth).")));
+    layout->addWidget(
+        new QLabel(QStringLiteral("Resize the window: the lines re-wrap and each box takes the "
+                                  "height its width needs (heightForWidth).")));
 
     // Free flow: every item at its own size hint.
     auto *freeBox = new QGroupBox(QStringLiteral("CMwQFlowLayoutWidget: items at their own size"));
@@ -68,14 +69,15 @@ QWidget *createFlowPage(GalleryLog *log)
         auto *button = new CMwTextPushButton(word, flow);
         flow->layout()->addWidget(button);
         QObject::connect(button, &QAbstractButton::clicked, log,
-                         [log, word]() { log->write(QStringLiteral("flow: \"%1\" clicked").arg(word)); });
+            [log, word]() { log->write(QStringLiteral("flow: \"%1\" clicked").arg(word)); });
     }
     flow->installEventFilter(new ResizeLogger(QStringLiteral("flow"), log, flow));
     freeBoxLayout->addWidget(flow);
     layout->addWidget(freeBox);
 
     // Grid mode: one common size, stretched to fill the line.
-    auto *gridBox = new QGroupBox(QStringLiteral("CMwQFlowLayout in same-widgets-size (grid) mode"));
+    auto *gridBox
+        = new QGroupBox(QStringLiteral("CMwQFlowLayout in same-widgets-size (grid) mode"));
     auto *gridBoxLayout = new QVBoxLayout(gridBox);
     auto *controls = new QHBoxLayout;
     auto *same = new QCheckBox(QStringLiteral("same widgets size"));
@@ -107,11 +109,12 @@ QWidget *createFlowPage(GalleryLog *log)
         grid->invalidate();
         log->write(QStringLiteral("grid: sameWidgetsSize = %1").arg(on ? "true" : "false"));
     });
-    QObject::connect(columns, QOverload<int>::of(&QSpinBox::valueChanged), grid, [grid, log](int count) {
-        grid->setFixedColumnCount(count);
-        grid->invalidate();
-        log->write(QStringLiteral("grid: fixedColumnCount = %1").arg(count));
-    });
+    QObject::connect(
+        columns, QOverload<int>::of(&QSpinBox::valueChanged), grid, [grid, log](int count) {
+            grid->setFixedColumnCount(count);
+            grid->invalidate();
+            log->write(QStringLiteral("grid: fixedColumnCount = %1").arg(count));
+        });
     return page;
 }
 

@@ -117,8 +117,10 @@ class VEL_QT_WIDGETS_EXPORT CMwQFlowLayoutWidget : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(int margin READ margin WRITE setMargin DESIGNABLE true SCRIPTABLE true STORED true)
-    Q_PROPERTY(int hSpacing READ hSpacing WRITE setHSpacing DESIGNABLE true SCRIPTABLE true STORED true)
-    Q_PROPERTY(int vSpacing READ vSpacing WRITE setVSpacing DESIGNABLE true SCRIPTABLE true STORED true)
+    Q_PROPERTY(
+        int hSpacing READ hSpacing WRITE setHSpacing DESIGNABLE true SCRIPTABLE true STORED true)
+    Q_PROPERTY(
+        int vSpacing READ vSpacing WRITE setVSpacing DESIGNABLE true SCRIPTABLE true STORED true)
 
 public:
     explicit CMwQFlowLayoutWidget(QWidget *parent = nullptr, Qt::WindowFlags f = Qt::WindowFlags());

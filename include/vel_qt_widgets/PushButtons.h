@@ -81,19 +81,14 @@ private:
 class VEL_QT_WIDGETS_EXPORT CMwPickerPushButton : public QPushButton
 {
     Q_OBJECT
-    Q_PROPERTY(EPickerDirection direction READ direction WRITE setDirection DESIGNABLE true STORED true)
+    Q_PROPERTY(
+        EPickerDirection direction READ direction WRITE setDirection DESIGNABLE true STORED true)
 
 public:
     // The fixed underlying type makes every int a valid value, so values
     // outside the four names, which the property system lets through, are
     // well defined (they draw nothing visible).
-    enum EPickerDirection : int
-    {
-        eDown = 0,
-        eUp = 1,
-        eLeft = 2,
-        eRight = 3
-    };
+    enum EPickerDirection : int { eDown = 0, eUp = 1, eLeft = 2, eRight = 3 };
     Q_ENUM(EPickerDirection)
 
     explicit CMwPickerPushButton(QWidget *parent = nullptr);

@@ -54,10 +54,7 @@ CMwPickerPushButton::CMwPickerPushButton(QWidget *parent)
 
 CMwPickerPushButton::~CMwPickerPushButton() = default;
 
-CMwPickerPushButton::EPickerDirection CMwPickerPushButton::direction() const
-{
-    return m_direction;
-}
+CMwPickerPushButton::EPickerDirection CMwPickerPushButton::direction() const { return m_direction; }
 
 void CMwPickerPushButton::setDirection(EPickerDirection direction)
 {

@@ -12,7 +12,8 @@ namespace {
 // spacings saturate instead of overflowing.
 int clampToInt(qint64 value)
 {
-    return int(qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
+    return int(
+        qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
 }
 
 // Coordinates and sizes handed to QRect stay within half the int range, so
@@ -53,15 +54,9 @@ CMwQFlowLayout::~CMwQFlowLayout()
         delete item;
 }
 
-void CMwQFlowLayout::addItem(QLayoutItem *item)
-{
-    m_itemList.append(item);
-}
+void CMwQFlowLayout::addItem(QLayoutItem *item) { m_itemList.append(item); }
 
-int CMwQFlowLayout::count() const
-{
-    return m_itemList.size();
-}
+int CMwQFlowLayout::count() const { return m_itemList.size(); }
 
 QLayoutItem *CMwQFlowLayout::itemAt(int index) const
 {
@@ -77,15 +72,9 @@ QLayoutItem *CMwQFlowLayout::takeAt(int index)
     return m_itemList.takeAt(index);
 }
 
-Qt::Orientations CMwQFlowLayout::expandingDirections() const
-{
-    return Qt::Orientations();
-}
+Qt::Orientations CMwQFlowLayout::expandingDirections() const { return Qt::Orientations(); }
 
-bool CMwQFlowLayout::hasHeightForWidth() const
-{
-    return true;
-}
+bool CMwQFlowLayout::hasHeightForWidth() const { return true; }
 
 int CMwQFlowLayout::heightForWidth(int width) const
 {
@@ -112,10 +101,7 @@ QSize CMwQFlowLayout::minimumSize() const
     return QSize(clampToInt(size.width() + 2 * margin), clampToInt(size.height() + 2 * margin));
 }
 
-QSize CMwQFlowLayout::sizeHint() const
-{
-    return minimumSize();
-}
+QSize CMwQFlowLayout::sizeHint() const { return minimumSize(); }
 
 void CMwQFlowLayout::setGeometry(const QRect &rect)
 {
@@ -137,25 +123,13 @@ int CMwQFlowLayout::verticalSpacing() const
     return smartSpacing(QStyle::PM_LayoutVerticalSpacing);
 }
 
-bool CMwQFlowLayout::sameWidgetsSize() const
-{
-    return m_sameWidgetsSize;
-}
+bool CMwQFlowLayout::sameWidgetsSize() const { return m_sameWidgetsSize; }
 
-void CMwQFlowLayout::setSameWidgetsSize(bool same)
-{
-    m_sameWidgetsSize = same;
-}
+void CMwQFlowLayout::setSameWidgetsSize(bool same) { m_sameWidgetsSize = same; }
 
-int CMwQFlowLayout::fixedColumnCount() const
-{
-    return m_fixedColumnCount;
-}
+int CMwQFlowLayout::fixedColumnCount() const { return m_fixedColumnCount; }
 
-void CMwQFlowLayout::setFixedColumnCount(int columns)
-{
-    m_fixedColumnCount = columns;
-}
+void CMwQFlowLayout::setFixedColumnCount(int columns) { m_fixedColumnCount = columns; }
 
 int CMwQFlowLayout::smartSpacing(QStyle::PixelMetric pm) const
 {
@@ -179,7 +153,8 @@ const QStyle *CMwQFlowLayout::spacingStyle(QLayoutItem *item) const
     // get here, they are always empty.
     if (const QWidget *host = parentWidget())
         return host->style();
-    return qobject_cast<QApplication *>(QCoreApplication::instance()) ? QApplication::style() : nullptr;
+    return qobject_cast<QApplication *>(QCoreApplication::instance()) ? QApplication::style()
+                                                                      : nullptr;
 }
 
 int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
@@ -246,9 +221,11 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
         if (spaceX == -1 || spaceY == -1) {
             const QStyle *style = spacingStyle(item);
             if (style && spaceX == -1)
-                spaceX = style->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Horizontal);
+                spaceX = style->layoutSpacing(
+                    QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Horizontal);
             if (style && spaceY == -1)
-                spaceY = style->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Vertical);
+                spaceY = style->layoutSpacing(
+                    QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Vertical);
         }
 
         qint64 itemWidth;
@@ -276,7 +253,8 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
         }
 
         if (!testOnly)
-            item->setGeometry(QRect(clampToRect(x), clampToRect(y), clampToRect(width), clampToRect(itemHeight)));
+            item->setGeometry(
+                QRect(clampToRect(x), clampToRect(y), clampToRect(width), clampToRect(itemHeight)));
 
         lineHeight = std::max(lineHeight, itemHeight);
         x = x + width + spaceX;

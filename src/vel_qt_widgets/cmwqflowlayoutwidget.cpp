@@ -42,32 +42,14 @@ void CMwQFlowLayoutWidget::setLayout(QLayout *)
 
 // The three properties are only stored so that forms keep them; passing them
 // on to the layout is deliberately left out.
-int CMwQFlowLayoutWidget::margin() const
-{
-    return m_margin;
-}
+int CMwQFlowLayoutWidget::margin() const { return m_margin; }
 
-void CMwQFlowLayoutWidget::setMargin(int margin)
-{
-    m_margin = margin;
-}
+void CMwQFlowLayoutWidget::setMargin(int margin) { m_margin = margin; }
 
-int CMwQFlowLayoutWidget::hSpacing() const
-{
-    return m_hSpacing;
-}
+int CMwQFlowLayoutWidget::hSpacing() const { return m_hSpacing; }
 
-void CMwQFlowLayoutWidget::setHSpacing(int spacing)
-{
-    m_hSpacing = spacing;
-}
+void CMwQFlowLayoutWidget::setHSpacing(int spacing) { m_hSpacing = spacing; }
 
-int CMwQFlowLayoutWidget::vSpacing() const
-{
-    return m_vSpacing;
-}
+int CMwQFlowLayoutWidget::vSpacing() const { return m_vSpacing; }
 
-void CMwQFlowLayoutWidget::setVSpacing(int spacing)
-{
-    m_vSpacing = spacing;
-}
+void CMwQFlowLayoutWidget::setVSpacing(int spacing) { m_vSpacing = spacing; }
