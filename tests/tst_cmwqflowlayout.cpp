@@ -229,6 +229,11 @@ void tst_CMwQFlowLayout::itemList()
     QCOMPARE(layout.takeAt(3), nullptr);
     QCOMPARE(layout.count(), 3);
 
+    QTest::ignoreMessage(QtWarningMsg, "CMwQFlowLayout::addItem: cannot add a null item");
+    layout.addItem(nullptr);
+    QCOMPARE(layout.count(), 3);
+    layout.setGeometry(QRect(0, 0, 100, 100));
+
     QLayoutItem *taken = layout.takeAt(1);
     QCOMPARE(taken, b);
     delete taken;

@@ -54,7 +54,14 @@ CMwQFlowLayout::~CMwQFlowLayout()
         delete item;
 }
 
-void CMwQFlowLayout::addItem(QLayoutItem *item) { m_itemList.append(item); }
+void CMwQFlowLayout::addItem(QLayoutItem *item)
+{
+    if (!item) {
+        qWarning("CMwQFlowLayout::addItem: cannot add a null item");
+        return;
+    }
+    m_itemList.append(item);
+}
 
 int CMwQFlowLayout::count() const { return m_itemList.size(); }
 
