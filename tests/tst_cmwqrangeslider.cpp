@@ -234,6 +234,7 @@ private Q_SLOTS:
 
     void paintsEmptyGrooveBetweenHandles();
     void pressedLowerHandleOnTop();
+    void verticalClipCutsOnlyHorizontalEdges();
     void drawsTickItems();
 
     void fullIntRange();
@@ -1070,12 +1071,40 @@ void tst_CMwQRangeSlider::pressedLowerHandleOnTop()
     QVERIFY(slider.isMinimumSliderDown());
     image = render();
     QVERIFY(reddish(image.pixel(overlap)));
+    // Each handle redraws the groove only on its outer side: the lower one,
+    // drawn last, leaves the rest of the upper one alone.
+    QVERIFY(bluish(image.pixel(upper.right() - 3, upper.center().y())));
     release(&slider, QPoint(lower.left() + 1, lower.center().y()));
 
     QVERIFY(press(&slider, QPoint(upper.right() - 1, upper.center().y())));
     QVERIFY(slider.isMaximumSliderDown());
     image = render();
     QVERIFY(bluish(image.pixel(overlap)));
+}
+
+void tst_CMwQRangeSlider::verticalClipCutsOnlyHorizontalEdges()
+{
+    // The clip of each handle is cut at its left or right edge only, also
+    // for a vertical slider: there each handle redraws the whole groove, and
+    // the handle drawn last (the upper one unless the lower one is pressed)
+    // paints the groove over the other where the groove runs.
+    ColouredRangeSlider slider(Qt::Vertical);
+    setUpTrack(&slider);
+    slider.setValues(20, 80);
+    const QRect lower = slider.lowerRect();
+    const QRect upper = slider.upperRect();
+    const auto reddish = [](QRgb c) { return qRed(c) > qBlue(c) + 40; };
+    const auto bluish = [](QRgb c) { return qBlue(c) > qRed(c) + 40; };
+    QImage image(slider.size(), QImage::Format_ARGB32_Premultiplied);
+    slider.render(&image);
+    QVERIFY(bluish(image.pixel(upper.center())));
+    QVERIFY(!reddish(image.pixel(lower.center())));
+
+    QVERIFY(press(&slider, lower.center()));
+    QVERIFY(slider.isMinimumSliderDown());
+    slider.render(&image);
+    QVERIFY(reddish(image.pixel(lower.center())));
+    QVERIFY(!bluish(image.pixel(upper.center())));
 }
 
 void tst_CMwQRangeSlider::drawsTickItems()

@@ -6,6 +6,7 @@
 #include <QtCore/QDataStream>
 #include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
 #include <QtGui/QTextOption>
 #include <QtWidgets/QStyleOptionSlider>
@@ -157,6 +158,66 @@ void drawLabel(QImage *image, const QWidget &widget, const QRect &r, const QStri
     painter.setFont(widget.font());
     painter.setPen(widget.palette().color(QPalette::WindowText));
     painter.drawText(QRectF(r), text, QTextOption());
+}
+
+// A paint device that keeps the texts drawn on it, wherever they land, also
+// outside the widget where no pixel would show them.
+class TextRecordingEngine : public QPaintEngine
+{
+public:
+    TextRecordingEngine()
+        : QPaintEngine(QPaintEngine::AllFeatures)
+    {
+    }
+    bool begin(QPaintDevice *) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState &) override {}
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override {}
+    void drawPath(const QPainterPath &) override {}
+    void drawTextItem(const QPointF &, const QTextItem &item) override { texts.append(item.text()); }
+    Type type() const override { return QPaintEngine::User; }
+
+    QStringList texts;
+};
+
+class TextRecordingDevice : public QPaintDevice
+{
+public:
+    explicit TextRecordingDevice(const QSize &size)
+        : m_size(size)
+    {
+    }
+    QPaintEngine *paintEngine() const override { return &m_engine; }
+    QStringList texts() const { return m_engine.texts; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth: return m_size.width();
+        case PdmHeight: return m_size.height();
+        case PdmDepth: return 32;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY: return 96;
+        case PdmDevicePixelRatio: return 1;
+        case PdmDevicePixelRatioScaled: return int(devicePixelRatioFScale());
+        default: return 0;
+        }
+    }
+
+private:
+    QSize m_size;
+    mutable TextRecordingEngine m_engine;
+};
+
+QStringList textsDrawnBy(QWidget &widget)
+{
+    TextRecordingDevice device(widget.size());
+    widget.render(&device);
+    return device.texts();
 }
 
 class PressRecordingSlider : public CMwQSlider
@@ -587,8 +648,18 @@ void tst_CMwQSlider::verticalDrawsNoLabels()
     slider.setTickItemList({{50, QSlider::TicksBothSides, QStringLiteral("fifty")},
                             {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
     const QImage labelled = renderOf(slider);
+    QCOMPARE(textsDrawnBy(slider), QStringList());
     slider.setTickItemList({{50, QSlider::TicksBothSides, QString()}, {100, QSlider::TicksLeft, QString()}});
     QCOMPARE(renderOf(slider), labelled);
+
+    // The same items on a horizontal slider do draw their texts, one per side.
+    slider.setTickItemList({{50, QSlider::TicksBothSides, QStringLiteral("fifty")},
+                            {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
+    slider.setOrientation(Qt::Horizontal);
+    slider.resize(220, 80);
+    QCOMPARE(textsDrawnBy(slider), QStringList({"fifty", "fifty", "hundred"}));
+    slider.setOrientation(Qt::Vertical);
+    slider.resize(80, 220);
 
     const Geometry g(slider);
     QCOMPARE(inkAlong(labelled, g, aboveProbe(g)), withoutHandle({g.pos(50), g.pos(100)}, g));
