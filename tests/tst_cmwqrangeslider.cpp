@@ -12,6 +12,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <climits>
+#include <memory>
 
 namespace {
 
@@ -19,6 +20,8 @@ namespace {
 // and counts paint events.
 class TestRangeSlider : public CMwQRangeSlider
 {
+    Q_OBJECT
+
 public:
     using CMwQRangeSlider::CMwQRangeSlider;
     using CMwQRangeSlider::onRangeChanged;
@@ -101,6 +104,8 @@ private:
 // Handles told apart by colour, to see which one lies on top.
 class ColouredRangeSlider : public TestRangeSlider
 {
+    Q_OBJECT
+
 public:
     using TestRangeSlider::TestRangeSlider;
 
@@ -119,6 +124,8 @@ protected:
 
 class DragDistanceStyle : public QProxyStyle
 {
+    Q_OBJECT
+
 public:
     explicit DragDistanceStyle(int distance)
         : QProxyStyle(QStringLiteral("Fusion"))
@@ -135,6 +142,22 @@ public:
 
 private:
     int m_distance;
+};
+
+// A subclass that brings its own private object.
+class DerivedRangeSlider : public CMwQRangeSlider
+{
+    Q_OBJECT
+
+public:
+    DerivedRangeSlider(CMwQRangeSliderPrivate *d, Qt::Orientation o)
+        : CMwQRangeSlider(d, o, nullptr)
+    {
+    }
+    explicit DerivedRangeSlider(CMwQRangeSliderPrivate *d)
+        : CMwQRangeSlider(d, nullptr)
+    {
+    }
 };
 
 bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButton button,
@@ -266,17 +289,6 @@ void tst_CMwQRangeSlider::construction()
 
 void tst_CMwQRangeSlider::protectedConstructor()
 {
-    struct Derived : CMwQRangeSlider
-    {
-        Derived(CMwQRangeSliderPrivate *d, Qt::Orientation o)
-            : CMwQRangeSlider(d, o, nullptr)
-        {
-        }
-        explicit Derived(CMwQRangeSliderPrivate *d)
-            : CMwQRangeSlider(d, nullptr)
-        {
-        }
-    };
     for (int withOrientation = 0; withOrientation < 2; ++withOrientation) {
         auto *d = new CMwQRangeSliderPrivate;
         d->tickItems = {{1, QSlider::TicksAbove, QStringLiteral("stale")}};
@@ -284,7 +296,9 @@ void tst_CMwQRangeSlider::protectedConstructor()
         d->maximumValue = 50;
         d->minimumPosition = 41;
         d->maximumPosition = 51;
-        Derived slider = withOrientation ? Derived(d, Qt::Horizontal) : Derived(d);
+        std::unique_ptr<DerivedRangeSlider> owner(withOrientation ? new DerivedRangeSlider(d, Qt::Horizontal)
+                                                                  : new DerivedRangeSlider(d));
+        DerivedRangeSlider &slider = *owner;
         QCOMPARE(slider.orientation(), withOrientation ? Qt::Horizontal : Qt::Vertical);
         QVERIFY(slider.tickItemList().isEmpty());
         QCOMPARE(slider.minimumValue(), 0);

@@ -18,6 +18,8 @@ namespace {
 // Gives the tests the style option the widget paints with.
 class TestSlider : public CMwQSlider
 {
+    Q_OBJECT
+
 public:
     using CMwQSlider::CMwQSlider;
     using QSlider::initStyleOption;
@@ -213,6 +215,29 @@ private:
     mutable TextRecordingEngine m_engine;
 };
 
+class EventCounter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EventCounter(QEvent::Type type)
+        : m_type(type)
+    {
+    }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *e) override
+    {
+        if (e->type() == m_type)
+            ++count;
+        return false;
+    }
+
+private:
+    QEvent::Type m_type;
+};
+
 QStringList textsDrawnBy(QWidget &widget)
 {
     TextRecordingDevice device(widget.size());
@@ -222,6 +247,8 @@ QStringList textsDrawnBy(QWidget &widget)
 
 class PressRecordingSlider : public CMwQSlider
 {
+    Q_OBJECT
+
 public:
     using CMwQSlider::CMwQSlider;
     QStringList *log = nullptr;
@@ -338,26 +365,14 @@ void tst_CMwQSlider::setTickItemListRepaintsAndRelayouts()
     QVERIFY(QTest::qWaitForWindowExposed(&parent));
     const QSize before = slider->sizeHint();
 
-    int paints = 0;
-    int layoutRequests = 0;
-    struct Counter : QObject
-    {
-        int *count;
-        QEvent::Type type;
-        Counter(int *c, QEvent::Type t) : count(c), type(t) {}
-        bool eventFilter(QObject *, QEvent *e) override
-        {
-            if (e->type() == type)
-                ++*count;
-            return false;
-        }
-    } paintCounter(&paints, QEvent::Paint), layoutCounter(&layoutRequests, QEvent::LayoutRequest);
-    slider->installEventFilter(&paintCounter);
-    parent.installEventFilter(&layoutCounter);
+    EventCounter paints(QEvent::Paint);
+    EventCounter layoutRequests(QEvent::LayoutRequest);
+    slider->installEventFilter(&paints);
+    parent.installEventFilter(&layoutRequests);
 
     slider->setTickItemList({{50, QSlider::TicksBelow, QStringLiteral("half")}});
-    QTRY_VERIFY(paints > 0);
-    QTRY_VERIFY(layoutRequests > 0);
+    QTRY_VERIFY(paints.count > 0);
+    QTRY_VERIFY(layoutRequests.count > 0);
     QVERIFY(slider->sizeHint().height() > before.height());
 }
 
