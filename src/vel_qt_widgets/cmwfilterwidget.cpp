@@ -44,7 +44,10 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
         setColumnWidth(column, initialWidths[column]);
     header->setSectionResizeMode(ValueColumn, QHeaderView::Stretch);
 
-    verticalHeader()->setDefaultSectionSize(sizeHintForRow(0) + 2);
+    // The same clamping applies to the default row height.
+    const int rowSize = sizeHintForRow(0) + 2;
+    verticalHeader()->setMinimumSectionSize(qMin(verticalHeader()->minimumSectionSize(), rowSize));
+    verticalHeader()->setDefaultSectionSize(rowSize);
     header->setHighlightSections(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
 }
