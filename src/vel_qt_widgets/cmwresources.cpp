@@ -1,4 +1,3 @@
-#include <QtCore/QDir>
 #include <QtCore/QtGlobal>
 
 // The icon set and the translation catalogues are linked in as static
