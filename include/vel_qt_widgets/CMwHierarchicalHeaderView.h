@@ -75,6 +75,7 @@ protected:
 
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
     QSize sectionSizeFromContents(int logicalIndex) const override;
+    void paintEvent(QPaintEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
     // Named apart from QObject::d_ptr, which it would otherwise hide.

@@ -372,6 +372,17 @@ int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &r
     return offset + thickness;
 }
 
+void CMwHierarchicalHeaderViewPrivate::drawTrailingPiece(QPainter *painter,
+                                                         const QRect &lastSection) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    painter->save();
+    QStyleOptionHeader opt = q->styleOptionForCell(q->count() - 1);
+    opt.rect = QRect(lastSection.right() + 1, lastSection.top(), q->width(), lastSection.height());
+    q->style()->drawControl(QStyle::CE_Header, &opt, painter, q);
+    painter->restore();
+}
+
 // ---------------------------------------------------------------------------
 // CMwHierarchicalHeaderView
 
@@ -515,13 +526,25 @@ void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rec
     if (leaf.isValid())
         d->drawStack(painter, rect, leaf, logicalIndex, styleOptionForCell(logicalIndex));
 
-    if (orientation() == Qt::Horizontal && logicalIndex == count() - 1) {
-        painter->save();
-        QStyleOptionHeader opt = styleOptionForCell(logicalIndex);
-        opt.rect = QRect(rect.right() + 1, rect.top(), width(), rect.height());
-        style()->drawControl(QStyle::CE_Header, &opt, painter, this);
-        painter->restore();
-    }
+    if (orientation() == Qt::Horizontal && logicalIndex == count() - 1)
+        d->drawTrailingPiece(painter, rect);
+}
+
+void CMwHierarchicalHeaderView::paintEvent(QPaintEvent *event)
+{
+    Q_D(CMwHierarchicalHeaderView);
+    QHeaderView::paintEvent(event);
+    // QHeaderView paints its flat empty area after the sections, over the
+    // piece the last section drew; drawn once more, the header runs on to
+    // the right edge as one piece.
+    const int last = count() - 1;
+    if (orientation() != Qt::Horizontal || last < 0 || isSectionHidden(last))
+        return;
+    const QRect rect(sectionViewportPosition(last), 0, sectionSize(last), viewport()->height());
+    if (!rect.isValid() || rect.right() >= viewport()->width())
+        return;
+    QPainter painter(viewport());
+    d->drawTrailingPiece(&painter, rect);
 }
 
 QSize CMwHierarchicalHeaderView::sectionSizeFromContents(int logicalIndex) const

@@ -22,7 +22,7 @@ QT_END_NAMESPACE
     which makes painting and resizing to contents quadratic in the number
     of columns.
 */
-class CMwHeaderLeafCache : public QObject
+class VEL_QT_WIDGETS_EXPORT CMwHeaderLeafCache : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +56,9 @@ private:
     int m_sectionCount = -1;
 };
 
-class CMwHierarchicalHeaderViewPrivate
+// Exported only so that the tests can hold the cached lookups against the
+// plain walk; not part of the installed interface.
+class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalHeaderView)
 
@@ -90,6 +92,8 @@ public:
     int drawCell(QPainter *painter, const QRect &rect, const QModelIndex &cell,
                  const QModelIndex &leaf, int section, int offset,
                  const QStyleOptionHeader &option) const;
+    // The empty header piece right of the last section.
+    void drawTrailingPiece(QPainter *painter, const QRect &lastSection) const;
 
     CMwHierarchicalHeaderView *q_ptr = nullptr;
     QPointer<QAbstractItemModel> headerModel;
