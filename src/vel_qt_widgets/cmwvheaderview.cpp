@@ -124,6 +124,9 @@ void CMwVHeaderViewModel::onSourceHeaderDataChanged(Qt::Orientation orientation)
 class CMwVHeaderView::Private
 {
 public:
+    static void drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
+                               const QRect &lastSection);
+
     QPointer<QTreeView> treeView;
     QPointer<CMwVHeaderViewModel> wrapper;
 };
@@ -167,6 +170,17 @@ void CMwVHeaderView::paintEvent(QPaintEvent *event)
 {
     if (!model() || model()->rowCount() != 0) {
         QHeaderView::paintEvent(event);
+        // QHeaderView paints its flat empty area after the sections, over
+        // the cells the last section drew below itself; they go on top again.
+        const int last = count() - 1;
+        if (last >= 0 && !isSectionHidden(last)) {
+            const QRect rect(0, sectionViewportPosition(last), viewport()->width(),
+                             sectionSize(last));
+            if (rect.isValid() && rect.bottom() < viewport()->height()) {
+                QPainter painter(viewport());
+                d->drawCellsBelow(this, &painter, rect);
+            }
+        }
         return;
     }
     // No rows announced: a column of blank cells, a text line high each,
@@ -207,21 +221,28 @@ void CMwVHeaderView::paintSection(QPainter *painter, const QRect &rect, int logi
         QHeaderView::paintSection(painter, rect, logicalIndex);
     }
 
-    if (logicalIndex == count() - 1 && height() > rect.bottom()) {
-        painter->save();
-        QStyleOptionHeader filler;
-        initStyleOption(&filler);
-        filler.rect = rect.adjusted(0, -1, 0, 0);
-        filler.text = QString();
-        const int step = rect.bottom() - rect.top() + 1;
-        // A section of height 0 would never reach the bottom.
-        if (step > 0) {
+    if (logicalIndex == count() - 1)
+        d->drawCellsBelow(this, painter, rect);
+}
+
+void CMwVHeaderView::Private::drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
+                                             const QRect &lastSection)
+{
+    if (q->height() <= lastSection.bottom())
+        return;
+    painter->save();
+    QStyleOptionHeader filler;
+    q->initStyleOption(&filler);
+    filler.rect = lastSection.adjusted(0, -1, 0, 0);
+    filler.text = QString();
+    const int step = lastSection.bottom() - lastSection.top() + 1;
+    // A section of height 0 would never reach the bottom.
+    if (step > 0) {
+        filler.rect.translate(0, step);
+        while (filler.rect.top() < q->height()) {
+            q->style()->drawControl(QStyle::CE_Header, &filler, painter, q);
             filler.rect.translate(0, step);
-            while (filler.rect.top() < height()) {
-                style()->drawControl(QStyle::CE_Header, &filler, painter, this);
-                filler.rect.translate(0, step);
-            }
         }
-        painter->restore();
     }
+    painter->restore();
 }
