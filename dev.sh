@@ -11,7 +11,7 @@ cd "$(dirname "$0")"
 PACKAGES=(
     build-essential cmake pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev
-    libbenchmark-dev fonts-dejavu-core
+    libbenchmark-dev fonts-dejavu-core doxygen
 )
 
 as_root() {

@@ -28,6 +28,7 @@ class VEL_QT_WIDGETS_EXPORT CMwQWidget : public QWidget
     Q_OBJECT
 
 public:
+    /*! The same as QWidget(parent, f). */
     explicit CMwQWidget(QWidget *parent = nullptr, Qt::WindowFlags f = Qt::WindowFlags());
     ~CMwQWidget() override;
 

@@ -25,10 +25,13 @@ class VEL_QT_WIDGETS_EXPORT CMwGridTreeView : public QTreeView
     Q_OBJECT
 
 public:
+    /*! A tree view like QTreeView; set a CMwGridDelegate to paint it as a grid. */
     explicit CMwGridTreeView(QWidget *parent = nullptr);
     ~CMwGridTreeView() override;
 
 protected:
+    /*! Reimplemented: with a model of no rows, paints one empty row (each
+        column's cell through the item delegate) instead of nothing. */
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -50,9 +53,12 @@ class VEL_QT_WIDGETS_EXPORT CMwGridDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    /*! A delegate for a CMwGridTreeView (or any tree view). */
     explicit CMwGridDelegate(QObject *parent = nullptr);
     ~CMwGridDelegate() override;
 
+    /*! Paints the cell \a index as the class description says; an invalid
+        \a index paints an empty cell. */
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
 

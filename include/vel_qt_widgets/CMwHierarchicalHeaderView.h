@@ -40,6 +40,8 @@ class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderView : public QHeaderView
     Q_OBJECT
 
 public:
+    /*! A header in \a orientation without header model; its sections stay
+        blank until setHeaderModel() is called. */
     explicit CMwHierarchicalHeaderView(Qt::Orientation orientation, QWidget *parent = nullptr);
     ~CMwHierarchicalHeaderView() override;
 
@@ -70,15 +72,21 @@ public Q_SLOTS:
     void onCustomMenuRequested(QPoint pos);
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwHierarchicalHeaderView(CMwHierarchicalHeaderViewPrivate *d, Qt::Orientation orientation,
                               QWidget *parent);
 
+    /*! Reimplemented to draw the leaf of \a logicalIndex with all its
+        ancestors stacked above (beside) it; blank without a leaf. */
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
+    /*! Reimplemented: the leaf's size plus the thickness of every level on its path. */
     QSize sectionSizeFromContents(int logicalIndex) const override;
+    /*! Reimplemented so that the last section runs on to the right edge. */
     void paintEvent(QPaintEvent *event) override;
+    /*! Reimplemented to scroll by pixels, as the scroll area does, not by items. */
     void wheelEvent(QWheelEvent *event) override;
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwHierarchicalHeaderViewPrivate> d_vel;
 
 private:

@@ -71,17 +71,24 @@ Q_SIGNALS:
     void itemFocused();
 
 protected Q_SLOTS:
+    /*! Closes the popup, then emits itemSelected() with the model index of
+        item \a index (under the root model index, if one is set). */
     void onCurrentIndexChanged(int index);
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwPickerForTable(CMwPickerForTablePrivate *d, QWidget *parent);
 
+    /*! Shared constructor work: placeholder icon, \a model (if any), no
+        frame, not editable. \a parent is already set and not used. */
     void init(QAbstractItemModel *model, QWidget *parent);
 
+    /*! Reimplemented to emit itemFocused() after QComboBox's handling. */
     void focusInEvent(QFocusEvent *event) override;
+    /*! Reimplemented to draw the placeholder through initStyleOption(). */
     void paintEvent(QPaintEvent *event) override;
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwPickerForTablePrivate> d_vel;
 
 private:

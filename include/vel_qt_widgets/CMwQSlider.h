@@ -16,6 +16,12 @@ QT_END_NAMESPACE
 class CMwQSliderPrivate;
 
 /*!
+    \file CMwQSlider.h
+    \brief The tick-aware slider CMwQSlider, its tick item record and the
+    stream operators that let tick lists be stored as properties.
+*/
+
+/*!
     \brief A QSlider that draws extra, optionally labelled tick marks and
     reports double clicks.
 
@@ -34,6 +40,7 @@ class CMwQSliderPrivate;
 class VEL_QT_WIDGETS_EXPORT CMwQSlider : public QSlider
 {
     Q_OBJECT
+    /*! The extra tick items, drawn in list order; stored by Designer forms. */
     Q_PROPERTY(TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList DESIGNABLE true STORED true)
 
 public:
@@ -45,15 +52,20 @@ public:
         QSlider::TickPosition tickPosition = QSlider::NoTicks;
         QString text; //!< label; empty means no label
 
+        /*! Items are equal when value, sides and text are. */
         bool operator==(const SMwTickItem &other) const
         {
             return value == other.value && tickPosition == other.tickPosition && text == other.text;
         }
+        /*! The negation of operator==(). */
         bool operator!=(const SMwTickItem &other) const { return !(*this == other); }
     };
+    /*! The list of extra tick items, registered as a meta-type. */
     typedef QList<SMwTickItem> TMwTickItemList;
 
+    /*! A vertical slider without extra tick items, like QSlider(parent). */
     explicit CMwQSlider(QWidget *parent = nullptr);
+    /*! A slider in \a orientation without extra tick items. */
     explicit CMwQSlider(Qt::Orientation orientation, QWidget *parent = nullptr);
     ~CMwQSlider() override;
 
@@ -62,7 +74,10 @@ public:
     /*! Replaces the extra tick items; repaints and updates the size hint. */
     void setTickItemList(const TMwTickItemList &list);
 
+    /*! Reimplemented: QSlider's hint, made thick enough for the extra marks
+        and, on horizontal sliders, their labels. */
     QSize sizeHint() const override;
+    /*! Reimplemented; the same as QSlider's. */
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
@@ -70,13 +85,17 @@ Q_SIGNALS:
     void SignalDoubleClick();
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwQSlider(CMwQSliderPrivate *d, QWidget *parent);
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwQSlider(CMwQSliderPrivate *d, Qt::Orientation orientation, QWidget *parent);
 
+    /*! Reimplemented to emit SignalDoubleClick() first. */
     void mouseDoubleClickEvent(QMouseEvent *e) override;
+    /*! Reimplemented to draw the extra tick items and their labels. */
     void paintEvent(QPaintEvent *e) override;
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwQSliderPrivate> d_vel;
 
 private:
@@ -84,10 +103,14 @@ private:
     Q_DISABLE_COPY(CMwQSlider)
 };
 
+/*! The tick item record at namespace scope. */
 typedef CMwQSlider::SMwTickItem SMwTickItem;
+/*! The tick item list at namespace scope (also registered under this name). */
 typedef CMwQSlider::TMwTickItemList TMwTickItemList;
 
+/*! Writes \a item (value, tick position, text) to \a out. */
 VEL_QT_WIDGETS_EXPORT QDataStream &operator<<(QDataStream &out, const CMwQSlider::SMwTickItem &item);
+/*! Reads \a item as written by operator<<(). */
 VEL_QT_WIDGETS_EXPORT QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item);
 
 Q_DECLARE_METATYPE(CMwQSlider::SMwTickItem)

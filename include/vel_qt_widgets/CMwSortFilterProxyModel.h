@@ -45,9 +45,12 @@ public:
         QVariant value;     //!< the value the cell is compared with
     };
 
+    /*! A proxy without source model and without conditions (every row passes). */
     explicit CMwSortFilterProxyModel(QObject *parent = nullptr);
     ~CMwSortFilterProxyModel() override;
 
+    /*! Reimplemented to look the condition columns up again in the new
+        source, and whenever its header or columns change. */
     void setSourceModel(QAbstractItemModel *sourceModel) override;
 
     /*!
@@ -73,6 +76,8 @@ public:
     */
     int sourceColumnFromName(const QString &column) const;
 
+    /*! Folds the conditions over the source row \a source_row, as the class
+        description says; true without conditions. */
     bool filterAcceptsRow(int source_row, const QModelIndex &source_parent) const override;
 
     /*! The two operator texts ("AND", "OR") as translated for this library. */
@@ -81,9 +86,10 @@ public:
     static QStringList comparatorTexts();
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwSortFilterProxyModel(CMwSortFilterProxyModelPrivate *d, QObject *parent);
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwSortFilterProxyModelPrivate> d_vel;
 
 private Q_SLOTS:

@@ -28,17 +28,22 @@ class VEL_QT_WIDGETS_EXPORT CMwVHeaderViewModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /*! A model of no rows until setSourceModel() is called. */
     explicit CMwVHeaderViewModel(QObject *parent = nullptr);
     ~CMwVHeaderViewModel() override;
 
     /*! Sets the model whose rows are counted (not owned, guarded). */
     void setSourceModel(QAbstractItemModel *model);
+    /*! The source model, or null (also after it was destroyed). */
     QAbstractItemModel *sourceModel() const;
 
     /*! Source headerData(0, Qt::Vertical, VisibleRowCountRole).toInt(). */
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! The source's top-level column count. */
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! The source's data at the same top-level row and column. */
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /*! The source's header data. */
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
@@ -76,18 +81,24 @@ class VEL_QT_WIDGETS_EXPORT CMwVHeaderView : public QHeaderView
     Q_OBJECT
 
 public:
+    /*! A header in \a orientation (Qt::Vertical beside a tree); see the class example. */
     explicit CMwVHeaderView(Qt::Orientation orientation, QWidget *parent = nullptr);
     ~CMwVHeaderView() override;
 
     /*! The tree whose rows are numbered (not owned, guarded). */
     void setTreeView(QTreeView *treeView);
+    /*! The tree whose rows are numbered, or null. */
     QTreeView *treeView() const;
 
     /*! Shows \a model through a new CMwVHeaderViewModel (the previous one is deleted). */
     void setModel(QAbstractItemModel *model) override;
 
 protected:
+    /*! Reimplemented so that empty cells continue below the last section,
+        and a model of no rows still shows a column of cells. */
     void paintEvent(QPaintEvent *event) override;
+    /*! Reimplemented to show the RowNumberRole (plus one) of the tree item
+        at the height of \a rect. */
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
 
 private:

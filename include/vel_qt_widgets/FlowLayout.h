@@ -49,25 +49,35 @@ public:
         The defaults (-1 everywhere) derive margins and spacings from the
         style, which is also what CMwQFlowLayoutWidget passes. */
     explicit CMwQFlowLayout(QWidget *parent, int margin = -1, int hSpacing = -1, int vSpacing = -1);
+    /*! Builds a layout without parent, to be installed on a widget or
+        nested in another layout; arguments as in the other constructor. */
     explicit CMwQFlowLayout(int margin = -1, int hSpacing = -1, int vSpacing = -1);
     /*! Deletes every item; widgets of widget items are not deleted. */
     ~CMwQFlowLayout() override;
 
     /*! Appends \a item; the layout takes ownership. */
     void addItem(QLayoutItem *item) override;
+    /*! The number of items. */
     int count() const override;
+    /*! The item at \a index, or null when \a index is out of range. */
     QLayoutItem *itemAt(int index) const override;
+    /*! Removes and returns the item at \a index (now the caller's), or null
+        when \a index is out of range. */
     QLayoutItem *takeAt(int index) override;
 
     /*! Returns no direction: the layout never asks for more than its hint. */
     Qt::Orientations expandingDirections() const override;
+    /*! Returns true: the height depends on the width. */
     bool hasHeightForWidth() const override;
+    /*! The height that a layout pass over \a width takes, margins included. */
     int heightForWidth(int width) const override;
     /*! The largest minimum size of the non-empty items plus twice the
         uniform margin; (2 * margin - 1, 2 * margin - 1) when no item is
         shown. */
     QSize minimumSize() const override;
+    /*! The same as minimumSize(). */
     QSize sizeHint() const override;
+    /*! Places the items inside \a rect, line by line. */
     void setGeometry(const QRect &rect) override;
 
     /*! The stored horizontal spacing when 0 or more, otherwise derived from
@@ -76,10 +86,12 @@ public:
     /*! The stored vertical spacing when 0 or more, otherwise derived. */
     int verticalSpacing() const;
 
+    /*! Whether all items share one size (default false). */
     bool sameWidgetsSize() const;
     /*! Switches the common-size grid mode; takes effect at the next layout
         pass, which the caller triggers (for instance with invalidate()). */
     void setSameWidgetsSize(bool same);
+    /*! The number of grid columns in same-widgets-size mode; -1 (the default) lets the widest item decide. */
     int fixedColumnCount() const;
     /*! Number of grid columns in same-widgets-size mode; below 1 the count
         follows from the widest item. Takes effect at the next layout pass. */
@@ -116,13 +128,17 @@ private:
 class VEL_QT_WIDGETS_EXPORT CMwQFlowLayoutWidget : public QWidget
 {
     Q_OBJECT
+    /*! Margin kept for forms; not applied to the layout. */
     Q_PROPERTY(int margin READ margin WRITE setMargin DESIGNABLE true SCRIPTABLE true STORED true)
+    /*! Horizontal spacing kept for forms; not applied to the layout. */
     Q_PROPERTY(
         int hSpacing READ hSpacing WRITE setHSpacing DESIGNABLE true SCRIPTABLE true STORED true)
+    /*! Vertical spacing kept for forms; not applied to the layout. */
     Q_PROPERTY(
         int vSpacing READ vSpacing WRITE setVSpacing DESIGNABLE true SCRIPTABLE true STORED true)
 
 public:
+    /*! A widget with a flow layout whose margins and spacings come from the style. */
     explicit CMwQFlowLayoutWidget(QWidget *parent = nullptr, Qt::WindowFlags f = Qt::WindowFlags());
     /*! The private-data form of the QWidget constructor, for subclasses built
         on Qt's private classes. */
@@ -133,11 +149,17 @@ public:
         with the caller (it is neither adopted nor deleted). */
     void setLayout(QLayout *layout);
 
+    /*! The stored margin (-1 by default). */
     int margin() const;
+    /*! Stores \a margin; the layout is not changed. */
     void setMargin(int margin);
+    /*! The stored horizontal spacing (-1 by default). */
     int hSpacing() const;
+    /*! Stores \a spacing; the layout is not changed. */
     void setHSpacing(int spacing);
+    /*! The stored vertical spacing (-1 by default). */
     int vSpacing() const;
+    /*! Stores \a spacing; the layout is not changed. */
     void setVSpacing(int spacing);
 
 private:

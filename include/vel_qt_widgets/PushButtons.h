@@ -18,8 +18,11 @@ class VEL_QT_WIDGETS_EXPORT CMwTextPushButton : public QPushButton
     Q_OBJECT
 
 public:
+    /*! A button without text. */
     explicit CMwTextPushButton(QWidget *parent = nullptr);
+    /*! A button showing \a text. */
     CMwTextPushButton(const QString &text, QWidget *parent);
+    /*! A button showing \a icon and \a text. */
     CMwTextPushButton(const QIcon &icon, const QString &text, QWidget *parent);
     ~CMwTextPushButton() override;
 
@@ -37,6 +40,7 @@ class VEL_QT_WIDGETS_EXPORT CMwIconFitButton : public QPushButton
     Q_OBJECT
 
 public:
+    /*! A button without icon. */
     explicit CMwIconFitButton(QWidget *parent = nullptr);
     /*! A button with \a icon and an empty text. */
     CMwIconFitButton(const QIcon &icon, QWidget *parent);
@@ -55,7 +59,9 @@ class VEL_QT_WIDGETS_EXPORT CMwSizedPushButtonMd : public QPushButton
     Q_OBJECT
 
 public:
+    /*! A button without text. */
     explicit CMwSizedPushButtonMd(QWidget *parent = nullptr);
+    /*! A button showing \a icon and \a text. */
     CMwSizedPushButtonMd(const QIcon &icon, const QString &text, QWidget *parent);
     ~CMwSizedPushButtonMd() override;
 
@@ -81,6 +87,7 @@ private:
 class VEL_QT_WIDGETS_EXPORT CMwPickerPushButton : public QPushButton
 {
     Q_OBJECT
+    /*! Where the triangle points; eDown by default. */
     Q_PROPERTY(
         EPickerDirection direction READ direction WRITE setDirection DESIGNABLE true STORED true)
 
@@ -88,17 +95,26 @@ public:
     // The fixed underlying type makes every int a valid value, so values
     // outside the four names, which the property system lets through, are
     // well defined (they draw nothing visible).
-    enum EPickerDirection : int { eDown = 0, eUp = 1, eLeft = 2, eRight = 3 };
+    /*! The direction the triangle points in. */
+    enum EPickerDirection : int {
+        eDown = 0, //!< pointing down
+        eUp = 1, //!< pointing up
+        eLeft = 2, //!< pointing left
+        eRight = 3 //!< pointing right
+    };
     Q_ENUM(EPickerDirection)
 
+    /*! A button without text whose triangle points down. */
     explicit CMwPickerPushButton(QWidget *parent = nullptr);
     ~CMwPickerPushButton() override;
 
+    /*! Where the triangle points. */
     EPickerDirection direction() const;
     /*! Stores \a direction unchecked and repaints. */
     void setDirection(EPickerDirection direction);
 
 protected:
+    /*! Reimplemented to draw the triangle over the ordinary button. */
     void paintEvent(QPaintEvent *event) override;
 
 private:

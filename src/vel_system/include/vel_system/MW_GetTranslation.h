@@ -4,6 +4,12 @@
 #include <vel_system/vel_system_export.h>
 
 /*!
+    \file MW_GetTranslation.h
+    \brief The translation function of the system library vel_system,
+    through which the widgets' texts pass.
+*/
+
+/*!
     Returns the text to show for the source text \a text in the translation
     context \a context.
 
