@@ -70,6 +70,7 @@ void BM_QtFixedStringOneColumn(benchmark::State &state)
         benchmark::DoNotOptimize(proxy.rowCount());
     }
     state.counters["rows_shown"] = proxy.rowCount();
+    state.SetLabel("QSortFilterProxyModel");
 }
 
 void BM_CMwThreeConditions(benchmark::State &state)

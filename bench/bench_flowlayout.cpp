@@ -1,9 +1,15 @@
 // One layout pass (setGeometry) and one heightForWidth query of the flow
 // layout for growing item counts; both should grow linearly.
+//
+// Peer: Qt's QGridLayout holding the same items, ten to a row (the nearest
+// stock layout that places many items on several lines). It caches its
+// geometry, so every peer pass is invalidated first or alternates widths,
+// as the flow layout recomputes on every call.
 
 #include <vel_qt_widgets/FlowLayout.h>
 
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QGridLayout>
 
 #include <benchmark/benchmark.h>
 
@@ -114,6 +120,65 @@ void BM_SetGeometryWidgets(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+constexpr int kPeerColumns = 10;
+
+std::unique_ptr<QGridLayout> makeGridPeer(int items)
+{
+    auto layout = std::make_unique<QGridLayout>();
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(6);
+    for (int i = 0; i < items; ++i)
+        layout->addItem(new FixedItem(hintFor(i)), i / kPeerColumns, i % kPeerColumns);
+    return layout;
+}
+
+void BM_QtGridLayoutSetGeometry(benchmark::State &state)
+{
+    const auto layout = makeGridPeer(int(state.range(0)));
+    const QRect rect(0, 0, 800, 600);
+    for (auto _ : state) {
+        layout->invalidate();
+        layout->setGeometry(rect);
+    }
+    state.SetComplexityN(state.range(0));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    state.SetLabel("QGridLayout");
+}
+
+// The nearest stock query to heightForWidth: the size hint of a freshly
+// invalidated grid, which walks every item once.
+void BM_QtGridLayoutSizeHint(benchmark::State &state)
+{
+    const auto layout = makeGridPeer(int(state.range(0)));
+    for (auto _ : state) {
+        layout->invalidate();
+        benchmark::DoNotOptimize(layout->sizeHint());
+    }
+    state.SetComplexityN(state.range(0));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    state.SetLabel("QGridLayout");
+}
+
+void BM_QtGridLayoutSetGeometryWidgets(benchmark::State &state)
+{
+    QWidget host;
+    auto *layout = new QGridLayout(&host);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(6);
+    for (int i = 0; i < state.range(0); ++i)
+        layout->addWidget(new FixedWidget(hintFor(i), &host), i / kPeerColumns, i % kPeerColumns);
+    const QRect wide(0, 0, 800, 600);
+    const QRect narrow(0, 0, 640, 600);
+    bool toggle = false;
+    for (auto _ : state) {
+        layout->setGeometry(toggle ? wide : narrow);
+        toggle = !toggle;
+    }
+    state.SetComplexityN(state.range(0));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    state.SetLabel("QGridLayout");
+}
+
 } // namespace
 
 BENCHMARK(BM_SetGeometry)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
@@ -121,6 +186,9 @@ BENCHMARK(BM_SetGeometryGrid)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(bench
 BENCHMARK(BM_HeightForWidth)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
 BENCHMARK(BM_HeightForWidthGrid)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
 BENCHMARK(BM_SetGeometryWidgets)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
+BENCHMARK(BM_QtGridLayoutSetGeometry)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
+BENCHMARK(BM_QtGridLayoutSizeHint)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
+BENCHMARK(BM_QtGridLayoutSetGeometryWidgets)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
 
 int main(int argc, char **argv)
 {

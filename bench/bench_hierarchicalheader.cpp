@@ -1,6 +1,9 @@
 // Multi-level header with thousands of leaf columns: painting a full
 // viewport and resizing every section to its contents. Both should grow
 // linearly with the number of columns.
+//
+// Peer: Qt's plain QHeaderView over the same number of columns with one
+// caption level (the leaves' captions), doing the same two jobs.
 #include "cmwhierarchicalheaderview_p.h"
 
 #include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
@@ -114,12 +117,57 @@ void BM_PaintViewportWalk(benchmark::State &state)
     paintViewport(state, false);
 }
 
+// One-level captions of the same leaves, given through the item model.
+struct PeerFixture
+{
+    explicit PeerFixture(int leaves)
+        : items(0, leaves)
+        , header(Qt::Horizontal)
+    {
+        for (int leaf = 0; leaf < leaves; ++leaf)
+            items.setHeaderData(leaf, Qt::Horizontal, QStringLiteral("Column %1").arg(leaf));
+        header.setStretchLastSection(false);
+        header.setModel(&items);
+        header.resize(1600, 90);
+    }
+
+    QStandardItemModel items;
+    QHeaderView header;
+};
+
+void BM_QHeaderViewResizeToContents(benchmark::State &state)
+{
+    PeerFixture fixture(int(state.range(0)));
+    for (auto _ : state) {
+        fixture.header.resizeSections(QHeaderView::ResizeToContents);
+        benchmark::DoNotOptimize(fixture.header.length());
+    }
+    state.SetComplexityN(state.range(0));
+    state.SetLabel("QHeaderView");
+}
+
+void BM_QHeaderViewPaintViewport(benchmark::State &state)
+{
+    PeerFixture fixture(int(state.range(0)));
+    fixture.header.resizeSections(QHeaderView::ResizeToContents);
+    fixture.header.setOffset(fixture.header.length() - fixture.header.width());
+    QImage image(fixture.header.size(), QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        fixture.header.render(&image);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+    state.SetComplexityN(state.range(0));
+    state.SetLabel("QHeaderView");
+}
+
 } // namespace
 
 BENCHMARK(BM_ResizeToContents)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 BENCHMARK(BM_PaintViewport)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 BENCHMARK(BM_ResizeToContentsWalk)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_PaintViewportWalk)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_QHeaderViewResizeToContents)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+BENCHMARK(BM_QHeaderViewPaintViewport)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 
 int main(int argc, char **argv)
 {

@@ -25,12 +25,22 @@ namespace {
 
 QStandardItemModel *makePlanets(QObject *parent)
 {
-    struct Planet { const char *name; double au; int moons; const char *kind; };
+    struct Planet
+    {
+        const char *name;
+        double au;
+        int moons;
+        const char *kind;
+    };
     static const Planet planets[] = {
-        {"Mercury", 0.39, 0, "rocky"},  {"Venus", 0.72, 0, "rocky"},
-        {"Earth", 1.00, 1, "rocky"},    {"Mars", 1.52, 2, "rocky"},
-        {"Jupiter", 5.20, 95, "gas"},   {"Saturn", 9.58, 146, "gas"},
-        {"Uranus", 19.2, 28, "ice"},    {"Neptune", 30.1, 16, "ice"},
+        {"Mercury", 0.39, 0, "rocky"},
+        {"Venus", 0.72, 0, "rocky"},
+        {"Earth", 1.00, 1, "rocky"},
+        {"Mars", 1.52, 2, "rocky"},
+        {"Jupiter", 5.20, 95, "gas"},
+        {"Saturn", 9.58, 146, "gas"},
+        {"Uranus", 19.2, 28, "ice"},
+        {"Neptune", 30.1, 16, "ice"},
     };
     auto *model = new QStandardItemModel(0, 4, parent);
     model->setHorizontalHeaderLabels({"Planet", "Distance (AU)", "Moons", "Kind"});
@@ -91,10 +101,11 @@ int main(int argc, char **argv)
     table->horizontalHeader()->setStretchLastSection(true);
 
     auto report = [count, proxy, model] {
-        count->setText(QStringLiteral("%1 of %2 planets").arg(proxy->rowCount()).arg(model->rowCount()));
+        count->setText(
+            QStringLiteral("%1 of %2 planets").arg(proxy->rowCount()).arg(model->rowCount()));
         for (const CMwSortFilterProxyModel::FilterCondition &c : proxy->filterConditions())
             std::printf("  %s %s %s %s\n", qPrintable(c.op), qPrintable(c.column),
-                        qPrintable(c.comparator), qPrintable(c.value.toString()));
+                qPrintable(c.comparator), qPrintable(c.value.toString()));
         std::printf("filterChanged(): %d rows pass\n", proxy->rowCount());
         std::fflush(stdout);
     };
@@ -115,7 +126,7 @@ int main(int argc, char **argv)
         const QStringList ops = CMwSortFilterProxyModel::operatorTexts();
         const QStringList cmp = CMwSortFilterProxyModel::comparatorTexts();
         proxy->setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Moons"), cmp.at(2), 10},
-                              {QVariant(), ops.at(0), QStringLiteral("Distance (AU)"), cmp.at(2), 10.0}});
+            {QVariant(), ops.at(0), QStringLiteral("Distance (AU)"), cmp.at(2), 10.0}});
         std::printf("%d of %d rows pass\n", proxy->rowCount(), model->rowCount());
         QTimer::singleShot(0, &app, &QCoreApplication::quit);
     }

@@ -32,7 +32,7 @@ int main(int argc, char **argv)
     // The widget owns its flow layout; add the buttons to that.
     auto *tags = new CMwQFlowLayoutWidget(&window);
     const QStringList names = {"alpine", "baroque", "coastal", "desert", "forest", "glacier",
-                               "harbour", "island", "jungle", "meadow", "prairie", "tundra"};
+        "harbour", "island", "jungle", "meadow", "prairie", "tundra"};
     for (const QString &name : names) {
         auto *button = new CMwTextPushButton(name, tags);
         button->setCheckable(true);

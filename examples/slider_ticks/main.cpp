@@ -30,9 +30,9 @@ int main(int argc, char **argv)
     slider->setTickInterval(10);
     // ...and the extra ones, each on its own side(s) with a one-word label.
     slider->setTickItemList({{0, QSlider::TicksBelow, QStringLiteral("mute")},
-                             {30, QSlider::TicksAbove, QStringLiteral("quiet")},
-                             {70, QSlider::TicksBothSides, QStringLiteral("loud")},
-                             {100, QSlider::TicksBelow, QStringLiteral("max")}});
+        {30, QSlider::TicksAbove, QStringLiteral("quiet")},
+        {70, QSlider::TicksBothSides, QStringLiteral("loud")},
+        {100, QSlider::TicksBelow, QStringLiteral("max")}});
     slider->setValue(30);
 
     layout->addWidget(readout);
