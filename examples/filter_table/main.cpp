@@ -76,6 +76,10 @@ int main(int argc, char **argv)
     auto *editor = new CMwFilterWidget(&window);
     editor->setRefModel(proxy);
     editor->defineFilter(); // the first, still empty condition row
+    // The initial column widths are fixed in pixels; let the operator and
+    // comparator columns fit their texts in the application's font.
+    editor->resizeColumnToContents(1);
+    editor->resizeColumnToContents(3);
 
     auto *bar = new QHBoxLayout;
     auto *active = new QCheckBox(QStringLiteral("Filter"), &window);

@@ -120,6 +120,10 @@ QWidget *createFilterPage(GalleryLog *log)
     choose(editor, 1, 2, QStringLiteral("City"));
     choose(editor, 1, 3, CMwSortFilterProxyModel::comparatorTexts().at(4));
     editor->item(1, 4)->setText(QStringLiteral("Oslo"));
+    // The editor's initial widths are fixed in pixels; widen the operator and
+    // comparator columns so that "AND" and the longest comparator fit this font.
+    editor->resizeColumnToContents(1);
+    editor->resizeColumnToContents(3);
     activate->setChecked(true);
     return page;
 }
