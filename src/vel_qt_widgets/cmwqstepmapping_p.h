@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 #define VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 
+#include "vel_qt_widgets_export.h"
+
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
 #include <QtCore/QPointer>
@@ -53,8 +55,10 @@ inline double offsetFor(double v, double step)
     return v / step - toInteger(v, step);
 }
 
+// Exported (though the header is private) so that the tests can reach them.
+
 // The same bounds for a single step on both sliders; see isValidStep().
-bool isValidStep(double step, double minimum, double maximum);
+VEL_QT_WIDGETS_EXPORT bool isValidStep(double step, double minimum, double maximum);
 
 inline double toSliderUnits(const QPointer<CMwQValueProxy> &proxy, double value)
 {
@@ -68,7 +72,7 @@ inline double toValue(const QPointer<CMwQValueProxy> &proxy, double sliderUnits)
 
 // What QSlider::initStyleOption() fills in, for a slider that is not ours to
 // call it on (the option is needed to hit-test a tool tip on behalf of it).
-void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option);
+VEL_QT_WIDGETS_EXPORT void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option);
 
 // Writes "<function>( a , b ) <reason>" through qWarning, the same shape as
 // the single-step warning, for calls that are rejected.
