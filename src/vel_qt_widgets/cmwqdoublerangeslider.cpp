@@ -629,8 +629,19 @@ void CMwQDoubleRangeSlider::onRangeChanged(int min, int max)
     Q_D(CMwQDoubleRangeSlider);
     if (d->settingRange)
         return;
-    setRange(d->toValue(d->fromInteger(min, d->minimumOffset)),
-             d->toValue(d->fromInteger(max, d->maximumOffset)));
+    const double a = d->toValue(d->fromInteger(min, d->minimumOffset));
+    const double b = d->toValue(d->fromInteger(max, d->maximumOffset));
+    if (!std::isfinite(d->toSliderUnits(a)) || !std::isfinite(d->toSliderUnits(b))) {
+        // A range with no finite double counterpart cannot be followed; the
+        // inner slider is put back on ours so that the two never disagree.
+        warnIgnored("CMwQDoubleRangeSlider::onRangeChanged", {double(min), double(max)},
+                    restoredRangeReason);
+        d->settingRange = true;
+        d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
+        d->settingRange = false;
+        return;
+    }
+    setRange(a, b);
 }
 
 void CMwQDoubleRangeSlider::onValueProxyAboutToBeModified()

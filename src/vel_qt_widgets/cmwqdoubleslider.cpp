@@ -494,7 +494,19 @@ void CMwQDoubleSlider::onRangeChanged(int min, int max)
     Q_D(CMwQDoubleSlider);
     if (d->settingRange)
         return;
-    setRange(d->toValue(d->fromInteger(min)), d->toValue(d->fromInteger(max)));
+    const double a = d->toValue(d->fromInteger(min));
+    const double b = d->toValue(d->fromInteger(max));
+    if (!std::isfinite(d->toSliderUnits(a)) || !std::isfinite(d->toSliderUnits(b))) {
+        // A range with no finite double counterpart cannot be followed; the
+        // inner slider is put back on ours so that the two never disagree.
+        warnIgnored("CMwQDoubleSlider::onRangeChanged", {double(min), double(max)},
+                    restoredRangeReason);
+        d->settingRange = true;
+        d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
+        d->settingRange = false;
+        return;
+    }
+    setRange(a, b);
 }
 
 void CMwQDoubleSlider::onValueProxyAboutToBeModified()

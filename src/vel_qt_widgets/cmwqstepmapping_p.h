@@ -80,6 +80,7 @@ void warnIgnored(const char *function, std::initializer_list<double> arguments, 
 
 extern const char *const notANumberReason;
 extern const char *const notFiniteReason;
+extern const char *const restoredRangeReason;
 
 } // namespace CMwQStepMapping
 
