@@ -33,10 +33,13 @@ class CMwQValueProxyPrivate;
 class VEL_QT_WIDGETS_EXPORT CMwQValueProxy : public QObject
 {
     Q_OBJECT
+    /*! The value, in the units the application shows. */
     Q_PROPERTY(double value READ value WRITE setValue NOTIFY valueChanged)
+    /*! The proxy value, proxyValueFromValue(value). */
     Q_PROPERTY(double proxyValue READ proxyValue WRITE setProxyValue NOTIFY proxyValueChanged)
 
 public:
+    /*! A proxy whose value and proxy value are both 0. */
     explicit CMwQValueProxy(QObject *parent = nullptr);
     ~CMwQValueProxy() override;
 
@@ -45,6 +48,7 @@ public:
     /*! The value that corresponds to \a proxyValue; the inverse conversion. */
     virtual double valueFromProxyValue(double proxyValue) const = 0;
 
+    /*! The stored value. */
     double value() const;
     /*! Returns the stored proxy value; a subclass may compute it instead. */
     virtual double proxyValue() const;
@@ -56,7 +60,9 @@ public Q_SLOTS:
     void setProxyValue(double newProxyValue);
 
 Q_SIGNALS:
+    /*! The value changed, by setValue() or as the result of setProxyValue(). */
     void valueChanged(double value);
+    /*! The proxy value changed, by setProxyValue() or as the result of setValue(). */
     void proxyValueChanged(double proxyValue);
     /*! Emitted by a subclass before it changes its conversion. */
     void proxyAboutToBeModified();
@@ -64,6 +70,7 @@ Q_SIGNALS:
     void proxyModified();
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwQValueProxy(CMwQValueProxyPrivate *d, QObject *parent);
 
     /*! Recomputes the proxy value from the value; emits if it moved. */
@@ -71,7 +78,7 @@ protected:
     /*! Recomputes the value from the proxy value; emits if it moved. */
     void updateValue();
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwQValueProxyPrivate> d_vel;
 
 private:
