@@ -1,7 +1,8 @@
 // Filtering a 1 000 000-row, 10-column table: CMwSortFilterProxyModel with
 // three conditions against Qt's QSortFilterProxyModel with a fixed-string
 // filter on one column, over the same source in the same run. Compare the
-// per-condition time (the "per_condition" counter) with Qt's time.
+// per-condition time (the time divided by the "conditions" counter) with
+// Qt's time.
 
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 

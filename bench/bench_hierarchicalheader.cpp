@@ -3,7 +3,9 @@
 // linearly with the number of columns.
 //
 // Peer: Qt's plain QHeaderView over the same number of columns with one
-// caption level (the leaves' captions), doing the same two jobs.
+// caption level (the leaves' captions), doing the same two jobs. Ours draws
+// three levels and is handed its header model again in every iteration, so
+// that its leaf table is rebuilt each time; the peer has nothing of the kind.
 #include "cmwhierarchicalheaderview_p.h"
 
 #include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
