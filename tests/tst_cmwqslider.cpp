@@ -159,7 +159,9 @@ void drawLabel(QImage *image, const QWidget &widget, const QRect &r, const QStri
     QPainter painter(image);
     painter.setFont(widget.font());
     painter.setPen(widget.palette().color(QPalette::WindowText));
-    painter.drawText(QRectF(r), text, QTextOption());
+    QTextOption option;
+    option.setWrapMode(QTextOption::NoWrap);
+    painter.drawText(QRectF(r), text, option);
 }
 
 // A paint device that keeps the texts drawn on it, wherever they land, also
@@ -286,6 +288,7 @@ private Q_SLOTS:
 
     void labels_data();
     void labels();
+    void labelsWithSpacesStayWhole();
     void verticalDrawsNoLabels();
 
     void sizeHint_data();
@@ -652,6 +655,19 @@ void tst_CMwQSlider::labels()
     if (tickPosition & QSlider::TicksBelow)
         drawLabel(&expected, slider, below, text);
     QCOMPARE(labelled, expected);
+}
+
+void tst_CMwQSlider::labelsWithSpacesStayWhole()
+{
+    // Labels are laid out in their tight ink box; they must not wrap there.
+    TestSlider slider(Qt::Horizontal);
+    slider.setRange(1, 20000);
+    slider.setTickItemList({{1, QSlider::TicksBelow, QStringLiteral("1 Hz")},
+                            {1000, QSlider::TicksAbove, QStringLiteral("hot tap")},
+                            {20000, QSlider::TicksBelow, QStringLiteral("20 kHz")}});
+    slider.resize(260, slider.sizeHint().height());
+    QCOMPARE(textsDrawnBy(slider),
+             QStringList({QStringLiteral("1 Hz"), QStringLiteral("hot tap"), QStringLiteral("20 kHz")}));
 }
 
 void tst_CMwQSlider::verticalDrawsNoLabels()

@@ -185,6 +185,11 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     painter->save();
     painter->translate(opt.rect.x(), opt.rect.y());
     const QFontMetrics fm(painter->font());
+    // The label rectangle is the text's tight ink box, which can be a pixel
+    // narrower than its advance; wrapping there would drop every word after
+    // the first ("20 kHz" showing as "20"), so labels never wrap.
+    QTextOption labelOption;
+    labelOption.setWrapMode(QTextOption::NoWrap);
 
     for (const CMwQSlider::SMwTickItem &item : tickItems) {
         if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
@@ -200,11 +205,11 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
             r.moveRight(geometry.half + geometry.available);
         if (item.tickPosition & sideAbove) {
             r.moveBottom(geometry.groove.top() - 1);
-            painter->drawText(QRectF(r), item.text, QTextOption());
+            painter->drawText(QRectF(r), item.text, labelOption);
         }
         if (item.tickPosition & sideBelow) {
             r.moveTop(geometry.groove.bottom() + 5);
-            painter->drawText(QRectF(r), item.text, QTextOption());
+            painter->drawText(QRectF(r), item.text, labelOption);
         }
     }
 

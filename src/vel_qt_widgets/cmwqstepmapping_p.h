@@ -1,7 +1,7 @@
 #ifndef VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 #define VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 
-#include "vel_qt_widgets_export.h"
+#include <vel_qt_widgets/vel_qt_widgets_export.h>
 
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
