@@ -73,13 +73,15 @@ public Q_SLOTS:
     void onItemPressed(QTableWidgetItem *pItem);
     /*! A cell changed (check state or value); the filter follows. */
     void onItemChanged(QTableWidgetItem *pItem);
-    /*! Lets an operator picker open only in the selected row (see onComboColumnPopupWillShow()). */
+    /*! Lets an operator picker open only in the selected row (see
+        onComboColumnPopupWillShow()). */
     void onComboOperatorPopupWillShow(bool &bShow);
     /*! Lets a column picker open only in the selected row: the first click
         on a picker of another row selects that row and keeps the popup
         closed (\a bShow is set accordingly). */
     void onComboColumnPopupWillShow(bool &bShow);
-    /*! Lets a comparator picker open only in the selected row (see onComboColumnPopupWillShow()). */
+    /*! Lets a comparator picker open only in the selected row (see
+        onComboColumnPopupWillShow()). */
     void onComboComparatorPopupWillShow(bool &bShow);
     /*! Switches filtering on or off. */
     void onActivateFilter(bool bEnable);

@@ -91,7 +91,8 @@ public:
     /*! Switches the common-size grid mode; takes effect at the next layout
         pass, which the caller triggers (for instance with invalidate()). */
     void setSameWidgetsSize(bool same);
-    /*! The number of grid columns in same-widgets-size mode; -1 (the default) lets the widest item decide. */
+    /*! The number of grid columns in same-widgets-size mode; -1 (the
+        default) lets the widest item decide. */
     int fixedColumnCount() const;
     /*! Number of grid columns in same-widgets-size mode; below 1 the count
         follows from the widest item. Takes effect at the next layout pass. */
