@@ -103,6 +103,7 @@ int main(int argc, char **argv)
     table->setSortingEnabled(true);
     table->sortByColumn(-1, Qt::AscendingOrder); // source order until a header is clicked
     table->horizontalHeader()->setStretchLastSection(true);
+    table->resizeColumnsToContents();
 
     auto report = [count, proxy, model] {
         count->setText(
@@ -110,11 +111,12 @@ int main(int argc, char **argv)
         for (const CMwSortFilterProxyModel::FilterCondition &c : proxy->filterConditions())
             std::printf("  %s %s %s %s\n", qPrintable(c.op), qPrintable(c.column),
                 qPrintable(c.comparator), qPrintable(c.value.toString()));
-        std::printf("filterChanged(): %d rows pass\n", proxy->rowCount());
+        std::printf("%d of %d rows pass\n", proxy->rowCount(), model->rowCount());
         std::fflush(stdout);
     };
     QObject::connect(editor, &CMwFilterWidget::filterChanged, count, report);
-    count->setText(QStringLiteral("%1 planets").arg(model->rowCount()));
+    count->setText(
+        QStringLiteral("%1 of %2 planets").arg(model->rowCount()).arg(model->rowCount()));
 
     layout->addLayout(bar);
     layout->addWidget(editor);
@@ -131,7 +133,7 @@ int main(int argc, char **argv)
         const QStringList cmp = CMwSortFilterProxyModel::comparatorTexts();
         proxy->setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Moons"), cmp.at(2), 10},
             {QVariant(), ops.at(0), QStringLiteral("Distance (AU)"), cmp.at(2), 10.0}});
-        std::printf("%d of %d rows pass\n", proxy->rowCount(), model->rowCount());
+        report();
         QTimer::singleShot(0, &app, &QCoreApplication::quit);
     }
     return app.exec();
