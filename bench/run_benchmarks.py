@@ -221,7 +221,8 @@ def main():
         run(["cmake", "--build", str(build_dir), "--target", "benchmarks", "-j", args.jobs])
 
     bench_dir = build_dir / "bench"
-    programs = sorted(p.stem for p in (ROOT / "bench").glob("bench_*.cpp"))
+    all_programs = sorted(p.stem for p in (ROOT / "bench").glob("bench_*.cpp"))
+    programs = all_programs
     if args.only:
         programs = [p for p in programs if any(o in p for o in args.only)]
     if not programs:
@@ -230,21 +231,30 @@ def main():
     env = dict(os.environ)
     env.setdefault("QT_QPA_PLATFORM", "offscreen")
     results = {}
-    context = {}
+    contexts = {}
     json_dir = build_dir / "bench" / "json"
     json_dir.mkdir(parents=True, exist_ok=True)
-    for program in programs:
-        exe = bench_dir / program
-        out = json_dir / (program + ".json")
-        if not args.report_only:
+    if not args.report_only:
+        for program in programs:
+            exe = bench_dir / program
             if not exe.exists():
                 sys.exit("run_benchmarks: %s is not built (build the benchmarks target)" % exe)
+            out = json_dir / (program + ".json")
             run([str(exe), "--benchmark_out=%s" % out, "--benchmark_out_format=json"], env=env)
-        context, results[program] = results_of(out)
+    # The report covers every program with figures, also those of an earlier
+    # (--only) run; each section says when its figures were taken.
+    for program in all_programs:
+        out = json_dir / (program + ".json")
+        if out.exists():
+            contexts[program], results[program] = results_of(out)
+    programs = [p for p in all_programs if p in results]
+    if not programs:
+        sys.exit("run_benchmarks: no figures in %s" % json_dir)
+    context = contexts[programs[-1]]
 
     cache = read_cache(build_dir)
     info = machine(cache)
-    load = context.get("load_avg")
+    loads = [c.get("load_avg") for c in contexts.values() if c.get("load_avg")]
     lines = []
     lines.append("# Benchmarks")
     lines.append("")
@@ -262,8 +272,9 @@ def main():
     lines.append("|---|---|")
     for key, value in info.items():
         lines.append("| %s | %s |" % (key, value))
-    if load:
-        lines.append("| Load average at the end | %s |" % ", ".join("%.2f" % l for l in load))
+    if loads:
+        lines.append("| Load average (1 min) while measuring | %.2f to %.2f |"
+                     % (min(l[0] for l in loads), max(l[0] for l in loads)))
     if context.get("library_build_type"):
         lines.append("| Google Benchmark library | %s build (the Debian package; it affects only the framework's own overhead) |"
                      % context["library_build_type"])
@@ -277,6 +288,10 @@ def main():
         text = describe(program)
         if text:
             lines.append(text)
+            lines.append("")
+        when = contexts[program].get("date", "")
+        if when:
+            lines.append("Measured %s." % when)
             lines.append("")
         rows = table_for(program, results[program])
         lines.append("| Benchmark | Time | Peer (Qt class) | Peer time | Ratio | Counters |")
