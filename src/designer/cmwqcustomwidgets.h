@@ -12,7 +12,7 @@ class CMwQCustomWidgets : public QObject, public QDesignerCustomWidgetCollection
     Q_INTERFACES(QDesignerCustomWidgetCollectionInterface)
 
 public:
-    explicit CMwQCustomWidgets(QObject *parent = nullptr);
+    Q_INVOKABLE explicit CMwQCustomWidgets(QObject *parent = nullptr);
     ~CMwQCustomWidgets() override;
 
     QList<QDesignerCustomWidgetInterface *> customWidgets() const override;
