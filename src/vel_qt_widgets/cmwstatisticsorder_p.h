@@ -68,8 +68,10 @@ void boundedMergeSort(T *first, qint64 n, Less less)
 }
 
 // The order in which QVectorCalcStatistics walks \a values, as positions
-// into it. Shared with the ready model, which groups rows in the same order.
-QVector<int> statisticsOrder(const QVector<QVariant> &values);
+// into it; the invalid values come last, and \a validCount (if given)
+// receives how many come before them. Shared with the ready model, which
+// groups rows in the same order.
+QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount = nullptr);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);

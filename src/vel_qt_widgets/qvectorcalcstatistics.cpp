@@ -5,6 +5,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -17,19 +18,96 @@ namespace {
 // last), then the value bits, then the position (address order).
 struct SortKey
 {
-    quint64 rank;
     quint64 bits;
+    quint32 rank;
     qint32 pos;
 };
 
-inline bool keyLess(const SortKey &a, const SortKey &b)
+inline quint32 keyByte(const SortKey &key, int digit)
+{
+    return digit < 8 ? quint32(key.bits >> (8 * digit)) & 0xffu
+                     : (key.rank >> (8 * (digit - 8))) & 0xffu;
+}
+
+// Stable least-significant-digit radix sort on (rank, bits): the keys start
+// in position order, so equal keys keep it. No comparator is involved and
+// every write goes to a slot counted beforehand, so the sort cannot leave
+// the array whatever the values are; a million keys take a few passes of
+// plain copying instead of twenty rounds of mispredicted comparisons.
+void radixSort(std::vector<SortKey> &keys)
+{
+    const size_t n = keys.size();
+    if (n < 2)
+        return;
+    constexpr int digits = 12;
+    std::vector<std::array<size_t, 256>> counts(digits);
+    for (auto &count : counts)
+        count.fill(0);
+    for (const SortKey &key : keys) {
+        for (int digit = 0; digit < digits; ++digit)
+            ++counts[digit][keyByte(key, digit)];
+    }
+    std::vector<SortKey> buffer(n);
+    SortKey *src = keys.data();
+    SortKey *dst = buffer.data();
+    for (int digit = 0; digit < digits; ++digit) {
+        std::array<size_t, 256> &count = counts[digit];
+        // A digit that all keys share orders nothing.
+        if (count[keyByte(src[0], digit)] == n)
+            continue;
+        size_t offset = 0;
+        for (size_t &c : count) {
+            const size_t here = c;
+            c = offset;
+            offset += here;
+        }
+        for (size_t i = 0; i < n; ++i)
+            dst[count[keyByte(src[i], digit)]++] = src[i];
+        std::swap(src, dst);
+    }
+    if (src != keys.data())
+        std::copy(src, src + n, keys.data());
+}
+
+// True when QVariant equality of two values of one type is known without
+// asking QVariant: identical keys are equal, and different integers, texts
+// or doubles far apart (relative distance above 1e-9, a thousand times
+// QVariant's fuzzy tolerance for doubles) differ. Anything else is left to
+// QVariant::operator!=.
+enum class Equality { Equal, Different, Unknown };
+
+Equality knownEquality(const SortKey &a, const SortKey &b)
 {
     if (a.rank != b.rank)
-        return a.rank < b.rank;
-    if (a.bits != b.bits)
-        return a.bits < b.bits;
-    return a.pos < b.pos;
+        return Equality::Unknown;
+    switch (a.rank >> 1) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+        return a.bits == b.bits ? Equality::Equal : Equality::Different;
+    case QMetaType::Double: {
+        if (a.rank & 1)
+            return Equality::Unknown; // NaN
+        if (a.bits == b.bits)
+            return Equality::Equal;
+        double x;
+        double y;
+        quint64 bx = (a.bits & (quint64(1) << 63)) ? (a.bits & ~(quint64(1) << 63)) : ~a.bits;
+        quint64 by = (b.bits & (quint64(1) << 63)) ? (b.bits & ~(quint64(1) << 63)) : ~b.bits;
+        std::memcpy(&x, &bx, sizeof x);
+        std::memcpy(&y, &by, sizeof y);
+        if (std::isfinite(x) && std::isfinite(y)
+            && std::abs(x - y) > 1e-9 * std::max(std::abs(x), std::abs(y))) {
+            return Equality::Different;
+        }
+        return Equality::Unknown;
+    }
+    default:
+        return Equality::Unknown;
+    }
 }
+
+constexpr quint32 invalidRank = std::numeric_limits<quint32>::max();
 
 constexpr quint64 signFlip = quint64(1) << 63;
 
@@ -71,25 +149,8 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
     return ranks;
 }
 
-} // namespace
-
-namespace vel {
-
-bool isStatisticsNumeric(const QVariant &value)
-{
-    switch (value.userType()) {
-    case QMetaType::Double:
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::UInt:
-    case QMetaType::ULongLong:
-        return true;
-    default:
-        return false;
-    }
-}
-
-QVector<int> statisticsOrder(const QVector<QVariant> &values)
+// The values' keys in the statistics' order.
+std::vector<SortKey> sortedKeys(const QVector<QVariant> &values)
 {
     const int n = values.size();
     std::vector<SortKey> keys(static_cast<size_t>(n));
@@ -105,10 +166,10 @@ QVector<int> statisticsOrder(const QVector<QVariant> &values)
         key.bits = 0;
         const int type = v.userType();
         if (type == QMetaType::UnknownType) {
-            key.rank = std::numeric_limits<quint64>::max();
+            key.rank = invalidRank;
             continue;
         }
-        key.rank = quint64(quint32(type)) << 1;
+        key.rank = quint32(type) << 1;
         switch (type) {
         case QMetaType::Int:
             key.bits = signedBits(v.toInt());
@@ -153,11 +214,41 @@ QVector<int> statisticsOrder(const QVector<QVariant> &values)
         }
     }
 
-    boundedMergeSort(keys.data(), n, keyLess);
+    radixSort(keys);
+    return keys;
+}
 
-    QVector<int> order(n);
-    for (int i = 0; i < n; ++i)
-        order[i] = keys[static_cast<size_t>(i)].pos;
+} // namespace
+
+namespace vel {
+
+bool isStatisticsNumeric(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::Double:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount)
+{
+    const std::vector<SortKey> keys = sortedKeys(values);
+    QVector<int> order(int(keys.size()));
+    int valid = 0;
+    for (int i = 0; i < order.size(); ++i) {
+        const SortKey &key = keys[static_cast<size_t>(i)];
+        order[i] = key.pos;
+        if (key.rank != invalidRank)
+            ++valid;
+    }
+    if (validCount)
+        *validCount = valid;
     return order;
 }
 
@@ -176,23 +267,28 @@ void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, doubl
         return;
 
     distinct = 1;
-    const QVector<int> order = vel::statisticsOrder(values);
-    const bool numeric = vel::isStatisticsNumeric(values.at(order.first()));
+    const std::vector<SortKey> keys = sortedKeys(values);
+    const bool numeric = vel::isStatisticsNumeric(values.at(keys.front().pos));
 
-    const QVariant empty;
     qint64 n = 0;
     double sum = 0;
     QVariant previous;
-    for (int position : order) {
-        const QVariant &v = values.at(position);
-        if (v == empty)
-            continue;
+    SortKey previousKey{};
+    for (const SortKey &key : keys) {
+        // Empty (invalid) cells, which equal only each other, are skipped;
+        // they are ordered last, so the walk ends where they begin.
+        if (key.rank == invalidRank)
+            break;
+        const QVariant &v = values.at(key.pos);
         if (n == 0) {
             previous = v;
+            previousKey = key;
             min = max = v.toDouble();
         }
-        if (v != previous) {
+        const Equality known = knownEquality(key, previousKey);
+        if (known == Equality::Different || (known == Equality::Unknown && v != previous)) {
             previous = v;
+            previousKey = key;
             distinct += 1;
         }
         n += 1;
