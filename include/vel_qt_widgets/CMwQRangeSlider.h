@@ -23,10 +23,10 @@ class CMwQRangeSliderPrivate;
 class VEL_QT_WIDGETS_EXPORT CMwQRangeSlider : public CMwQSlider
 {
     Q_OBJECT
-    Q_PROPERTY(int minimumValue READ minimumValue WRITE setMinimumValue)
-    Q_PROPERTY(int maximumValue READ maximumValue WRITE setMaximumValue)
-    Q_PROPERTY(int minimumPosition READ minimumPosition WRITE setMinimumPosition)
-    Q_PROPERTY(int maximumPosition READ maximumPosition WRITE setMaximumPosition)
+    Q_PROPERTY(int minimumValue READ minimumValue WRITE setMinimumValue NOTIFY minimumValueChanged)
+    Q_PROPERTY(int maximumValue READ maximumValue WRITE setMaximumValue NOTIFY maximumValueChanged)
+    Q_PROPERTY(int minimumPosition READ minimumPosition WRITE setMinimumPosition NOTIFY minimumPositionChanged)
+    Q_PROPERTY(int maximumPosition READ maximumPosition WRITE setMaximumPosition NOTIFY maximumPositionChanged)
     Q_PROPERTY(bool symmetricMoves READ symmetricMoves WRITE setSymmetricMoves)
     Q_PROPERTY(QString handleToolTip READ handleToolTip WRITE setHandleToolTip)
 

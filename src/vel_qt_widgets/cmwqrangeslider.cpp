@@ -6,6 +6,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
+#include <climits>
 
 CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
     : CMwQRangeSlider(new CMwQRangeSliderPrivate, parent)
@@ -204,6 +205,13 @@ void CMwQRangeSlider::initMaximumSliderStyleOption(QStyleOptionSlider *option) c
 
 namespace {
 
+// Positions near the ends of a full int range must not overflow on the way to
+// setPositions(), which clamps into the range anyway.
+int clampToInt(double value)
+{
+    return int(qBound<double>(INT_MIN, value, INT_MAX));
+}
+
 // The pixel span along which the handles move, from the style's rectangles.
 struct Track
 {
@@ -324,12 +332,13 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
     const int high = horizontal ? hit.rect.right() : hit.rect.bottom();
     if (control == QStyle::SC_SliderGroove && mepos > low && mepos < high) {
         const Track track = trackOf(this, option);
-        d->dragAnchorPosition = int((d->minimumPosition + d->maximumPosition) * 0.5);
+        // In double precision: the sum of two ints may overflow.
+        d->dragAnchorPosition = int((double(d->minimumPosition) + d->maximumPosition) * 0.5);
         d->dragClickOffset = mepos
             - (QStyle::sliderPositionFromValue(minimum(), maximum(), d->dragAnchorPosition,
                                                track.end - track.start, track.upsideDown)
                + track.start);
-        d->dragHalfWidth = float((d->maximumPosition - d->minimumPosition) * 0.5);
+        d->dragHalfWidth = float((double(d->maximumPosition) - d->minimumPosition) * 0.5);
         setSliderDown(true);
         const CMwQRangeSliderPrivate::Handles both =
             CMwQRangeSliderPrivate::LowerHandle | CMwQRangeSliderPrivate::UpperHandle;
@@ -368,15 +377,17 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
     if (lower && !upper) {
         const int newMin = std::min(newPos, d->maximumPosition);
         const double s = d->symmetricMoves ? double(d->minimumPosition) - newMin : 0.0;
-        setPositions(newMin, int(d->maximumPosition + s));
+        setPositions(newMin, clampToInt(d->maximumPosition + s));
     } else if (upper && !lower) {
         const int newMax = std::max(d->minimumPosition, newPos);
         const double s = d->symmetricMoves ? double(newMax) - d->maximumPosition : 0.0;
-        setPositions(int(d->minimumPosition - s), newMax);
+        setPositions(clampToInt(d->minimumPosition - s), newMax);
     } else {
         // The lower side truncates and the upper side rounds, so the span
         // keeps its width.
-        setPositions(int(newPos - d->dragHalfWidth), int(newPos + d->dragHalfWidth + 0.5));
+        const qint64 below = qint64(d->dragHalfWidth);
+        const qint64 above = qint64(double(d->dragHalfWidth) + 0.5);
+        setPositions(clampToInt(double(newPos - below)), clampToInt(double(newPos + above)));
     }
     e->accept();
 }
@@ -400,9 +411,10 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
     d->drawTicks(&painter, option);
 
     // The empty groove: a slider value outside the range keeps the style
-    // from filling any part of it up to a handle.
+    // from filling any part of it up to a handle. A full int range has no
+    // such value; its minimum leaves the groove empty as well.
     option.subControls = QStyle::SC_SliderGroove;
-    option.sliderValue = option.sliderPosition = minimum() - maximum();
+    option.sliderValue = option.sliderPosition = clampToInt(double(minimum()) - maximum());
     painter.drawComplexControl(QStyle::CC_Slider, option);
 
     const auto drawHandle = [&](bool lowerHandle) {

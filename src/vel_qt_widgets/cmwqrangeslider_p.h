@@ -5,7 +5,7 @@
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
 
-class CMwQRangeSliderPrivate : public CMwQSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQRangeSliderPrivate : public CMwQSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQRangeSlider)
 

@@ -129,9 +129,9 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
     painter->setPen(opt.palette.windowText().color());
 
     if (opt.tickPosition & sideMask) {
-        // Regular marks stand at minimum + k * interval, and one more at the
-        // maximum when the last step passes it (unless the interval is 1). A
-        // value whose addition would overflow ends the run.
+        // Regular marks stand at minimum + k * interval up to maximum + 1,
+        // which is drawn at the maximum (for an interval of 1 it is left
+        // out). A step whose addition would overflow ends the run.
         const qint64 interval = regularInterval(opt, geometry.available);
         const qint64 lastValue = qMin<qint64>(qint64(opt.maximum) + (interval == 1 ? 0 : 1), INT_MAX);
         const qint64 lastStep = lastValue < opt.minimum ? -1 : (lastValue - opt.minimum) / interval;
@@ -141,6 +141,10 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         // Marks that land on the same pixel are drawn once, and the next step
         // on a new pixel is found by bisection, so that a huge range with a
         // small interval costs one mark per pixel instead of one per step.
+        // Bisection needs positions that grow with the value; Qt 5.15's
+        // sliderPositionFromValue() wraps for ranges wider than INT_MAX and
+        // puts every value on the first pixels of the track (under the
+        // handle), where this may skip a pixel a step-by-step walk would hit.
         qint64 k = 0;
         while (k <= lastStep) {
             const int pos = positionOfStep(k);

@@ -8,7 +8,9 @@ class QPainter;
 class QStyleOptionSlider;
 QT_END_NAMESPACE
 
-class CMwQSliderPrivate
+// Exported (the header is not installed) so that tests and subclasses
+// elsewhere can hand the protected constructors a private object.
+class VEL_QT_WIDGETS_EXPORT CMwQSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQSlider)
 

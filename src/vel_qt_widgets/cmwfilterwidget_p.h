@@ -1,0 +1,23 @@
+#ifndef VEL_QT_WIDGETS_CMWFILTERWIDGET_P_H
+#define VEL_QT_WIDGETS_CMWFILTERWIDGET_P_H
+
+#include <vel_qt_widgets/CMwFilterWidget.h>
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
+
+#include <QtCore/QPointer>
+
+class CMwFilterWidgetPrivate
+{
+    Q_DECLARE_PUBLIC(CMwFilterWidget)
+
+public:
+    explicit CMwFilterWidgetPrivate(CMwFilterWidget *q);
+    virtual ~CMwFilterWidgetPrivate();
+
+    CMwFilterWidget *q_ptr;
+    QPointer<CMwSortFilterProxyModel> m_refModel;
+    QVector<QVector<QVariant>> m_lastFilter;
+    bool m_bActive = false;
+};
+
+#endif // VEL_QT_WIDGETS_CMWFILTERWIDGET_P_H

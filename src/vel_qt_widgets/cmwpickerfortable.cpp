@@ -1,0 +1,134 @@
+#include "cmwpickerfortable_p.h"
+
+#include "cmwfiltertexts_p.h"
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionComboBox>
+#include <QtWidgets/QStylePainter>
+
+CMwPickerForTablePrivate::CMwPickerForTablePrivate(CMwPickerForTable *q)
+    : q_ptr(q)
+{
+}
+
+CMwPickerForTablePrivate::~CMwPickerForTablePrivate() = default;
+
+CMwPickerForTable::CMwPickerForTable(QWidget *parent)
+    : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
+{
+    init(nullptr, parent);
+    setCurrentIndex(-1);
+}
+
+CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
+    : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
+{
+    init(model, parent);
+    setCurrentIndex(-1);
+}
+
+CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *model, QWidget *parent)
+    : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
+{
+    Q_D(CMwPickerForTable);
+    init(model, parent);
+    setCurrentIndex(findData(text, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    d->m_text = text;
+}
+
+CMwPickerForTable::CMwPickerForTable(CMwPickerForTablePrivate *d, QWidget *parent)
+    : QComboBox(parent)
+    , d_vel(d)
+{
+}
+
+CMwPickerForTable::~CMwPickerForTable() = default;
+
+void CMwPickerForTable::init(QAbstractItemModel *model, QWidget *parent)
+{
+    Q_D(CMwPickerForTable);
+    Q_UNUSED(parent) // already given to QComboBox
+    d->m_icon = QIcon(QStringLiteral(":/w32_commonres/res/plus.svg"));
+    if (model)
+        setModel(model);
+    connect(this, SIGNAL(currentIndexChanged(int)), this, SLOT(onCurrentIndexChanged(int)));
+    setEditable(false);
+    setFrame(false);
+}
+
+void CMwPickerForTable::setIcon(const QIcon &icon)
+{
+    setItemIcon(0, icon);
+}
+
+void CMwPickerForTable::setText(const QString &text)
+{
+    setItemText(0, text);
+}
+
+QAbstractItemModel *CMwPickerForTable::model() const
+{
+    return QComboBox::model();
+}
+
+void CMwPickerForTable::initStyleOption(QStyleOptionComboBox *option) const
+{
+    Q_D(const CMwPickerForTable);
+    if (!option)
+        return;
+    QComboBox::initStyleOption(option);
+    if (currentIndex() != -1 || !option->currentText.isEmpty())
+        return;
+    if (d->m_text.isEmpty()) {
+        option->currentText = VelFilterTexts::selectText();
+        option->currentIcon = d->m_icon;
+    } else {
+        option->currentText = d->m_text;
+    }
+}
+
+void CMwPickerForTable::showPopup()
+{
+    bool bShow = true;
+    emit popupWillShow(bShow);
+    if (bShow)
+        QComboBox::showPopup();
+}
+
+void CMwPickerForTable::hidePopup()
+{
+    QComboBox::hidePopup();
+    emit popupDidHide();
+}
+
+void CMwPickerForTable::focusInEvent(QFocusEvent *event)
+{
+    QComboBox::focusInEvent(event);
+    emit itemFocused();
+}
+
+// QComboBox paints through its own, non-virtual initStyleOption, which knows
+// nothing of the placeholder; hence the widget paints itself.
+void CMwPickerForTable::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    style()->drawComplexControl(QStyle::CC_ComboBox, &option, &painter, this);
+    style()->drawControl(QStyle::CE_ComboBoxLabel, &option, &painter, this);
+}
+
+void CMwPickerForTable::onCurrentIndexChanged(int index)
+{
+    // The popup closes (and says so) before the choice is reported.
+    hidePopup();
+    QModelIndex modelIndex;
+    if (rootModelIndex().isValid())
+        modelIndex = rootModelIndex().model()->index(index, 0, rootModelIndex());
+    else if (model())
+        modelIndex = model()->index(index, 0, QModelIndex());
+    emit itemSelected(modelIndex);
+}

@@ -1,0 +1,22 @@
+#ifndef VEL_QT_WIDGETS_CMWPICKERFORTABLE_P_H
+#define VEL_QT_WIDGETS_CMWPICKERFORTABLE_P_H
+
+#include <vel_qt_widgets/CMwPickerForTable.h>
+
+#include <QtGui/QIcon>
+#include <QtCore/QString>
+
+class CMwPickerForTablePrivate
+{
+    Q_DECLARE_PUBLIC(CMwPickerForTable)
+
+public:
+    explicit CMwPickerForTablePrivate(CMwPickerForTable *q);
+    virtual ~CMwPickerForTablePrivate();
+
+    CMwPickerForTable *q_ptr;
+    QIcon m_icon;   // beside the "<select>" placeholder
+    QString m_text; // caller's placeholder; empty means "<select>"
+};
+
+#endif // VEL_QT_WIDGETS_CMWPICKERFORTABLE_P_H

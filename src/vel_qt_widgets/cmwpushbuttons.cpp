@@ -1,0 +1,118 @@
+#include <vel_qt_widgets/PushButtons.h>
+
+#include <QtGui/QPainter>
+#include <QtGui/QPolygon>
+
+CMwTextPushButton::CMwTextPushButton(QWidget *parent)
+    : QPushButton(parent)
+{
+}
+
+CMwTextPushButton::CMwTextPushButton(const QString &text, QWidget *parent)
+    : QPushButton(text, parent)
+{
+}
+
+CMwTextPushButton::CMwTextPushButton(const QIcon &icon, const QString &text, QWidget *parent)
+    : QPushButton(icon, text, parent)
+{
+}
+
+CMwTextPushButton::~CMwTextPushButton() = default;
+
+CMwIconFitButton::CMwIconFitButton(QWidget *parent)
+    : QPushButton(parent)
+{
+}
+
+CMwIconFitButton::CMwIconFitButton(const QIcon &icon, QWidget *parent)
+    : QPushButton(icon, QString(), parent)
+{
+}
+
+CMwIconFitButton::~CMwIconFitButton() = default;
+
+CMwSizedPushButtonMd::CMwSizedPushButtonMd(QWidget *parent)
+    : QPushButton(parent)
+{
+}
+
+CMwSizedPushButtonMd::CMwSizedPushButtonMd(const QIcon &icon, const QString &text, QWidget *parent)
+    : QPushButton(icon, text, parent)
+{
+}
+
+CMwSizedPushButtonMd::~CMwSizedPushButtonMd() = default;
+
+CMwPickerPushButton::CMwPickerPushButton(QWidget *parent)
+    : QPushButton(parent)
+    , m_direction(eDown)
+{
+    // Keeps the text at the left, clear of the triangle.
+    setStyleSheet(QStringLiteral("Text-align:left"));
+}
+
+CMwPickerPushButton::~CMwPickerPushButton() = default;
+
+CMwPickerPushButton::EPickerDirection CMwPickerPushButton::direction() const { return m_direction; }
+
+void CMwPickerPushButton::setDirection(EPickerDirection direction)
+{
+    m_direction = direction;
+    update();
+}
+
+void CMwPickerPushButton::paintEvent(QPaintEvent *event)
+{
+    QPushButton::paintEvent(event);
+
+    QPainter painter(this);
+    painter.save();
+
+    const QRect r = rect();
+    const int d = (r.bottom() - r.top() + 1) / 3;
+    const QRect box(r.right() - 2 * d, r.top() + d + 1, d, d);
+    const int w = box.width();
+    const int h = box.height();
+    const int x0 = box.left();
+    const int x1 = box.right();
+    const int y0 = box.top();
+    const int y1 = box.bottom();
+
+    // For an even size the second point lies one pixel beyond the box: that
+    // keeps the triangle symmetric around its apex.
+    QPoint points[3];
+    switch (m_direction) {
+    case eDown:
+        points[0] = QPoint(x0, y0);
+        points[1] = QPoint(x0 + (w & ~1), y0);
+        points[2] = QPoint(x0 + (w >> 1), y1);
+        break;
+    case eUp:
+        points[0] = QPoint(x0, y1);
+        points[1] = QPoint(x0 + (w & ~1), y1);
+        points[2] = QPoint(x0 + (w >> 1), y0);
+        break;
+    case eLeft:
+        points[0] = QPoint(x1, y0);
+        points[1] = QPoint(x1, y0 + (h & ~1));
+        points[2] = QPoint(x0, y0 + (h >> 1));
+        break;
+    case eRight:
+        points[0] = QPoint(x0, y0);
+        points[1] = QPoint(x0, y0 + (h & ~1));
+        points[2] = QPoint(x1, y0 + (h >> 1));
+        break;
+    default:
+        // Unknown values keep all three points at the origin: nothing with
+        // an area is drawn.
+        break;
+    }
+
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    const QColor color = palette().color(QPalette::ButtonText);
+    painter.setPen(color);
+    painter.setBrush(color);
+    painter.drawConvexPolygon(points, 3);
+    painter.restore();
+}

@@ -1,0 +1,13 @@
+#include <vel_qt_widgets/Base.h>
+
+CMwQWidget::CMwQWidget(QWidget *parent, Qt::WindowFlags f)
+    : QWidget(parent, f)
+{
+}
+
+CMwQWidget::CMwQWidget(QWidgetPrivate &d, QWidget *parent, Qt::WindowFlags f)
+    : QWidget(d, parent, f)
+{
+}
+
+CMwQWidget::~CMwQWidget() = default;

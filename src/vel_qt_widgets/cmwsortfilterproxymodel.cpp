@@ -1,0 +1,219 @@
+#include "cmwsortfilterproxymodel_p.h"
+
+#include "cmwfiltertexts_p.h"
+
+#include <QtCore/QtDebug>
+
+namespace {
+
+// Qt 5's QVariant ordering (with its numeric and string conversions) is the
+// comparison the filter is defined by; Qt 5.15 merely marks it deprecated.
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+bool compareCell(int comparator, const QVariant &cell, const QVariant &value)
+{
+    switch (comparator) {
+    case VelFilterTexts::GreaterOrEqual:
+        return cell >= value;
+    case VelFilterTexts::SmallerOrEqual:
+        return cell <= value;
+    case VelFilterTexts::Greater:
+        return cell > value;
+    case VelFilterTexts::Smaller:
+        return cell < value;
+    case VelFilterTexts::Equal:
+        return cell == value;
+    case VelFilterTexts::NotEqual:
+        return !(cell == value);
+    case VelFilterTexts::Empty:
+        return cell.isNull();
+    case VelFilterTexts::NotEmpty:
+        return !cell.isNull();
+    default:
+        return false;
+    }
+}
+QT_WARNING_POP
+
+} // namespace
+
+CMwSortFilterProxyModelPrivate::CMwSortFilterProxyModelPrivate(CMwSortFilterProxyModel *q)
+    : q_ptr(q)
+{
+}
+
+CMwSortFilterProxyModelPrivate::~CMwSortFilterProxyModelPrivate() = default;
+
+void CMwSortFilterProxyModelPrivate::connectSource(QAbstractItemModel *model)
+{
+    Q_Q(CMwSortFilterProxyModel);
+    connectedSource = model;
+    if (!model)
+        return;
+    const char *const signalNames[] = {
+        SIGNAL(headerDataChanged(Qt::Orientation,int,int)),
+        SIGNAL(columnsInserted(QModelIndex,int,int)),
+        SIGNAL(columnsRemoved(QModelIndex,int,int)),
+        SIGNAL(columnsMoved(QModelIndex,int,int,QModelIndex,int)),
+        SIGNAL(modelReset()),
+        SIGNAL(destroyed()),
+    };
+    for (const char *signal : signalNames)
+        QObject::connect(model, signal, q, SLOT(onSourceHeaderChanged()));
+}
+
+void CMwSortFilterProxyModelPrivate::disconnectSource(QAbstractItemModel *model)
+{
+    Q_Q(CMwSortFilterProxyModel);
+    if (model)
+        QObject::disconnect(model, nullptr, q, SLOT(onSourceHeaderChanged()));
+    connectedSource = nullptr;
+}
+
+void CMwSortFilterProxyModelPrivate::resolveColumns() const
+{
+    Q_Q(const CMwSortFilterProxyModel);
+    columns.resize(conditions.size());
+    for (int i = 0; i < conditions.size(); ++i)
+        columns[i] = q->sourceColumnFromName(conditions.at(i).column);
+    columnsModel = q->sourceModel();
+    columnsValid = true;
+}
+
+CMwSortFilterProxyModel::CMwSortFilterProxyModel(QObject *parent)
+    : CMwSortFilterProxyModel(new CMwSortFilterProxyModelPrivate(this), parent)
+{
+}
+
+CMwSortFilterProxyModel::CMwSortFilterProxyModel(CMwSortFilterProxyModelPrivate *d, QObject *parent)
+    : QSortFilterProxyModel(parent)
+    , d_vel(d)
+{
+}
+
+CMwSortFilterProxyModel::~CMwSortFilterProxyModel() = default;
+
+void CMwSortFilterProxyModel::setSourceModel(QAbstractItemModel *model)
+{
+    Q_D(CMwSortFilterProxyModel);
+    if (model != d->connectedSource.data()) {
+        d->disconnectSource(d->connectedSource.data());
+        // Connected before the base class connects its own handlers, so the
+        // column cache is dropped before Qt re-filters anything.
+        d->connectSource(model);
+    }
+    d->columnsValid = false;
+    QSortFilterProxyModel::setSourceModel(model);
+}
+
+void CMwSortFilterProxyModel::onSourceHeaderChanged()
+{
+    Q_D(CMwSortFilterProxyModel);
+    d->columnsValid = false;
+}
+
+void CMwSortFilterProxyModel::setFilterRows(QVector<QVector<QVariant>> filter)
+{
+    Q_D(CMwSortFilterProxyModel);
+    const QStringList &operators = VelFilterTexts::operatorTexts();
+    const QStringList &comparators = VelFilterTexts::comparatorTexts();
+
+    d->conditions.clear();
+    d->compiled.clear();
+    d->conditions.reserve(filter.size());
+    d->compiled.reserve(filter.size());
+    for (int i = 0; i < filter.size(); ++i) {
+        const QVector<QVariant> &row = filter.at(i);
+        if (row.size() < 5) {
+            qWarning("CMwSortFilterProxyModel::setFilterRows: row %d has %d elements, expected 5; ignored",
+                     i, int(row.size()));
+            continue;
+        }
+        FilterCondition condition;
+        condition.op = row.at(1).toString();
+        condition.column = row.at(2).toString();
+        condition.comparator = row.at(3).toString();
+        condition.value = row.at(4);
+
+        CMwSortFilterProxyModelPrivate::Compiled compiled;
+        compiled.isAnd = condition.op == operators.at(VelFilterTexts::OperatorAnd);
+        compiled.comparator = comparators.indexOf(condition.comparator);
+
+        d->conditions.append(condition);
+        d->compiled.append(compiled);
+    }
+    d->columnsValid = false;
+    invalidate();
+}
+
+QVector<CMwSortFilterProxyModel::FilterCondition> CMwSortFilterProxyModel::filterConditions() const
+{
+    Q_D(const CMwSortFilterProxyModel);
+    return d->conditions;
+}
+
+QVariant CMwSortFilterProxyModel::firstValueOfColumn(const QString &column) const
+{
+    const int col = sourceColumnFromName(column);
+    if (col < 0)
+        return QVariant();
+    const QModelIndex index = sourceModel()->index(0, col, QModelIndex());
+    if (!index.isValid())
+        return QVariant();
+    return sourceModel()->data(index, Qt::DisplayRole);
+}
+
+int CMwSortFilterProxyModel::sourceColumnFromName(const QString &column) const
+{
+    const QAbstractItemModel *source = sourceModel();
+    if (!source)
+        return -1;
+    const int count = source->columnCount();
+    for (int c = 0; c < count; ++c) {
+        if (source->headerData(c, Qt::Horizontal, Qt::DisplayRole).toString() == column)
+            return c;
+    }
+    return -1;
+}
+
+bool CMwSortFilterProxyModel::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
+{
+    Q_D(const CMwSortFilterProxyModel);
+    bool result = true;
+    if (d->conditions.isEmpty())
+        return result;
+    const QAbstractItemModel *source = sourceModel();
+    if (!source)
+        return result;
+
+    // A filter pass starts at row 0: the lookup is renewed there, so a header
+    // change that a model fails to announce is still seen by the next pass.
+    if (source_row == 0 || !d->columnsValid || d->columnsModel != source)
+        d->resolveColumns();
+
+    // Strict left fold from true: no precedence, and every condition is
+    // evaluated even when the result can no longer change.
+    for (int i = 0; i < d->conditions.size(); ++i) {
+        const int col = d->columns.at(i);
+        if (col < 0)
+            continue;
+        const QVariant cell = source->data(source->index(source_row, col, source_parent), Qt::DisplayRole);
+        const CMwSortFilterProxyModelPrivate::Compiled &compiled = d->compiled.at(i);
+        const bool match = compareCell(compiled.comparator, cell, d->conditions.at(i).value);
+        if (compiled.isAnd)
+            result = result && match;
+        else
+            result = result || match;
+    }
+    return result;
+}
+
+QStringList CMwSortFilterProxyModel::operatorTexts()
+{
+    return VelFilterTexts::operatorTexts();
+}
+
+QStringList CMwSortFilterProxyModel::comparatorTexts()
+{
+    return VelFilterTexts::comparatorTexts();
+}

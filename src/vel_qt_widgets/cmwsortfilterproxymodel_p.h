@@ -1,0 +1,40 @@
+#ifndef VEL_QT_WIDGETS_CMWSORTFILTERPROXYMODEL_P_H
+#define VEL_QT_WIDGETS_CMWSORTFILTERPROXYMODEL_P_H
+
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
+
+#include <QtCore/QPointer>
+
+class CMwSortFilterProxyModelPrivate
+{
+    Q_DECLARE_PUBLIC(CMwSortFilterProxyModel)
+
+public:
+    explicit CMwSortFilterProxyModelPrivate(CMwSortFilterProxyModel *q);
+    virtual ~CMwSortFilterProxyModelPrivate();
+
+    // What evaluation needs of a condition, decided once in setFilterRows
+    // from the same static text tables the conditions are compared with.
+    struct Compiled
+    {
+        bool isAnd = false;
+        int comparator = -1; // VelFilterTexts::Comparator, -1 for an unknown text
+    };
+
+    void connectSource(QAbstractItemModel *model);
+    void disconnectSource(QAbstractItemModel *model);
+    void resolveColumns() const;
+
+    CMwSortFilterProxyModel *q_ptr;
+    QVector<CMwSortFilterProxyModel::FilterCondition> conditions;
+    QVector<Compiled> compiled;
+
+    // Source columns of the conditions, looked up by header text once per
+    // filter pass and again whenever the source's headers or columns change.
+    mutable QVector<int> columns;
+    mutable bool columnsValid = false;
+    mutable const QAbstractItemModel *columnsModel = nullptr;
+    QPointer<QAbstractItemModel> connectedSource;
+};
+
+#endif // VEL_QT_WIDGETS_CMWSORTFILTERPROXYMODEL_P_H
