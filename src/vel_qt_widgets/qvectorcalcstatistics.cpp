@@ -2,6 +2,7 @@
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
+#include <QtCore/QCollator>
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
@@ -9,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -127,22 +129,71 @@ inline quint64 doubleBits(double d)
     return (b & signFlip) ? ~b : (b | signFlip);
 }
 
+// True when \a order lists \a texts in localeAwareCompare order; \a rises
+// receives, per position, whether the text there is greater than the one
+// before it (the ranks need exactly that).
+bool isLocaleOrdered(const QVector<QString> &texts, const QVector<int> &order,
+                     std::vector<bool> &rises)
+{
+    rises.assign(static_cast<size_t>(order.size()), false);
+    for (int i = 1; i < order.size(); ++i) {
+        const int c = texts.at(order.at(i)).localeAwareCompare(texts.at(order.at(i - 1)));
+        if (c < 0)
+            return false;
+        // A comparison's sign turns with its arguments: greater than the
+        // neighbour is the neighbour being less.
+        rises[static_cast<size_t>(i)] = c > 0;
+    }
+    return true;
+}
+
 // Ranks of the distinct strings in localeAwareCompare order. Each distinct
-// text is compared once per merge step instead of once per occurrence;
-// neighbours that compare equal share a rank, as they would in a sort of the
-// texts themselves.
+// text is ordered once instead of once per occurrence; neighbours that
+// compare equal share a rank, as they would in a sort of the texts
+// themselves.
+//
+// A locale-aware comparison is costly, and a million of them per column
+// freeze the grid. Two cheaper orders usually give the same result: code
+// unit order (what the C locale compares) and the order of QCollator's sort
+// keys (the default collation). Either is taken only after checking each
+// neighbouring pair with localeAwareCompare itself; otherwise the texts are
+// sorted with localeAwareCompare.
 QVector<quint64> stringRanks(const QVector<QString> &texts)
 {
-    QVector<int> order(texts.size());
-    for (int i = 0; i < order.size(); ++i)
-        order[i] = i;
-    vel::boundedMergeSort(order.data(), order.size(), [&texts](int a, int b) {
-        return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
-    });
-    QVector<quint64> ranks(texts.size());
+    const int n = texts.size();
+    QVector<int> order(n);
+    std::iota(order.begin(), order.end(), 0);
+
+    vel::boundedMergeSort(order.data(), n,
+                          [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
+    std::vector<bool> rises;
+    bool sorted = isLocaleOrdered(texts, order, rises);
+    if (!sorted) {
+        const QCollator collator;
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(static_cast<size_t>(n));
+        for (const QString &text : texts)
+            keys.push_back(collator.sortKey(text));
+        vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
+            return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
+        });
+        sorted = isLocaleOrdered(texts, order, rises);
+    }
+    if (!sorted) {
+        std::iota(order.begin(), order.end(), 0);
+        vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
+            return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
+        });
+        rises.assign(static_cast<size_t>(n), false);
+        for (int i = 1; i < n; ++i) {
+            rises[static_cast<size_t>(i)] =
+                texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0;
+        }
+    }
+    QVector<quint64> ranks(n);
     quint64 rank = 0;
-    for (int i = 0; i < order.size(); ++i) {
-        if (i > 0 && texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0)
+    for (int i = 0; i < n; ++i) {
+        if (rises[static_cast<size_t>(i)])
             ++rank;
         ranks[order.at(i)] = rank;
     }
