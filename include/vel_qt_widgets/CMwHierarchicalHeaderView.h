@@ -1,0 +1,91 @@
+#ifndef VEL_QT_WIDGETS_CMWHIERARCHICALHEADERVIEW_H
+#define VEL_QT_WIDGETS_CMWHIERARCHICALHEADERVIEW_H
+
+#include "vel_qt_widgets_export.h"
+
+#include <vel_qt_widgets/CMwGridRoles.h>
+
+#include <QtCore/QScopedPointer>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QStyleOptionHeader>
+
+class CMwHierarchicalHeaderViewPrivate;
+
+/*!
+    \brief A QHeaderView that draws a multi-level header from a separate
+    header model, and offers the grid's column context menu.
+
+    The header model is a tree that grows sideways: the top-level cells are
+    index(0, i) of the root, the children of a cell are index(0, i, cell).
+    Cells without children are leaves; the k-th leaf, counted depth-first
+    from the left, is the cell of logical section k. Every ancestor of a leaf
+    is drawn above it (beside it for a vertical header), spanning the sections
+    of all its leaves.
+
+    Header cells may carry Qt::UserRole (rotated caption), Qt::SizeHintRole
+    (minimum size), Qt::FontRole, Qt::ForegroundRole and Qt::BackgroundRole.
+
+    \code
+    auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal, tree);
+    tree->setHeader(header);
+    tree->setModel(itemModel);          // may supply HorizontalHeaderModelRole
+    header->setHeaderModel(captions);   // otherwise set it afterwards
+    \endcode
+
+    The header never owns the header model and forgets it when it is
+    destroyed. Sections are assumed to stay in model order.
+*/
+class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderView : public QHeaderView
+{
+    Q_OBJECT
+
+public:
+    explicit CMwHierarchicalHeaderView(Qt::Orientation orientation, QWidget *parent = nullptr);
+    ~CMwHierarchicalHeaderView() override;
+
+    /*! Replaces the header model (not owned). Neither repaints nor
+        re-measures; call after setModel(), which drops it otherwise. */
+    void setHeaderModel(QAbstractItemModel *model);
+    /*! The current header model, or null. */
+    QAbstractItemModel *headerModel() const;
+
+    /*! The style option every cell of \a logicalIndex is drawn and measured with. */
+    QStyleOptionHeader styleOptionForCell(int logicalIndex) const;
+
+    /*! Sets the item model and adopts its HorizontalHeaderModelRole (or
+        VerticalHeaderModelRole) object as header model; a header model set
+        earlier is dropped. */
+    void setModel(QAbstractItemModel *model) override;
+
+Q_SIGNALS:
+    /*! "Group By" was chosen on \a iLogicalIndex, or "Ungroup" (-1). */
+    void groupByColumn(mw_int32 iLogicalIndex);
+    /*! "Hide Column" (\a bShow false) or, once per section, "Show All Columns". */
+    void showColumn(mw_int32 iCol, bool bShow);
+
+public Q_SLOTS:
+    /*! Repaints the spanning cells left of (above) \a logicalIndex. */
+    void onSectionResized(int logicalIndex);
+    /*! Runs the column context menu for the section at \a pos. */
+    void onCustomMenuRequested(QPoint pos);
+
+protected:
+    CMwHierarchicalHeaderView(CMwHierarchicalHeaderViewPrivate *d, Qt::Orientation orientation,
+                              QWidget *parent);
+
+    void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
+    QSize sectionSizeFromContents(int logicalIndex) const override;
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    const QScopedPointer<CMwHierarchicalHeaderViewPrivate> d_vel;
+
+private:
+    void init();
+
+    Q_DECLARE_PRIVATE_D(d_vel, CMwHierarchicalHeaderView)
+    Q_DISABLE_COPY(CMwHierarchicalHeaderView)
+};
+
+#endif // VEL_QT_WIDGETS_CMWHIERARCHICALHEADERVIEW_H

@@ -1,0 +1,645 @@
+#include "cmwhierarchicalheaderview_p.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QItemSelectionModel>
+#include <QtGui/QCursor>
+#include <QtGui/QFontMetrics>
+#include <QtGui/QPainter>
+#include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QStyle>
+
+namespace {
+
+// mw_int32 is a typedef moc cannot see through; the name must be known for
+// queued connections and signal spies.
+void registerGridTypes()
+{
+    qRegisterMetaType<mw_int32>("mw_int32");
+}
+
+// Room for the sort arrow, on top of what the style already reserves: the
+// arrow of the bold caption would otherwise touch the text.
+constexpr int sortIndicatorAllowance = 12;
+constexpr int menuMinimumWidth = 150;
+
+} // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(registerGridTypes)
+
+// ---------------------------------------------------------------------------
+// CMwHeaderLeafCache
+
+CMwHeaderLeafCache::CMwHeaderLeafCache(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void CMwHeaderLeafCache::watch(QAbstractItemModel *model)
+{
+    if (m_watched != model) {
+        if (m_watched)
+            disconnect(m_watched, nullptr, this, nullptr);
+        m_watched = model;
+        if (model) {
+            // Any change of shape can move leaves between sections.
+            const char *signalList[] = {
+                SIGNAL(destroyed()),
+                SIGNAL(modelReset()),
+                SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+                SIGNAL(rowsInserted(QModelIndex, int, int)),
+                SIGNAL(rowsRemoved(QModelIndex, int, int)),
+                SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
+                SIGNAL(columnsInserted(QModelIndex, int, int)),
+                SIGNAL(columnsRemoved(QModelIndex, int, int)),
+                SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+            };
+            for (const char *signal : signalList)
+                connect(model, signal, this, SLOT(invalidate()));
+        }
+    }
+    invalidate();
+}
+
+void CMwHeaderLeafCache::invalidate()
+{
+    valid = false;
+    leaves.clear();
+    spans.clear();
+    m_builtFor = nullptr;
+    m_sectionCount = -1;
+}
+
+void CMwHeaderLeafCache::ensure(const QAbstractItemModel *model, int sectionCount)
+{
+    if (valid && m_builtFor == model && m_sectionCount == sectionCount)
+        return;
+    invalidate();
+    if (model) {
+        const int top = model->columnCount();
+        for (int i = 0; i < top; ++i)
+            collect(model, model->index(0, i));
+    }
+    m_builtFor = model;
+    m_sectionCount = sectionCount;
+    valid = true;
+}
+
+void CMwHeaderLeafCache::collect(const QAbstractItemModel *model, const QModelIndex &cell)
+{
+    if (!cell.isValid())
+        return;
+    const int children = model->columnCount(cell);
+    if (children == 0) {
+        leaves.append(cell);
+        return;
+    }
+    Span span;
+    span.firstLeaf = leaves.size();
+    for (int i = 0; i < children; ++i)
+        collect(model, model->index(0, i, cell));
+    span.leafCount = leaves.size() - span.firstLeaf;
+    spans.insert(cell, span);
+}
+
+// ---------------------------------------------------------------------------
+// Tree helpers
+
+CMwHierarchicalHeaderViewPrivate::~CMwHierarchicalHeaderViewPrivate() = default;
+
+QModelIndex CMwHierarchicalHeaderViewPrivate::rootOf(const QModelIndex &cell) const
+{
+    QModelIndex root = cell;
+    while (root.parent().isValid())
+        root = root.parent();
+    return root;
+}
+
+QModelIndexList CMwHierarchicalHeaderViewPrivate::pathTo(const QModelIndex &cell) const
+{
+    QModelIndexList path;
+    for (QModelIndex i = cell; i.isValid(); i = i.parent())
+        path.prepend(i);
+    return path;
+}
+
+QModelIndexList CMwHierarchicalHeaderViewPrivate::collectLeaves(const QModelIndex &cell) const
+{
+    QModelIndexList result;
+    if (!cell.isValid())
+        return result;
+    const QAbstractItemModel *model = cell.model();
+    const int children = model->columnCount(cell);
+    if (children == 0) {
+        result.append(cell);
+        return result;
+    }
+    for (int i = 0; i < children; ++i)
+        result += collectLeaves(model->index(0, i, cell));
+    return result;
+}
+
+QModelIndexList CMwHierarchicalHeaderViewPrivate::leavesOf(const QModelIndex &cell) const
+{
+    QModelIndexList result;
+    if (!cell.isValid())
+        return result;
+    const QAbstractItemModel *model = cell.model();
+    const int children = model->columnCount(cell);
+    for (int i = 0; i < children; ++i)
+        result += collectLeaves(model->index(0, i, cell));
+    return result;
+}
+
+QModelIndex CMwHierarchicalHeaderViewPrivate::walkLeafForSection(int section) const
+{
+    if (!headerModel)
+        return QModelIndex();
+    // The walk always runs along columns, for a vertical header too.
+    int counter = -1;
+    const int top = headerModel->columnCount();
+    for (int i = 0; i < top; ++i) {
+        const QModelIndexList leaves = collectLeaves(headerModel->index(0, i));
+        if (counter + leaves.size() >= section)
+            return section > counter ? leaves.at(section - counter - 1) : QModelIndex();
+        counter += leaves.size();
+    }
+    return QModelIndex();
+}
+
+int CMwHierarchicalHeaderViewPrivate::walkSpanLength(const QModelIndex &cell,
+                                                     const QModelIndex &leaf, int section) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const QModelIndexList leaves = leavesOf(cell);
+    if (leaves.isEmpty())
+        return q->sectionSize(section);
+    const int n = leaves.indexOf(leaf);
+    int length = 0;
+    for (int i = 0; i < leaves.size(); ++i)
+        length += q->sectionSize(section - n + i);
+    return length;
+}
+
+int CMwHierarchicalHeaderViewPrivate::walkSpanStart(const QModelIndex &cell,
+                                                    const QModelIndex &leaf, int section,
+                                                    int sectionStart) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const QModelIndexList leaves = leavesOf(cell);
+    if (leaves.isEmpty())
+        return sectionStart;
+    const int n = leaves.indexOf(leaf);
+    int start = sectionStart;
+    for (int i = n - 1; i >= 0; --i)
+        start -= q->sectionSize(section - n + i);
+    return start;
+}
+
+int CMwHierarchicalHeaderViewPrivate::walkIndexInRoot(const QModelIndex &leaf) const
+{
+    return leavesOf(rootOf(leaf)).indexOf(leaf);
+}
+
+// ---------------------------------------------------------------------------
+// Cached lookups. Every caller passes a leaf that is the leaf of its
+// section, so the leaf's place under a cell follows from the section number.
+
+const CMwHeaderLeafCache::Span *CMwHierarchicalHeaderViewPrivate::cachedSpan(
+    const QModelIndex &cell) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    cache->ensure(headerModel.data(), q->count());
+    const auto it = cache->spans.constFind(cell);
+    return it == cache->spans.constEnd() ? nullptr : &it.value();
+}
+
+QModelIndex CMwHierarchicalHeaderViewPrivate::leafForSection(int section) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    if (!useCache)
+        return walkLeafForSection(section);
+    if (!headerModel)
+        return QModelIndex();
+    cache->ensure(headerModel.data(), q->count());
+    return section >= 0 && section < cache->leaves.size() ? cache->leaves.at(section)
+                                                          : QModelIndex();
+}
+
+int CMwHierarchicalHeaderViewPrivate::spanLength(const QModelIndex &cell, const QModelIndex &leaf,
+                                                 int section) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    if (!useCache)
+        return walkSpanLength(cell, leaf, section);
+    const CMwHeaderLeafCache::Span *span = cachedSpan(cell);
+    if (!span || span->leafCount == 0)
+        return q->sectionSize(section);
+    const int first = span->firstLeaf;
+    const int last = first + span->leafCount - 1;
+    // Unmoved sections lie in logical order, so the span is a difference of
+    // positions; otherwise add the sizes up as the plain walk does.
+    if (!q->sectionsMoved() && last < q->count())
+        return q->sectionPosition(last) + q->sectionSize(last) - q->sectionPosition(first);
+    int length = 0;
+    for (int i = first; i <= last; ++i)
+        length += q->sectionSize(i);
+    return length;
+}
+
+int CMwHierarchicalHeaderViewPrivate::spanStart(const QModelIndex &cell, const QModelIndex &leaf,
+                                                int section, int sectionStart) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    if (!useCache)
+        return walkSpanStart(cell, leaf, section, sectionStart);
+    const CMwHeaderLeafCache::Span *span = cachedSpan(cell);
+    if (!span || span->leafCount == 0)
+        return sectionStart;
+    const int first = span->firstLeaf;
+    if (!q->sectionsMoved() && section < q->count())
+        return sectionStart - (q->sectionPosition(section) - q->sectionPosition(first));
+    int start = sectionStart;
+    for (int i = first; i < section; ++i)
+        start -= q->sectionSize(i);
+    return start;
+}
+
+int CMwHierarchicalHeaderViewPrivate::indexInRoot(const QModelIndex &leaf, int section) const
+{
+    if (!useCache)
+        return walkIndexInRoot(leaf);
+    const CMwHeaderLeafCache::Span *span = cachedSpan(rootOf(leaf));
+    return span && span->leafCount > 0 ? section - span->firstLeaf : -1;
+}
+
+// ---------------------------------------------------------------------------
+// Measuring and drawing
+
+QSize CMwHierarchicalHeaderViewPrivate::measureCell(const QModelIndex &cell,
+                                                    const QStyleOptionHeader &option) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const QVariant hint = cell.data(Qt::SizeHintRole);
+    QSize result = hint.isValid() ? hint.toSize() : QSize();
+
+    QFont font = q->font();
+    const QVariant fontValue = cell.data(Qt::FontRole);
+    if (fontValue.isValid() && fontValue.canConvert<QFont>())
+        font = qvariant_cast<QFont>(fontValue);
+    // Measured bold so that a caption drawn bold still fits.
+    font.setWeight(QFont::Bold);
+    const QFontMetrics metrics(font);
+
+    QSize text = metrics.size(0, cell.data(Qt::DisplayRole).toString());
+    if (cell.data(Qt::UserRole).isValid())
+        text.transpose();
+    QSize decoration = q->style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), q);
+    if (option.sortIndicator != QStyleOptionHeader::None)
+        decoration.rwidth() += sortIndicatorAllowance;
+    const QSize empty = metrics.size(0, QString());
+    return result.expandedTo(text + decoration - empty);
+}
+
+void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect &rect,
+                                                 const QModelIndex &leaf, int section,
+                                                 const QStyleOptionHeader &option) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const QPointF brushOrigin = painter->brushOrigin();
+    const QModelIndexList path = pathTo(leaf);
+    int offset = q->orientation() == Qt::Horizontal ? rect.top() : rect.left();
+    for (int i = 0; i < path.size(); ++i) {
+        QStyleOptionHeader cellOption = option;
+        // Only the leaf shows the pressed and selected look of its section.
+        if (i < path.size() - 1)
+            cellOption.state &= ~(QStyle::State_Sunken | QStyle::State_On);
+        offset = drawCell(painter, rect, path.at(i), leaf, section, offset, cellOption);
+    }
+    painter->setBrushOrigin(brushOrigin);
+}
+
+int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &rect,
+                                               const QModelIndex &cell, const QModelIndex &leaf,
+                                               int section, int offset,
+                                               const QStyleOptionHeader &option) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    QStyleOptionHeader opt = option;
+    const QVariant foreground = cell.data(Qt::ForegroundRole);
+    if (foreground.canConvert<QBrush>())
+        opt.palette.setBrush(QPalette::ButtonText, qvariant_cast<QBrush>(foreground));
+    const QVariant background = cell.data(Qt::BackgroundRole);
+    if (background.canConvert<QBrush>()) {
+        const QBrush brush = qvariant_cast<QBrush>(background);
+        opt.palette.setBrush(QPalette::Button, brush);
+        opt.palette.setBrush(QPalette::Window, brush);
+    }
+
+    const bool horizontal = q->orientation() == Qt::Horizontal;
+    const QSize measured = measureCell(cell, opt);
+    QRect cellRect;
+    int thickness;
+    if (horizontal) {
+        // The leaf takes the rest of the header's thickness.
+        thickness = cell == leaf ? rect.height() - offset : measured.height();
+        cellRect = QRect(spanStart(cell, leaf, section, rect.left()), offset,
+                         spanLength(cell, leaf, section), thickness);
+    } else {
+        thickness = cell == leaf ? rect.width() - offset : measured.width();
+        cellRect = QRect(offset, spanStart(cell, leaf, section, rect.top()), thickness,
+                         spanLength(cell, leaf, section));
+    }
+
+    opt.text = cell.data(Qt::DisplayRole).toString();
+    painter->save();
+    opt.rect = cellRect;
+    QStyle *style = q->style();
+    if (cell.data(Qt::UserRole).isValid()) {
+        style->drawControl(QStyle::CE_HeaderSection, &opt, painter, q);
+        // Turned a quarter counter-clockwise, the caption reads bottom to top;
+        // the rectangle is transposed around the same centre.
+        painter->setWorldTransform(QTransform().rotate(-90), true);
+        const QPoint centre = cellRect.center();
+        QRect labelRect(0, 0, cellRect.height(), cellRect.width());
+        labelRect.moveCenter(QPoint(-centre.y(), centre.x()));
+        opt.rect = labelRect;
+        style->drawControl(QStyle::CE_HeaderLabel, &opt, painter, q);
+    } else {
+        style->drawControl(QStyle::CE_Header, &opt, painter, q);
+    }
+    painter->restore();
+    return offset + thickness;
+}
+
+void CMwHierarchicalHeaderViewPrivate::drawTrailingPiece(QPainter *painter,
+                                                         const QRect &lastSection) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    painter->save();
+    QStyleOptionHeader opt = q->styleOptionForCell(q->count() - 1);
+    opt.rect = QRect(lastSection.right() + 1, lastSection.top(), q->width(), lastSection.height());
+    q->style()->drawControl(QStyle::CE_Header, &opt, painter, q);
+    painter->restore();
+}
+
+// ---------------------------------------------------------------------------
+// CMwHierarchicalHeaderView
+
+CMwHierarchicalHeaderView::CMwHierarchicalHeaderView(Qt::Orientation orientation, QWidget *parent)
+    : CMwHierarchicalHeaderView(new CMwHierarchicalHeaderViewPrivate, orientation, parent)
+{
+}
+
+CMwHierarchicalHeaderView::CMwHierarchicalHeaderView(CMwHierarchicalHeaderViewPrivate *d,
+                                                     Qt::Orientation orientation, QWidget *parent)
+    : QHeaderView(orientation, parent)
+    , d_vel(d)
+{
+    d->q_ptr = this;
+    init();
+}
+
+CMwHierarchicalHeaderView::~CMwHierarchicalHeaderView() = default;
+
+void CMwHierarchicalHeaderView::init()
+{
+    Q_D(CMwHierarchicalHeaderView);
+    d->cache = new CMwHeaderLeafCache(this);
+    connect(this, SIGNAL(sectionCountChanged(int, int)), d->cache, SLOT(invalidate()));
+    connect(this, SIGNAL(sectionResized(int, int, int)), this, SLOT(onSectionResized(int)));
+    connect(this, SIGNAL(customContextMenuRequested(QPoint)), this,
+            SLOT(onCustomMenuRequested(QPoint)));
+    setSortIndicatorShown(true);
+    setSortIndicator(0, Qt::AscendingOrder);
+    setSectionsClickable(true);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void CMwHierarchicalHeaderView::setHeaderModel(QAbstractItemModel *model)
+{
+    Q_D(CMwHierarchicalHeaderView);
+    d->headerModel = model;
+    d->cache->watch(model);
+}
+
+QAbstractItemModel *CMwHierarchicalHeaderView::headerModel() const
+{
+    Q_D(const CMwHierarchicalHeaderView);
+    return d->headerModel.data();
+}
+
+void CMwHierarchicalHeaderView::setModel(QAbstractItemModel *model)
+{
+    QAbstractItemModel *supplied = nullptr;
+    if (model) {
+        const int role = orientation() == Qt::Horizontal ? HorizontalHeaderModelRole
+                                                         : VerticalHeaderModelRole;
+        const QVariant value = model->data(QModelIndex(), role);
+        if (value.isValid())
+            supplied = qobject_cast<QAbstractItemModel *>(value.value<QObject *>());
+    }
+    setHeaderModel(supplied);
+
+    QHeaderView::setModel(model);
+
+    if (model) {
+        const int count = orientation() == Qt::Horizontal ? model->columnCount()
+                                                          : model->rowCount();
+        if (count > 0)
+            initializeSections(0, count - 1);
+    }
+}
+
+QStyleOptionHeader CMwHierarchicalHeaderView::styleOptionForCell(int logicalIndex) const
+{
+    QStyleOptionHeader opt;
+    initStyleOption(&opt);
+    if (window()->isActiveWindow())
+        opt.state |= QStyle::State_Active;
+    opt.textAlignment = Qt::AlignCenter;
+    opt.iconAlignment = Qt::AlignVCenter;
+    opt.section = logicalIndex;
+
+    if (logicalIndex == sortIndicatorSection())
+        opt.sortIndicator = sortIndicatorOrder() == Qt::AscendingOrder
+            ? QStyleOptionHeader::SortDown
+            : QStyleOptionHeader::SortUp;
+    else
+        opt.sortIndicator = QStyleOptionHeader::None;
+
+    const int visual = visualIndex(logicalIndex);
+    if (count() == 1)
+        opt.position = QStyleOptionHeader::OnlyOneSection;
+    else if (visual == 0)
+        opt.position = QStyleOptionHeader::Beginning;
+    else if (visual == count() - 1)
+        opt.position = QStyleOptionHeader::End;
+    else
+        opt.position = QStyleOptionHeader::Middle;
+
+    const QItemSelectionModel *selection = selectionModel();
+    const bool horizontal = orientation() == Qt::Horizontal;
+    const auto intersects = [&](int section) {
+        return horizontal ? selection->columnIntersectsSelection(section, rootIndex())
+                          : selection->rowIntersectsSelection(section, rootIndex());
+    };
+    const auto wholly = [&](int section) {
+        if (section < 0)
+            return false;
+        return horizontal ? selection->isColumnSelected(section, rootIndex())
+                          : selection->isRowSelected(section, rootIndex());
+    };
+    if (selection && highlightSections()) {
+        if (intersects(logicalIndex))
+            opt.state |= QStyle::State_On;
+        if (wholly(logicalIndex))
+            opt.state |= QStyle::State_Sunken;
+    }
+    if (selection) {
+        const bool previous = visual > 0 && wholly(this->logicalIndex(visual - 1));
+        const bool next = visual >= 0 && visual + 1 < count() && wholly(this->logicalIndex(visual + 1));
+        if (previous && next)
+            opt.selectedPosition = QStyleOptionHeader::NextAndPreviousAreSelected;
+        else if (previous)
+            opt.selectedPosition = QStyleOptionHeader::PreviousIsSelected;
+        else if (next)
+            opt.selectedPosition = QStyleOptionHeader::NextIsSelected;
+        else
+            opt.selectedPosition = QStyleOptionHeader::NotAdjacent;
+    }
+    return opt;
+}
+
+void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rect,
+                                             int logicalIndex) const
+{
+    Q_D(const CMwHierarchicalHeaderView);
+    if (!rect.isValid()) {
+        QHeaderView::paintSection(painter, rect, logicalIndex);
+        return;
+    }
+
+    // A section without a leaf stays blank on purpose: a plain caption there
+    // would pretend the header model knew the column.
+    const QModelIndex leaf = d->leafForSection(logicalIndex);
+    if (leaf.isValid())
+        d->drawStack(painter, rect, leaf, logicalIndex, styleOptionForCell(logicalIndex));
+
+    if (orientation() == Qt::Horizontal && logicalIndex == count() - 1)
+        d->drawTrailingPiece(painter, rect);
+}
+
+void CMwHierarchicalHeaderView::paintEvent(QPaintEvent *event)
+{
+    Q_D(CMwHierarchicalHeaderView);
+    QHeaderView::paintEvent(event);
+    // QHeaderView paints its flat empty area after the sections, over the
+    // piece the last section drew; drawn once more, the header runs on to
+    // the right edge as one piece.
+    const int last = count() - 1;
+    if (orientation() != Qt::Horizontal || last < 0 || isSectionHidden(last))
+        return;
+    const QRect rect(sectionViewportPosition(last), 0, sectionSize(last), viewport()->height());
+    if (!rect.isValid() || rect.right() >= viewport()->width())
+        return;
+    QPainter painter(viewport());
+    d->drawTrailingPiece(&painter, rect);
+}
+
+QSize CMwHierarchicalHeaderView::sectionSizeFromContents(int logicalIndex) const
+{
+    Q_D(const CMwHierarchicalHeaderView);
+    const QModelIndex leaf = d->headerModel ? d->leafForSection(logicalIndex) : QModelIndex();
+    if (!leaf.isValid())
+        return QHeaderView::sectionSizeFromContents(logicalIndex);
+
+    const QStyleOptionHeader opt = styleOptionForCell(logicalIndex);
+    QSize size = d->measureCell(leaf, opt);
+    // The thickness is the sum of the levels on this leaf's own path.
+    for (QModelIndex cell = leaf.parent(); cell.isValid(); cell = cell.parent()) {
+        if (orientation() == Qt::Horizontal)
+            size.rheight() += d->measureCell(cell, opt).height();
+        else
+            size.rwidth() += d->measureCell(cell, opt).width();
+    }
+    return size;
+}
+
+void CMwHierarchicalHeaderView::wheelEvent(QWheelEvent *event)
+{
+    // Straight to the scroll area: the item-view layer would scroll by items.
+    QAbstractScrollArea::wheelEvent(event);
+}
+
+void CMwHierarchicalHeaderView::onSectionResized(int logicalIndex)
+{
+    Q_D(CMwHierarchicalHeaderView);
+    if (isSectionHidden(logicalIndex))
+        return;
+    const QModelIndex leaf = d->leafForSection(logicalIndex);
+    if (!leaf.isValid())
+        return;
+    int n = d->indexInRoot(leaf, logicalIndex);
+    if (n <= 0)
+        return;
+
+    // The cells spanning this section start at earlier sections; everything
+    // from the leftmost of them on is repainted, as one rectangle.
+    const int w = viewport()->width();
+    const int h = viewport()->height();
+    QRect area;
+    while (n > 0) {
+        --logicalIndex;
+        const int pos = sectionViewportPosition(logicalIndex);
+        QRect r;
+        if (orientation() == Qt::Horizontal) {
+            if (isRightToLeft())
+                r = QRect(QPoint(0, 0), QPoint(pos + sectionSize(logicalIndex) - 1, h));
+            else
+                r = QRect(QPoint(pos, 0), QPoint(w, h));
+        } else {
+            r = QRect(QPoint(0, pos), QPoint(w, h));
+        }
+        area |= r.normalized();
+        --n;
+    }
+    viewport()->update(area);
+}
+
+void CMwHierarchicalHeaderView::onCustomMenuRequested(QPoint pos)
+{
+    const int section = logicalIndexAt(pos);
+
+    QMenu *menu = new QMenu(this);
+    menu->addAction(tr("Hide Column"));
+    menu->addAction(tr("Show All Columns"));
+    menu->addSeparator();
+    menu->addAction(tr("Group By"));
+    menu->addAction(tr("Ungroup"));
+    menu->move(pos);
+    menu->setMinimumWidth(menuMinimumWidth);
+    const QAction *chosen = menu->exec(QCursor::pos());
+
+    if (chosen) {
+        const QString text = chosen->text();
+        if (text == tr("Hide Column")) {
+            // The last visible section stays: a header with nothing left to
+            // click could never be given its columns back.
+            setSectionHidden(section, hiddenSectionCount() + 1 < count());
+            Q_EMIT showColumn(section, false);
+        } else if (text == tr("Show All Columns")) {
+            for (int i = 0; i < count(); ++i) {
+                setSectionHidden(i, false);
+                Q_EMIT showColumn(i, true);
+            }
+        } else if (text == tr("Group By")) {
+            if (model())
+                model()->sort(section, Qt::AscendingOrder);
+            Q_EMIT groupByColumn(section);
+        } else if (text == tr("Ungroup")) {
+            Q_EMIT groupByColumn(-1);
+        }
+    }
+    delete menu;
+}

@@ -1,0 +1,63 @@
+#include "cmwqstepmapping_p.h"
+
+#include <QtCore/QDebug>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QStyleOptionSlider>
+
+namespace CMwQStepMapping {
+
+bool isValidStep(double step, double minimum, double maximum)
+{
+    // A step must be a positive finite number even on an empty range: zero,
+    // negative or non-finite steps would turn every later mapping into NaN or
+    // infinities once the range opens up again.
+    if (!(step > 0.0) || !std::isfinite(step))
+        return false;
+    if (minimum == maximum)
+        return true;
+    const double lo = qMax(maximum / 1.7976931348623157e308, 2.220446049250313e-16);
+    const double hi = qMin(maximum - minimum, 2147483647.0);
+    return lo <= step && step <= hi;
+}
+
+void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option)
+{
+    option->initFrom(slider);
+    option->subControls = QStyle::SC_None;
+    option->activeSubControls = QStyle::SC_None;
+    option->orientation = slider->orientation();
+    option->maximum = slider->maximum();
+    option->minimum = slider->minimum();
+    option->tickPosition = slider->tickPosition();
+    option->tickInterval = slider->tickInterval();
+    option->upsideDown = (slider->orientation() == Qt::Horizontal)
+        ? (slider->invertedAppearance() != (option->direction == Qt::RightToLeft))
+        : !slider->invertedAppearance();
+    option->direction = Qt::LeftToRight; // upsideDown already carries the direction
+    option->sliderPosition = slider->sliderPosition();
+    option->sliderValue = slider->value();
+    option->singleStep = slider->singleStep();
+    option->pageStep = slider->pageStep();
+    if (slider->orientation() == Qt::Horizontal)
+        option->state |= QStyle::State_Horizontal;
+}
+
+void warnIgnored(const char *function, std::initializer_list<double> arguments, const char *reason)
+{
+    QDebug out = qWarning();
+    out << (QByteArray(function) + '(').constData();
+    bool first = true;
+    for (double argument : arguments) {
+        if (!first)
+            out << ",";
+        out << argument;
+        first = false;
+    }
+    out << ")" << reason;
+}
+
+const char *const notANumberReason = "is not a number in slider units and is ignored.";
+const char *const notFiniteReason = "is not finite in slider units and is ignored.";
+const char *const restoredRangeReason = "has no finite range in values; the previous range is restored.";
+
+} // namespace CMwQStepMapping

@@ -1,0 +1,87 @@
+#ifndef VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
+#define VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
+
+#include "vel_qt_widgets_export.h"
+
+#include <vel_qt_widgets/CMwQValueProxy.h>
+
+#include <QtCore/QPointer>
+#include <QtCore/QtGlobal>
+
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+
+QT_BEGIN_NAMESPACE
+class QSlider;
+class QStyleOptionSlider;
+QT_END_NAMESPACE
+
+// The mapping between doubles and the integer units of an inner slider, one
+// unit per single step, shared by both floating-point sliders. All values are
+// in slider units (proxy units when a value proxy is set).
+namespace CMwQStepMapping {
+
+// v / step, clamped to the 32-bit range, then rounded with halves going up
+// (qRound's rule). The lowest bound is answered directly because qRound's
+// negative branch would convert -2147483649.0 to int, which is undefined. A
+// NaN, which callers filter out before, gives 0 rather than garbage.
+inline int toInteger(double v, double step)
+{
+    const double x = v / step;
+    if (std::isnan(x))
+        return 0;
+    if (x <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    if (x >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    return qRound(x);
+}
+
+inline double fromInteger(int i, double offset, double step)
+{
+    return (i + offset) * step;
+}
+
+inline double safeFromInteger(int i, double offset, double step, double minimum, double maximum)
+{
+    return qBound(minimum, fromInteger(i, offset, step), maximum);
+}
+
+// The fractional part (in steps) that toInteger() drops, so that a value
+// between two steps survives the trip through the integer slider.
+inline double offsetFor(double v, double step)
+{
+    return v / step - toInteger(v, step);
+}
+
+// Exported (though the header is private) so that the tests can reach them.
+
+// The same bounds for a single step on both sliders; see isValidStep().
+VEL_QT_WIDGETS_EXPORT bool isValidStep(double step, double minimum, double maximum);
+
+inline double toSliderUnits(const QPointer<CMwQValueProxy> &proxy, double value)
+{
+    return proxy ? proxy->proxyValueFromValue(value) : value;
+}
+
+inline double toValue(const QPointer<CMwQValueProxy> &proxy, double sliderUnits)
+{
+    return proxy ? proxy->valueFromProxyValue(sliderUnits) : sliderUnits;
+}
+
+// What QSlider::initStyleOption() fills in, for a slider that is not ours to
+// call it on (the option is needed to hit-test a tool tip on behalf of it).
+VEL_QT_WIDGETS_EXPORT void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option);
+
+// Writes "<function>( a , b ) <reason>" through qWarning, the same shape as
+// the single-step warning, for calls that are rejected.
+void warnIgnored(const char *function, std::initializer_list<double> arguments, const char *reason);
+
+extern const char *const notANumberReason;
+extern const char *const notFiniteReason;
+extern const char *const restoredRangeReason;
+
+} // namespace CMwQStepMapping
+
+#endif // VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H

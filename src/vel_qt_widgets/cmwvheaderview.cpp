@@ -1,0 +1,248 @@
+#include <vel_qt_widgets/CMwVHeaderView.h>
+
+#include <QtGui/QFontMetrics>
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionHeader>
+#include <QtWidgets/QTreeView>
+
+// ---------------------------------------------------------------------------
+// CMwVHeaderViewModel
+
+CMwVHeaderViewModel::CMwVHeaderViewModel(QObject *parent)
+    : QAbstractTableModel(parent)
+{
+}
+
+CMwVHeaderViewModel::~CMwVHeaderViewModel() = default;
+
+void CMwVHeaderViewModel::setSourceModel(QAbstractItemModel *model)
+{
+    if (m_source == model)
+        return;
+    beginResetModel();
+    if (m_source)
+        disconnect(m_source, nullptr, this, nullptr);
+    m_source = model;
+    if (model) {
+        // The visible row count may change with any change of the source's
+        // shape, and nothing tells by how much: every such change resets.
+        const char *aboutToChange[] = {
+            SIGNAL(modelAboutToBeReset()),
+            SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+            SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
+            SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)),
+            SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
+            SIGNAL(columnsAboutToBeInserted(QModelIndex, int, int)),
+            SIGNAL(columnsAboutToBeRemoved(QModelIndex, int, int)),
+            SIGNAL(columnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
+        };
+        const char *changed[] = {
+            SIGNAL(modelReset()),
+            SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+            SIGNAL(rowsInserted(QModelIndex, int, int)),
+            SIGNAL(rowsRemoved(QModelIndex, int, int)),
+            SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
+            SIGNAL(columnsInserted(QModelIndex, int, int)),
+            SIGNAL(columnsRemoved(QModelIndex, int, int)),
+            SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+        };
+        for (const char *signal : aboutToChange)
+            connect(model, signal, this, SLOT(onSourceAboutToChange()));
+        for (const char *signal : changed)
+            connect(model, signal, this, SLOT(onSourceChanged()));
+        connect(model, SIGNAL(headerDataChanged(Qt::Orientation, int, int)), this,
+                SLOT(onSourceHeaderDataChanged(Qt::Orientation)));
+        connect(model, SIGNAL(destroyed()), this, SLOT(onSourceAboutToChange()));
+        connect(model, SIGNAL(destroyed()), this, SLOT(onSourceChanged()));
+    }
+    endResetModel();
+}
+
+QAbstractItemModel *CMwVHeaderViewModel::sourceModel() const
+{
+    return m_source.data();
+}
+
+int CMwVHeaderViewModel::rowCount(const QModelIndex &parent) const
+{
+    // A table: indexes of this model have no children.
+    if (!m_source || parent.isValid())
+        return 0;
+    return qMax(0, m_source->headerData(0, Qt::Vertical, VisibleRowCountRole).toInt());
+}
+
+int CMwVHeaderViewModel::columnCount(const QModelIndex &parent) const
+{
+    if (!m_source || parent.isValid())
+        return 0;
+    return m_source->columnCount();
+}
+
+QVariant CMwVHeaderViewModel::data(const QModelIndex &index, int role) const
+{
+    if (!m_source || !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return QVariant();
+    return m_source->index(index.row(), index.column()).data(role);
+}
+
+QVariant CMwVHeaderViewModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (!m_source)
+        return QVariant();
+    return m_source->headerData(section, orientation, role);
+}
+
+void CMwVHeaderViewModel::onSourceAboutToChange()
+{
+    if (m_resetting)
+        return;
+    m_resetting = true;
+    beginResetModel();
+}
+
+void CMwVHeaderViewModel::onSourceChanged()
+{
+    if (!m_resetting)
+        return;
+    m_resetting = false;
+    endResetModel();
+}
+
+void CMwVHeaderViewModel::onSourceHeaderDataChanged(Qt::Orientation orientation)
+{
+    if (orientation != Qt::Vertical || m_resetting)
+        return;
+    // The count may already be different; only a reset may say so.
+    beginResetModel();
+    endResetModel();
+}
+
+// ---------------------------------------------------------------------------
+// CMwVHeaderView
+
+class CMwVHeaderView::Private
+{
+public:
+    static void drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
+                               const QRect &lastSection);
+
+    QPointer<QTreeView> treeView;
+    QPointer<CMwVHeaderViewModel> wrapper;
+};
+
+CMwVHeaderView::CMwVHeaderView(Qt::Orientation orientation, QWidget *parent)
+    : QHeaderView(orientation, parent)
+    , d(new Private)
+{
+    // The style's minimum section (about a line of text plus margins) is
+    // higher than a tree row; Qt would clamp the sections to it and the
+    // numbers would drift away from their rows.
+    setMinimumSectionSize(1);
+}
+
+CMwVHeaderView::~CMwVHeaderView() = default;
+
+void CMwVHeaderView::setTreeView(QTreeView *treeView)
+{
+    if (d->treeView == treeView)
+        return;
+    d->treeView = treeView;
+    viewport()->update();
+}
+
+QTreeView *CMwVHeaderView::treeView() const
+{
+    return d->treeView.data();
+}
+
+void CMwVHeaderView::setModel(QAbstractItemModel *model)
+{
+    CMwVHeaderViewModel *previous = d->wrapper.data();
+    auto *wrapper = new CMwVHeaderViewModel(this);
+    wrapper->setSourceModel(model);
+    d->wrapper = wrapper;
+    QHeaderView::setModel(wrapper);
+    delete previous;
+}
+
+void CMwVHeaderView::paintEvent(QPaintEvent *event)
+{
+    if (!model() || model()->rowCount() != 0) {
+        QHeaderView::paintEvent(event);
+        // QHeaderView paints its flat empty area after the sections, over
+        // the cells the last section drew below itself; they go on top again.
+        const int last = count() - 1;
+        if (last >= 0 && !isSectionHidden(last)) {
+            const QRect rect(0, sectionViewportPosition(last), viewport()->width(),
+                             sectionSize(last));
+            if (rect.isValid() && rect.bottom() < viewport()->height()) {
+                QPainter painter(viewport());
+                d->drawCellsBelow(this, &painter, rect);
+            }
+        }
+        return;
+    }
+    // No rows announced: a column of blank cells, a text line high each,
+    // numbered where the tree has items at their heights.
+    QPainter painter(viewport());
+    const QFontMetrics metrics = fontMetrics();
+    const int step = metrics.descent() + metrics.lineSpacing();
+    const int w = viewport()->width();
+    const int h = viewport()->height();
+    int section = 0;
+    for (int y = 0; y <= h; ++section) {
+        const int bottom = y + step;
+        paintSection(&painter, QRect(QPoint(0, y), QPoint(w - 1, bottom)), section);
+        y = bottom + 1;
+    }
+}
+
+void CMwVHeaderView::paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const
+{
+    QTreeView *tree = d->treeView.data();
+    if (tree && tree->model()) {
+        QStyleOptionHeader opt;
+        initStyleOption(&opt);
+        // Neighbouring sections share their dividing line.
+        opt.rect = rect.adjusted(0, -1, 0, 0);
+        opt.textAlignment = Qt::AlignRight;
+        opt.text = QString();
+        // The header scrolls with the tree's viewport, so its coordinates are
+        // the viewport's.
+        const QModelIndex index = tree->indexAt(QPoint(0, (rect.top() + rect.bottom()) / 2));
+        if (index.isValid()) {
+            const QVariant number = index.data(RowNumberRole);
+            if (number.isValid())
+                opt.text = QStringLiteral("%1").arg(number.toInt() + 1, 0, 10, QLatin1Char(' '));
+        }
+        style()->drawControl(QStyle::CE_Header, &opt, painter, this);
+    } else {
+        QHeaderView::paintSection(painter, rect, logicalIndex);
+    }
+
+    if (logicalIndex == count() - 1)
+        d->drawCellsBelow(this, painter, rect);
+}
+
+void CMwVHeaderView::Private::drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
+                                             const QRect &lastSection)
+{
+    if (q->height() <= lastSection.bottom())
+        return;
+    painter->save();
+    QStyleOptionHeader filler;
+    q->initStyleOption(&filler);
+    filler.rect = lastSection.adjusted(0, -1, 0, 0);
+    filler.text = QString();
+    const int step = lastSection.bottom() - lastSection.top() + 1;
+    // A section of height 0 would never reach the bottom.
+    if (step > 0) {
+        filler.rect.translate(0, step);
+        while (filler.rect.top() < q->height()) {
+            q->style()->drawControl(QStyle::CE_Header, &filler, painter, q);
+            filler.rect.translate(0, step);
+        }
+    }
+    painter->restore();
+}

@@ -1,0 +1,96 @@
+#ifndef VEL_TESTS_GRID_TEST_SUPPORT_H
+#define VEL_TESTS_GRID_TEST_SUPPORT_H
+
+#include <QtGui/QImage>
+#include <QtGui/QPainter>
+#include <QtGui/QTransform>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QStyleOptionHeader>
+#include <QtWidgets/QStyleOptionViewItem>
+#include <QtWidgets/QWidget>
+
+// Fusion, recording every control it is asked to draw: what the widgets
+// under test paint, where, and with which option.
+class RecordingStyle : public QProxyStyle
+{
+public:
+    struct Call
+    {
+        QStyle::ControlElement element;
+        QRect rect;
+        QString text;
+        QStyle::State state;
+        QTransform transform;
+        QStyleOptionHeader::SortIndicator sortIndicator = QStyleOptionHeader::None;
+        QStyleOptionHeader::SectionPosition position = QStyleOptionHeader::Middle;
+        QStyleOptionHeader::SelectedPosition selectedPosition = QStyleOptionHeader::NotAdjacent;
+        int section = -1;
+        QPalette palette;
+    };
+
+    RecordingStyle()
+        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    {
+    }
+
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override
+    {
+        Call call;
+        call.element = element;
+        call.rect = option->rect;
+        call.state = option->state;
+        call.transform = painter->worldTransform();
+        call.palette = option->palette;
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option)) {
+            call.text = header->text;
+            call.sortIndicator = header->sortIndicator;
+            call.position = header->position;
+            call.selectedPosition = header->selectedPosition;
+            call.section = header->section;
+        } else if (const auto *item = qstyleoption_cast<const QStyleOptionViewItem *>(option)) {
+            call.text = item->text;
+        }
+        calls.append(call);
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+    QVector<Call> callsOf(ControlElement element) const
+    {
+        QVector<Call> result;
+        for (const Call &call : calls)
+            if (call.element == element)
+                result.append(call);
+        return result;
+    }
+
+    mutable QVector<Call> calls;
+};
+
+// Renders the widget (and its viewport) as it is on screen.
+inline QImage renderWidget(QWidget *widget)
+{
+    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::magenta);
+    widget->render(&image);
+    return image;
+}
+
+inline bool isDark(QRgb pixel)
+{
+    return qGray(pixel) < 110;
+}
+
+// Bounding box of the dark (text) pixels inside area.
+inline QRect darkPixels(const QImage &image, const QRect &area)
+{
+    QRect box;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            if (image.rect().contains(x, y) && isDark(image.pixel(x, y)))
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+#endif // VEL_TESTS_GRID_TEST_SUPPORT_H

@@ -1,0 +1,1079 @@
+#include "cmwhierarchicalheaderview_p.h"
+#include "grid_test_support.h"
+#include "vel_test_main.h"
+
+#include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
+
+#include <QtGui/QStandardItemModel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTreeView>
+
+#include <functional>
+
+namespace {
+
+// One header cell and the cells below it.
+struct Node
+{
+    QString caption;
+    QVector<Node> children;
+    QSize sizeHint;
+    bool rotated = false;
+};
+
+Node leaf(const QString &caption, QSize hint = QSize())
+{
+    Node node;
+    node.caption = caption;
+    node.sizeHint = hint;
+    return node;
+}
+
+Node group(const QString &caption, const QVector<Node> &children, QSize hint = QSize())
+{
+    Node node;
+    node.caption = caption;
+    node.children = children;
+    node.sizeHint = hint;
+    return node;
+}
+
+QStandardItem *buildItem(const Node &node)
+{
+    auto *item = new QStandardItem(node.caption);
+    if (node.sizeHint.isValid())
+        item->setData(node.sizeHint, Qt::SizeHintRole);
+    if (node.rotated)
+        item->setData(true, Qt::UserRole);
+    for (int i = 0; i < node.children.size(); ++i)
+        item->setChild(0, i, buildItem(node.children.at(i)));
+    return item;
+}
+
+QStandardItemModel *buildHeaderModel(const QVector<Node> &tops, QObject *parent)
+{
+    auto *model = new QStandardItemModel(parent);
+    for (int i = 0; i < tops.size(); ++i)
+        model->setItem(0, i, buildItem(tops.at(i)));
+    return model;
+}
+
+// Gives the tests the protected and private parts.
+class TestHeader : public CMwHierarchicalHeaderView
+{
+public:
+    explicit TestHeader(Qt::Orientation orientation = Qt::Horizontal, QWidget *parent = nullptr)
+        : CMwHierarchicalHeaderView(orientation, parent)
+    {
+    }
+    CMwHierarchicalHeaderViewPrivate *priv() const { return d_vel.data(); }
+    using CMwHierarchicalHeaderView::sectionSizeFromContents;
+};
+
+// An item model that hands out ready-made header models through its roles.
+class SupplyingModel : public QStandardItemModel
+{
+public:
+    SupplyingModel(int rows, int columns, QObject *parent = nullptr)
+        : QStandardItemModel(rows, columns, parent)
+    {
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() && role == HorizontalHeaderModelRole && horizontal)
+            return QVariant::fromValue<QObject *>(horizontal);
+        if (!index.isValid() && role == VerticalHeaderModelRole && vertical)
+            return QVariant::fromValue<QObject *>(vertical);
+        return QStandardItemModel::data(index, role);
+    }
+    QObject *horizontal = nullptr;
+    QObject *vertical = nullptr;
+};
+
+// The size the style gives a one-line section, without sort indicator.
+QSize styleSection(const CMwHierarchicalHeaderView &header, int section)
+{
+    QStyleOptionHeader opt = header.styleOptionForCell(section);
+    return header.style()->sizeFromContents(QStyle::CT_HeaderSection, &opt, QSize(), &header);
+}
+
+// A style that reserves no room of its own for the sort arrow.
+class NoSortRoomStyle : public QProxyStyle
+{
+public:
+    NoSortRoomStyle()
+        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    {
+    }
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override
+    {
+        if (type == CT_HeaderSection) {
+            if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option)) {
+                QStyleOptionHeader plain = *header;
+                plain.sortIndicator = QStyleOptionHeader::None;
+                return QProxyStyle::sizeFromContents(type, &plain, size, widget);
+            }
+        }
+        return QProxyStyle::sizeFromContents(type, option, size, widget);
+    }
+};
+
+const RecordingStyle::Call *findCall(const QVector<RecordingStyle::Call> &calls, const QString &text)
+{
+    for (const auto &call : calls)
+        if (call.text == text)
+            return &call;
+    return nullptr;
+}
+
+// Catches the region of every paint event of a widget.
+class PaintSpy : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
+
+} // namespace
+
+class tst_CMwHierarchicalHeaderView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void construction();
+    void topLevelLeavesFillHeight();
+    void parentSpansLeaves();
+    void resizedMiddleSectionRepaintsParent();
+    void onlyLeafShowsSelection();
+    void rotatedCaption();
+    void sectionWithoutLeafIsBlank();
+    void extraPieceRightOfLastSection();
+    void cellBrushesAndFont();
+    void sectionSizeSumsLevels();
+    void sortIndicatorAllowance();
+    void sortIndicatorMapping();
+    void positions_data();
+    void positions();
+    void selectedPositions();
+    void selectionStates();
+    void contextMenuTexts();
+    void contextMenu_data();
+    void contextMenu();
+    void hideColumnKeepsLastVisible();
+    void groupBySortsModel();
+    void setModelDropsHeaderModel();
+    void setModelAdoptsSuppliedModel();
+    void guardedHeaderModel();
+    void verticalHeader();
+    void cacheMatchesWalk();
+    void cacheFollowsChanges();
+    void cachedPaintingMatchesWalk();
+
+private:
+    // Runs the context menu at pos and clicks the action with text choice
+    // (an empty choice closes the menu without choosing).
+    QStringList runMenu(CMwHierarchicalHeaderView *header, const QPoint &pos, const QString &choice,
+                        int *minimumWidth = nullptr);
+};
+
+QStringList tst_CMwHierarchicalHeaderView::runMenu(CMwHierarchicalHeaderView *header,
+                                                  const QPoint &pos, const QString &choice,
+                                                  int *minimumWidth)
+{
+    QStringList texts;
+    bool handled = false;
+    QTimer timer;
+    timer.setInterval(10);
+    connect(&timer, &QTimer::timeout, [&]() {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu || handled)
+            return;
+        handled = true;
+        timer.stop();
+        for (QAction *action : menu->actions())
+            texts << (action->isSeparator() ? QStringLiteral("|") : action->text());
+        if (minimumWidth)
+            *minimumWidth = menu->minimumWidth();
+        if (choice.isEmpty()) {
+            QTest::keyClick(menu, Qt::Key_Escape);
+            return;
+        }
+        for (QAction *action : menu->actions()) {
+            if (action->text() == choice) {
+                QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                                  menu->actionGeometry(action).center());
+                return;
+            }
+        }
+        menu->close();
+    });
+    // What the headless platform says about every popup.
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
+    }
+    timer.start();
+    Q_EMIT header->customContextMenuRequested(pos);
+    [&]() { QVERIFY(handled); }();
+    return texts;
+}
+
+void tst_CMwHierarchicalHeaderView::construction()
+{
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    QCOMPARE(header.orientation(), Qt::Horizontal);
+    QVERIFY(header.isSortIndicatorShown());
+    QCOMPARE(header.sortIndicatorSection(), 0);
+    QCOMPARE(header.sortIndicatorOrder(), Qt::AscendingOrder);
+    QVERIFY(header.sectionsClickable());
+    QCOMPARE(header.contextMenuPolicy(), Qt::CustomContextMenu);
+    QVERIFY(!header.headerModel());
+}
+
+void tst_CMwHierarchicalHeaderView::topLevelLeavesFillHeight()
+{
+    RecordingStyle style;
+    QStandardItemModel items(2, 3);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    QStandardItemModel *cells = buildHeaderModel({leaf("a"), leaf("b"), leaf("c")}, &header);
+    header.setHeaderModel(cells);
+    for (int i = 0; i < 3; ++i)
+        header.resizeSection(i, 60);
+    header.resize(180, 50);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    style.calls.clear();
+    const QImage image = renderWidget(&header);
+
+    const auto headers = style.callsOf(QStyle::CE_Header);
+    const QStringList captions = {"a", "b", "c"};
+    for (int i = 0; i < 3; ++i) {
+        const auto *call = findCall(headers, captions.at(i));
+        QVERIFY2(call, qPrintable(captions.at(i)));
+        QCOMPARE(call->rect, QRect(60 * i, 0, 60, 50));
+    }
+    // One cell per section: nothing else carries a caption.
+    int captioned = 0;
+    for (const auto &call : headers)
+        captioned += call.text.isEmpty() ? 0 : 1;
+    QCOMPARE(captioned, 3);
+    // Each caption is drawn halfway down its section.
+    for (int i = 0; i < 3; ++i) {
+        const QRect text = darkPixels(image, QRect(60 * i + 2, 2, 56, 46));
+        QVERIFY(!text.isEmpty());
+        QVERIFY(qAbs(text.center().y() - 25) <= 2);
+    }
+}
+
+void tst_CMwHierarchicalHeaderView::parentSpansLeaves()
+{
+    RecordingStyle style;
+    QStandardItemModel items(2, 4);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.setHeaderModel(buildHeaderModel(
+        {group("P", {leaf("a"), leaf("b"), leaf("c")}, QSize(10, 30)), leaf("Q")}, &header));
+    for (int i = 0; i < 4; ++i)
+        header.resizeSection(i, 50);
+    header.resize(260, 80);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    style.calls.clear();
+    QImage image = renderWidget(&header);
+    auto headers = style.callsOf(QStyle::CE_Header);
+    QCOMPARE(findCall(headers, "P")->rect, QRect(0, 0, 150, 30));
+    QCOMPARE(findCall(headers, "a")->rect, QRect(0, 30, 50, 50));
+    QCOMPARE(findCall(headers, "b")->rect, QRect(50, 30, 50, 50));
+    QCOMPARE(findCall(headers, "c")->rect, QRect(100, 30, 50, 50));
+    QCOMPARE(findCall(headers, "Q")->rect, QRect(150, 0, 50, 80));
+
+    // No divider inside the parent cell, dividers between the leaves.
+    const int parentY = 15;
+    const int leafY = 45;
+    for (int x = 44; x <= 55; ++x)
+        QCOMPARE(image.pixel(x, parentY), image.pixel(30, parentY));
+    bool divided = false;
+    for (int x = 44; x <= 55; ++x)
+        divided = divided || image.pixel(x, leafY) != image.pixel(10, leafY);
+    QVERIFY(divided);
+
+    header.resizeSection(1, 90);
+    style.calls.clear();
+    image = renderWidget(&header);
+    headers = style.callsOf(QStyle::CE_Header);
+    QCOMPARE(findCall(headers, "P")->rect, QRect(0, 0, 190, 30));
+    QCOMPARE(findCall(headers, "c")->rect, QRect(140, 30, 50, 50));
+    QCOMPARE(findCall(headers, "Q")->rect, QRect(190, 0, 50, 80));
+    // The parent now runs over what was Q's area before.
+    for (int x = 150; x <= 180; ++x)
+        QCOMPARE(image.pixel(x, parentY), image.pixel(30, parentY));
+}
+
+void tst_CMwHierarchicalHeaderView::resizedMiddleSectionRepaintsParent()
+{
+    QStandardItemModel items(2, 4);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.setHeaderModel(
+        buildHeaderModel({leaf("L"), group("P", {leaf("a"), leaf("b"), leaf("c")})}, &header));
+    for (int i = 0; i < 4; ++i)
+        header.resizeSection(i, 50);
+    header.resize(300, 60);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QApplication::processEvents();
+
+    PaintSpy spy;
+    header.viewport()->installEventFilter(&spy);
+    // Middle leaf of P (section 2): P starts at section 1, x = 50.
+    header.resizeSection(2, 80);
+    QTRY_VERIFY(!spy.region.isEmpty());
+    QVERIFY(spy.region.contains(QPoint(52, 5)));
+    // The top-level leaf left of P is not repainted.
+    QVERIFY(!spy.region.contains(QPoint(20, 5)));
+
+    // The first leaf of a parent has nothing spanning in from the left.
+    spy.region = QRegion();
+    header.resizeSection(1, 60);
+    QTRY_VERIFY(!spy.region.isEmpty());
+    QVERIFY(!spy.region.contains(QPoint(20, 5)));
+    QVERIFY(spy.region.contains(QPoint(52, 5)));
+}
+
+void tst_CMwHierarchicalHeaderView::onlyLeafShowsSelection()
+{
+    RecordingStyle style;
+    QStandardItemModel items(3, 3);
+    QTreeView view;
+    auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal);
+    header->setStyle(&style);
+    view.setHeader(header);
+    view.setModel(&items);
+    header->setHeaderModel(
+        buildHeaderModel({group("P", {leaf("a"), leaf("b")}), leaf("c")}, header));
+    header->setHighlightSections(true);
+    view.setSelectionBehavior(QAbstractItemView::SelectColumns);
+    view.selectionModel()->select(
+        QItemSelection(items.index(0, 0), items.index(2, 0)), QItemSelectionModel::Select);
+    view.resize(400, 200);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+
+    style.calls.clear();
+    renderWidget(header);
+    const auto headers = style.callsOf(QStyle::CE_Header);
+    const auto *a = findCall(headers, "a");
+    QVERIFY(a);
+    QVERIFY(a->state & QStyle::State_On);
+    QVERIFY(a->state & QStyle::State_Sunken);
+    int parents = 0;
+    for (const auto &call : headers) {
+        if (call.text == "P") {
+            ++parents;
+            QVERIFY(!(call.state & QStyle::State_On));
+            QVERIFY(!(call.state & QStyle::State_Sunken));
+        }
+        if (call.text == "b")
+            QVERIFY(!(call.state & (QStyle::State_On | QStyle::State_Sunken)));
+    }
+    // P is drawn once for each of its two sections.
+    QCOMPARE(parents, 2);
+}
+
+void tst_CMwHierarchicalHeaderView::rotatedCaption()
+{
+    RecordingStyle style;
+    QStandardItemModel items(1, 2);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    Node turned = leaf("WWWWWWWW");
+    turned.rotated = true;
+    header.setHeaderModel(buildHeaderModel({turned, leaf("WWWWWWWW")}, &header));
+    header.resizeSection(0, 40);
+    header.resizeSection(1, 120);
+    header.resize(200, 130);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    style.calls.clear();
+    const QImage image = renderWidget(&header);
+    const auto sections = style.callsOf(QStyle::CE_HeaderSection);
+    const auto labels = style.callsOf(QStyle::CE_HeaderLabel);
+    const auto *section = findCall(sections, "WWWWWWWW");
+    QVERIFY(section);
+    QCOMPARE(section->rect, QRect(0, 0, 40, 130));
+    QCOMPARE(section->transform, QTransform());
+    const auto *label = findCall(labels, "WWWWWWWW");
+    QVERIFY(label);
+    QCOMPARE(label->transform, QTransform().rotate(-90));
+    QCOMPARE(label->rect.size(), QSize(130, 40));
+    // Turned back, the label covers the cell.
+    const QPointF turnedBack = label->transform.mapRect(QRectF(label->rect)).center();
+    QVERIFY2(qAbs(turnedBack.x() - 20) <= 2 && qAbs(turnedBack.y() - 65) <= 2,
+             qPrintable(QStringLiteral("%1,%2").arg(turnedBack.x()).arg(turnedBack.y())));
+
+    // The rotated caption runs down the cell, the plain one across.
+    const QRect rotatedText = darkPixels(image, QRect(2, 2, 36, 126));
+    const QRect plainText = darkPixels(image, QRect(42, 2, 116, 126));
+    QVERIFY(rotatedText.height() > 2 * rotatedText.width());
+    QVERIFY(plainText.width() > 2 * plainText.height());
+
+    // Measured transposed: the rotated leaf is as high as the plain one is wide.
+    TestHeader measuring;
+    measuring.setModel(&items);
+    measuring.setHeaderModel(header.headerModel());
+    measuring.setSortIndicator(-1, Qt::AscendingOrder);
+    const QSize rotatedSize = measuring.sectionSizeFromContents(0);
+    const QSize plainSize = measuring.sectionSizeFromContents(1);
+    QFont bold = measuring.font();
+    bold.setWeight(QFont::Bold);
+    const QFontMetrics metrics(bold);
+    const QSize decoration = styleSection(measuring, 0);
+    QCOMPARE(plainSize.width(), metrics.size(0, "WWWWWWWW").width() + decoration.width());
+    QCOMPARE(rotatedSize.height(),
+             metrics.size(0, "WWWWWWWW").width() + decoration.height() - metrics.height());
+    QCOMPARE(rotatedSize.width(), metrics.height() + decoration.width());
+}
+
+void tst_CMwHierarchicalHeaderView::sectionWithoutLeafIsBlank()
+{
+    RecordingStyle style;
+    QStandardItemModel items(1, 3);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.setHeaderModel(buildHeaderModel({leaf("a"), leaf("b")}, &header));
+    for (int i = 0; i < 3; ++i)
+        header.resizeSection(i, 100);
+    header.resize(300, 40);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    style.calls.clear();
+    const QImage image = renderWidget(&header);
+    const QRect blank(201, 1, 98, 38);
+    for (const auto &call : style.calls)
+        QVERIFY2(!call.rect.intersects(blank), qPrintable(call.text));
+    const QRgb background = image.pixel(blank.topLeft());
+    for (int y = blank.top(); y <= blank.bottom(); ++y)
+        for (int x = blank.left(); x <= blank.right(); ++x)
+            QCOMPARE(image.pixel(x, y), background);
+    // A drawn section is not uniform (gradient, dividers, caption).
+    bool varied = false;
+    for (int y = 1; y < 39 && !varied; ++y)
+        for (int x = 101; x < 199 && !varied; ++x)
+            varied = image.pixel(x, y) != image.pixel(101, 1);
+    QVERIFY(varied);
+}
+
+void tst_CMwHierarchicalHeaderView::extraPieceRightOfLastSection()
+{
+    RecordingStyle style;
+    QStandardItemModel items(1, 2);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.setHeaderModel(buildHeaderModel({leaf("a"), leaf("b")}, &header));
+    header.resizeSection(0, 60);
+    header.resizeSection(1, 60);
+    header.resize(300, 40);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    style.calls.clear();
+    const QImage image = renderWidget(&header);
+    const auto headers = style.callsOf(QStyle::CE_Header);
+    bool found = false;
+    for (const auto &call : headers)
+        found = found || (call.text.isEmpty() && call.rect == QRect(120, 0, 300, 40));
+    QVERIFY(found);
+    // Right of the last section the header looks like a section (same
+    // gradient from top to bottom), not like Qt's flat empty area.
+    for (int y : {3, 20, 36})
+        QCOMPARE(image.pixel(200, y), image.pixel(70, y));
+    QVERIFY(image.pixel(200, 3) != image.pixel(200, 36));
+    // Only the last section carries it.
+    for (const auto &call : headers)
+        QVERIFY(call.text == "a" || call.text == "b" || call.rect.left() == 120);
+}
+
+void tst_CMwHierarchicalHeaderView::cellBrushesAndFont()
+{
+    RecordingStyle style;
+    QStandardItemModel items(1, 1);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStyle(&style);
+    header.setModel(&items);
+    QStandardItemModel *cells = buildHeaderModel({leaf("a")}, &header);
+    cells->item(0, 0)->setForeground(QBrush(Qt::red));
+    cells->item(0, 0)->setBackground(QBrush(Qt::blue));
+    header.setHeaderModel(cells);
+    header.resize(120, 40);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    style.calls.clear();
+    renderWidget(&header);
+    const auto *call = findCall(style.callsOf(QStyle::CE_Header), "a");
+    QVERIFY(call);
+    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        QCOMPARE(call->palette.color(group, QPalette::ButtonText), QColor(Qt::red));
+        QCOMPARE(call->palette.color(group, QPalette::Button), QColor(Qt::blue));
+        QCOMPARE(call->palette.color(group, QPalette::Window), QColor(Qt::blue));
+    }
+
+    // The cell's own font measures the caption (bold).
+    TestHeader measuring;
+    measuring.setModel(&items);
+    measuring.setSortIndicator(-1, Qt::AscendingOrder);
+    measuring.setHeaderModel(cells);
+    QFont big = measuring.font();
+    big.setPixelSize(30);
+    cells->item(0, 0)->setText("Wide");
+    cells->item(0, 0)->setFont(big);
+    big.setWeight(QFont::Bold);
+    QCOMPARE(measuring.sectionSizeFromContents(0).width(),
+             QFontMetrics(big).size(0, "Wide").width() + styleSection(measuring, 0).width());
+}
+
+void tst_CMwHierarchicalHeaderView::sectionSizeSumsLevels()
+{
+    QStandardItemModel items(1, 3);
+    TestHeader header;
+    header.setModel(&items);
+    header.setSortIndicator(-1, Qt::AscendingOrder);
+    header.setHeaderModel(buildHeaderModel(
+        {group("Top", {group("Mid", {leaf("Leaf", QSize(10, 50))}, QSize(10, 30))}, QSize(10, 40)),
+         leaf("Alone", QSize(10, 70)), group("G", {group("H", {leaf("x")})})},
+        &header));
+    // Size hints larger than the captions set each level: 40 + 30 + 50.
+    QCOMPARE(header.sectionSizeFromContents(0).height(), 120);
+    QCOMPARE(header.sectionSizeFromContents(1).height(), 70);
+    // Three levels of one-line captions: three times the style's section.
+    QCOMPARE(header.sectionSizeFromContents(2).height(), 3 * styleSection(header, 2).height());
+    // The width is the leaf's own.
+    QFont bold = header.font();
+    bold.setWeight(QFont::Bold);
+    QCOMPARE(header.sectionSizeFromContents(2).width(),
+             QFontMetrics(bold).size(0, "x").width() + styleSection(header, 2).width());
+
+    // Without a header model (or a leaf) the plain header measures.
+    QStandardItemModel wider(1, 4);
+    TestHeader plain;
+    plain.setModel(&wider);
+    TestHeader partial;
+    partial.setModel(&wider);
+    partial.setHeaderModel(header.headerModel());
+    QCOMPARE(partial.sectionSizeFromContents(3), plain.sectionSizeFromContents(3));
+}
+
+void tst_CMwHierarchicalHeaderView::sortIndicatorAllowance()
+{
+    QStandardItemModel items(1, 2);
+    TestHeader header;
+    header.setModel(&items);
+    header.setHeaderModel(buildHeaderModel({leaf("Alpha"), leaf("Alpha")}, &header));
+    header.setSortIndicator(0, Qt::AscendingOrder);
+
+    // Under Fusion: the style's own room for the arrow plus 12 pixels.
+    QStyleOptionHeader withArrow = header.styleOptionForCell(0);
+    QStyleOptionHeader without = withArrow;
+    without.sortIndicator = QStyleOptionHeader::None;
+    const int styleRoom =
+        header.style()->sizeFromContents(QStyle::CT_HeaderSection, &withArrow, QSize(), &header).width()
+        - header.style()->sizeFromContents(QStyle::CT_HeaderSection, &without, QSize(), &header).width();
+    QCOMPARE(header.sectionSizeFromContents(0).width() - header.sectionSizeFromContents(1).width(),
+             styleRoom + 12);
+
+    // With a style that reserves nothing, exactly 12.
+    NoSortRoomStyle style;
+    header.setStyle(&style);
+    QCOMPARE(header.sectionSizeFromContents(0).width() - header.sectionSizeFromContents(1).width(),
+             12);
+    header.setSortIndicator(1, Qt::DescendingOrder);
+    QCOMPARE(header.sectionSizeFromContents(1).width() - header.sectionSizeFromContents(0).width(),
+             12);
+    header.setStyle(nullptr);
+}
+
+void tst_CMwHierarchicalHeaderView::sortIndicatorMapping()
+{
+    QStandardItemModel items(1, 3);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setModel(&items);
+    header.setSortIndicator(1, Qt::AscendingOrder);
+    QCOMPARE(header.styleOptionForCell(1).sortIndicator, QStyleOptionHeader::SortDown);
+    QCOMPARE(header.styleOptionForCell(0).sortIndicator, QStyleOptionHeader::None);
+    header.setSortIndicator(1, Qt::DescendingOrder);
+    QCOMPARE(header.styleOptionForCell(1).sortIndicator, QStyleOptionHeader::SortUp);
+    QCOMPARE(header.styleOptionForCell(2).sortIndicator, QStyleOptionHeader::None);
+
+    const QStyleOptionHeader opt = header.styleOptionForCell(2);
+    QCOMPARE(opt.section, 2);
+    QCOMPARE(opt.textAlignment, Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(opt.iconAlignment, Qt::Alignment(Qt::AlignVCenter));
+}
+
+void tst_CMwHierarchicalHeaderView::positions_data()
+{
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("section");
+    QTest::addColumn<int>("movedTo"); // visual index section 0 is moved to, -1 for none
+    QTest::addColumn<int>("position");
+
+    QTest::newRow("only one") << 1 << 0 << -1 << int(QStyleOptionHeader::OnlyOneSection);
+    QTest::newRow("first") << 4 << 0 << -1 << int(QStyleOptionHeader::Beginning);
+    QTest::newRow("second") << 4 << 1 << -1 << int(QStyleOptionHeader::Middle);
+    QTest::newRow("third") << 4 << 2 << -1 << int(QStyleOptionHeader::Middle);
+    QTest::newRow("last") << 4 << 3 << -1 << int(QStyleOptionHeader::End);
+    QTest::newRow("moved first to end") << 4 << 0 << 3 << int(QStyleOptionHeader::End);
+    QTest::newRow("moved, new first") << 4 << 1 << 3 << int(QStyleOptionHeader::Beginning);
+}
+
+void tst_CMwHierarchicalHeaderView::positions()
+{
+    QFETCH(int, columns);
+    QFETCH(int, section);
+    QFETCH(int, movedTo);
+    QFETCH(int, position);
+    QStandardItemModel items(1, columns);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setModel(&items);
+    if (movedTo >= 0)
+        header.moveSection(0, movedTo);
+    QCOMPARE(int(header.styleOptionForCell(section).position), position);
+}
+
+void tst_CMwHierarchicalHeaderView::selectedPositions()
+{
+    QStandardItemModel items(2, 4);
+    QTreeView view;
+    auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal);
+    view.setHeader(header);
+    view.setModel(&items);
+    QItemSelectionModel *selection = view.selectionModel();
+    const auto selectColumns = [&](const QVector<int> &columns) {
+        selection->clearSelection();
+        for (int c : columns)
+            selection->select(QItemSelection(items.index(0, c), items.index(1, c)),
+                              QItemSelectionModel::Select);
+    };
+
+    selectColumns({0, 2});
+    QCOMPARE(header->styleOptionForCell(0).selectedPosition, QStyleOptionHeader::NotAdjacent);
+    QCOMPARE(header->styleOptionForCell(1).selectedPosition,
+             QStyleOptionHeader::NextAndPreviousAreSelected);
+    QCOMPARE(header->styleOptionForCell(2).selectedPosition, QStyleOptionHeader::NotAdjacent);
+    QCOMPARE(header->styleOptionForCell(3).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
+
+    selectColumns({1});
+    QCOMPARE(header->styleOptionForCell(0).selectedPosition, QStyleOptionHeader::NextIsSelected);
+    QCOMPARE(header->styleOptionForCell(2).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
+    QCOMPARE(header->styleOptionForCell(3).selectedPosition, QStyleOptionHeader::NotAdjacent);
+
+    // A column selected in part is not a selected neighbour.
+    selection->clearSelection();
+    selection->select(items.index(0, 1), QItemSelectionModel::Select);
+    QCOMPARE(header->styleOptionForCell(0).selectedPosition, QStyleOptionHeader::NotAdjacent);
+}
+
+void tst_CMwHierarchicalHeaderView::selectionStates()
+{
+    QStandardItemModel items(2, 3);
+    QTreeView view;
+    auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal);
+    view.setHeader(header);
+    view.setModel(&items);
+    QItemSelectionModel *selection = view.selectionModel();
+    selection->select(QItemSelection(items.index(0, 2), items.index(1, 2)), QItemSelectionModel::Select);
+    selection->select(items.index(0, 1), QItemSelectionModel::Select);
+
+    header->setHighlightSections(false);
+    QVERIFY(!(header->styleOptionForCell(2).state & (QStyle::State_On | QStyle::State_Sunken)));
+
+    header->setHighlightSections(true);
+    QVERIFY(header->styleOptionForCell(2).state & QStyle::State_On);
+    QVERIFY(header->styleOptionForCell(2).state & QStyle::State_Sunken);
+    QVERIFY(header->styleOptionForCell(1).state & QStyle::State_On);
+    QVERIFY(!(header->styleOptionForCell(1).state & QStyle::State_Sunken));
+    QVERIFY(!(header->styleOptionForCell(0).state & (QStyle::State_On | QStyle::State_Sunken)));
+}
+
+void tst_CMwHierarchicalHeaderView::contextMenuTexts()
+{
+    QStandardItemModel items(1, 3);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setModel(&items);
+    header.resize(300, 30);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    int minimumWidth = 0;
+    const QStringList texts = runMenu(&header, QPoint(5, 5), QString(), &minimumWidth);
+    QCOMPARE(texts, QStringList({"Hide Column", "Show All Columns", "|", "Group By", "Ungroup"}));
+    QCOMPARE(minimumWidth, 150);
+}
+
+void tst_CMwHierarchicalHeaderView::contextMenu_data()
+{
+    QTest::addColumn<QString>("choice");       // action clicked, empty for none
+    QTest::addColumn<int>("hiddenBefore");     // section hidden before, -1 for none
+    QTest::addColumn<QVector<bool>>("hidden"); // hidden state of the 4 sections afterwards
+    QTest::addColumn<QStringList>("signalList");
+
+    const QVector<bool> none = {false, false, false, false};
+    QTest::newRow("hide") << "Hide Column" << -1 << QVector<bool>({false, true, false, false})
+                          << QStringList({"show 1 0"});
+    QTest::newRow("show all") << "Show All Columns" << 3 << none
+                              << QStringList({"show 0 1", "show 1 1", "show 2 1", "show 3 1"});
+    QTest::newRow("group by") << "Group By" << -1 << none << QStringList({"group 1"});
+    QTest::newRow("ungroup") << "Ungroup" << -1 << none << QStringList({"group -1"});
+    QTest::newRow("no choice") << QString() << 3 << QVector<bool>({false, false, false, true})
+                               << QStringList();
+}
+
+void tst_CMwHierarchicalHeaderView::contextMenu()
+{
+    QFETCH(QString, choice);
+    QFETCH(int, hiddenBefore);
+    QFETCH(QVector<bool>, hidden);
+    QFETCH(QStringList, signalList);
+
+    QStandardItemModel items(1, 4);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    for (int i = 0; i < 4; ++i)
+        header.resizeSection(i, 50);
+    if (hiddenBefore >= 0)
+        header.setSectionHidden(hiddenBefore, true);
+    header.resize(300, 30);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    QStringList emitted;
+    connect(&header, &CMwHierarchicalHeaderView::showColumn, this,
+            [&](mw_int32 column, bool show) { emitted << QStringLiteral("show %1 %2").arg(column).arg(show); });
+    connect(&header, &CMwHierarchicalHeaderView::groupByColumn, this,
+            [&](mw_int32 column) { emitted << QStringLiteral("group %1").arg(column); });
+
+    // Section 1 lies at x 50 to 99.
+    runMenu(&header, QPoint(header.sectionViewportPosition(1) + 10, 10), choice);
+    QCOMPARE(emitted, signalList);
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(header.isSectionHidden(i), hidden.at(i));
+}
+
+void tst_CMwHierarchicalHeaderView::hideColumnKeepsLastVisible()
+{
+    QStandardItemModel items(1, 2);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.resizeSection(0, 80);
+    header.resizeSection(1, 80);
+    header.setSectionHidden(0, true);
+    header.resize(200, 30);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QSignalSpy spy(&header, SIGNAL(showColumn(mw_int32, bool)));
+    QVERIFY(spy.isValid());
+
+    const QPoint inSection1(header.sectionViewportPosition(1) + 10, 10);
+    QCOMPARE(header.logicalIndexAt(inSection1), 1);
+    runMenu(&header, inSection1, "Hide Column");
+    QVERIFY(!header.isSectionHidden(1));
+    QCOMPARE(header.hiddenSectionCount(), 1);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.at(0).at(0).toInt(), 1);
+    QCOMPARE(spy.at(0).at(1).toBool(), false);
+}
+
+void tst_CMwHierarchicalHeaderView::groupBySortsModel()
+{
+    QStandardItemModel items(3, 2);
+    const QStringList values = {"pear", "apple", "fig"};
+    for (int r = 0; r < 3; ++r) {
+        items.setItem(r, 0, new QStandardItem(QString::number(r)));
+        items.setItem(r, 1, new QStandardItem(values.at(r)));
+    }
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.resizeSection(0, 60);
+    header.resizeSection(1, 60);
+    header.resize(200, 30);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QSignalSpy spy(&header, SIGNAL(groupByColumn(mw_int32)));
+    runMenu(&header, QPoint(header.sectionViewportPosition(1) + 5, 10), "Group By");
+    QCOMPARE(items.index(0, 1).data().toString(), QString("apple"));
+    QCOMPARE(items.index(1, 1).data().toString(), QString("fig"));
+    QCOMPARE(items.index(2, 1).data().toString(), QString("pear"));
+    QCOMPARE(items.index(0, 0).data().toString(), QString("1"));
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.at(0).at(0).toInt(), 1);
+
+    // Without a model the choice is still reported (outside any section: -1).
+    CMwHierarchicalHeaderView bare(Qt::Horizontal);
+    bare.resize(200, 30);
+    bare.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bare));
+    QSignalSpy bareSpy(&bare, SIGNAL(groupByColumn(mw_int32)));
+    runMenu(&bare, QPoint(10, 10), "Group By");
+    QCOMPARE(bareSpy.count(), 1);
+    QCOMPARE(bareSpy.at(0).at(0).toInt(), -1);
+}
+
+void tst_CMwHierarchicalHeaderView::setModelDropsHeaderModel()
+{
+    QStandardItemModel items(1, 2);
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    QStandardItemModel *cells = buildHeaderModel({leaf("a"), leaf("b")}, &header);
+    header.setHeaderModel(cells);
+    QCOMPARE(header.headerModel(), cells);
+    header.setModel(&items);
+    QVERIFY(!header.headerModel());
+    QCOMPARE(header.count(), 2);
+    // Set afterwards, it stays; the header model is not owned.
+    header.setHeaderModel(cells);
+    QCOMPARE(header.headerModel(), cells);
+    QCOMPARE(cells->parent(), &header);
+    header.setModel(nullptr);
+    QVERIFY(!header.headerModel());
+}
+
+void tst_CMwHierarchicalHeaderView::setModelAdoptsSuppliedModel()
+{
+    SupplyingModel items(2, 2);
+    QStandardItemModel supplied;
+    QStandardItemModel suppliedVertical;
+    items.horizontal = &supplied;
+    items.vertical = &suppliedVertical;
+    QStandardItemModel earlier;
+
+    CMwHierarchicalHeaderView header(Qt::Horizontal);
+    header.setHeaderModel(&earlier);
+    header.setModel(&items);
+    QCOMPARE(header.headerModel(), &supplied);
+
+    CMwHierarchicalHeaderView vertical(Qt::Vertical);
+    vertical.setHeaderModel(&earlier);
+    vertical.setModel(&items);
+    QCOMPARE(vertical.headerModel(), &suppliedVertical);
+    QCOMPARE(vertical.count(), 2);
+
+    // A value that is not an item model is ignored.
+    QObject notAModel;
+    items.horizontal = &notAModel;
+    QStandardItemModel other(1, 1);
+    header.setModel(&other);
+    header.setModel(&items);
+    QVERIFY(!header.headerModel());
+}
+
+void tst_CMwHierarchicalHeaderView::guardedHeaderModel()
+{
+    RecordingStyle style;
+    QStandardItemModel items(1, 2);
+    TestHeader header;
+    header.setStyle(&style);
+    header.setModel(&items);
+    auto *cells = buildHeaderModel({leaf("a"), leaf("b")}, nullptr);
+    header.setHeaderModel(cells);
+    header.resize(200, 30);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    const QSize measured = header.sectionSizeFromContents(0);
+    delete cells;
+    QVERIFY(!header.headerModel());
+
+    TestHeader plain;
+    plain.setModel(&items);
+    QCOMPARE(header.sectionSizeFromContents(0), plain.sectionSizeFromContents(0));
+    QVERIFY(measured != plain.sectionSizeFromContents(0));
+    style.calls.clear();
+    renderWidget(&header);
+    // Only the piece right of the last section is drawn.
+    for (const auto &call : style.callsOf(QStyle::CE_Header))
+        QVERIFY(call.rect.left() >= header.sectionViewportPosition(1) + header.sectionSize(1));
+}
+
+void tst_CMwHierarchicalHeaderView::verticalHeader()
+{
+    RecordingStyle style;
+    QStandardItemModel items(3, 1);
+    TestHeader header(Qt::Vertical);
+    header.setStyle(&style);
+    header.setModel(&items);
+    header.setSortIndicator(-1, Qt::AscendingOrder);
+    header.setHeaderModel(
+        buildHeaderModel({group("P", {leaf("a"), leaf("b")}, QSize(40, 10)), leaf("c")}, &header));
+    QCOMPARE(header.count(), 3);
+    for (int i = 0; i < 3; ++i)
+        header.resizeSection(i, 30);
+    header.resize(100, 120);
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    style.calls.clear();
+    renderWidget(&header);
+    const auto headers = style.callsOf(QStyle::CE_Header);
+    QCOMPARE(findCall(headers, "P")->rect, QRect(0, 0, 40, 60));
+    QCOMPARE(findCall(headers, "a")->rect, QRect(40, 0, 60, 30));
+    QCOMPARE(findCall(headers, "b")->rect, QRect(40, 30, 60, 30));
+    QCOMPARE(findCall(headers, "c")->rect, QRect(0, 60, 100, 30));
+    // Levels add up across the header.
+    QFont bold = header.font();
+    bold.setWeight(QFont::Bold);
+    QCOMPARE(header.sectionSizeFromContents(0).width(),
+             40 + QFontMetrics(bold).size(0, "a").width() + styleSection(header, 0).width());
+}
+
+namespace {
+
+QVector<Node> irregularTree()
+{
+    return {group("A", {leaf("a1"), group("B", {leaf("b1"), leaf("b2"), leaf("b3")}), leaf("a2")}),
+            leaf("L1"),
+            group("C", {group("D", {leaf("d1")}), group("E", {leaf("e1"), leaf("e2")})}),
+            group("F", {leaf("f1"), group("G", {group("H", {leaf("h1"), leaf("h2")})})})};
+}
+
+// Every cached answer against the plain walk, for every section and cell.
+void compareWithWalk(TestHeader &header)
+{
+    CMwHierarchicalHeaderViewPrivate *d = header.priv();
+    QVERIFY(d->useCache);
+    for (int s = -2; s < header.count() + 2; ++s) {
+        const QModelIndex cached = d->leafForSection(s);
+        const QModelIndex walked = d->walkLeafForSection(s);
+        QCOMPARE(cached, walked);
+        if (!walked.isValid())
+            continue;
+        QCOMPARE(d->indexInRoot(cached, s), d->walkIndexInRoot(walked));
+        const int start = header.sectionPosition(s);
+        for (const QModelIndex &cell : d->pathTo(walked)) {
+            QCOMPARE(d->spanLength(cell, cached, s), d->walkSpanLength(cell, walked, s));
+            QCOMPARE(d->spanStart(cell, cached, s, start), d->walkSpanStart(cell, walked, s, start));
+        }
+    }
+}
+
+} // namespace
+
+void tst_CMwHierarchicalHeaderView::cacheMatchesWalk()
+{
+    // More sections than leaves: the last ones have none.
+    QStandardItemModel items(1, 15);
+    TestHeader header;
+    header.setModel(&items);
+    QStandardItemModel *cells = buildHeaderModel(irregularTree(), &header);
+    // An inner cell with columns but no row under it has no leaves.
+    auto *hollow = new QStandardItem("hollow");
+    hollow->setColumnCount(2);
+    cells->setItem(0, 4, hollow);
+    header.setHeaderModel(cells);
+    for (int i = 0; i < header.count(); ++i)
+        header.resizeSection(i, 20 + 3 * i);
+
+    CMwHierarchicalHeaderViewPrivate *d = header.priv();
+    QCOMPARE(d->walkLeafForSection(0).data().toString(), QString("a1"));
+    QCOMPARE(d->walkLeafForSection(3).data().toString(), QString("b3"));
+    QCOMPARE(d->walkLeafForSection(5).data().toString(), QString("L1"));
+    QCOMPARE(d->walkLeafForSection(11).data().toString(), QString("h2"));
+    QVERIFY(!d->walkLeafForSection(12).isValid());
+    compareWithWalk(header);
+
+    header.setSectionHidden(2, true);
+    compareWithWalk(header);
+    header.moveSection(1, 7);
+    QVERIFY(header.sectionsMoved());
+    compareWithWalk(header);
+}
+
+void tst_CMwHierarchicalHeaderView::cacheFollowsChanges()
+{
+    QStandardItemModel items(1, 13);
+    TestHeader header;
+    header.setModel(&items);
+    QStandardItemModel *cells = buildHeaderModel(irregularTree(), &header);
+    header.setHeaderModel(cells);
+    CMwHierarchicalHeaderViewPrivate *d = header.priv();
+    compareWithWalk(header);
+    QCOMPARE(d->leafForSection(5).data().toString(), QString("L1"));
+
+    // A new leaf in B moves every later leaf one section on.
+    QStandardItem *b = cells->item(0, 0)->child(0, 1);
+    QCOMPARE(b->text(), QString("B"));
+    b->insertColumn(1, {new QStandardItem("bNew")});
+    QCOMPARE(d->leafForSection(2).data().toString(), QString("bNew"));
+    QCOMPARE(d->leafForSection(6).data().toString(), QString("L1"));
+    compareWithWalk(header);
+
+    // More sections than before.
+    items.insertColumns(13, 2);
+    QCOMPARE(header.count(), 15);
+    compareWithWalk(header);
+    items.removeColumns(0, 3);
+    compareWithWalk(header);
+
+    // A reset header model and a different one.
+    cells->removeColumns(0, 2);
+    QCOMPARE(d->leafForSection(0).data().toString(), QString("d1"));
+    compareWithWalk(header);
+    QStandardItemModel *other = buildHeaderModel({leaf("x"), group("Y", {leaf("y")})}, &header);
+    header.setHeaderModel(other);
+    QCOMPARE(d->leafForSection(1).data().toString(), QString("y"));
+    compareWithWalk(header);
+    delete other;
+    QVERIFY(!d->leafForSection(0).isValid());
+}
+
+void tst_CMwHierarchicalHeaderView::cachedPaintingMatchesWalk()
+{
+    QStandardItemModel items(1, 13);
+    TestHeader header;
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    header.setHeaderModel(buildHeaderModel(irregularTree(), &header));
+    header.resizeSections(QHeaderView::ResizeToContents);
+    header.resize(900, header.sizeHint().height());
+    header.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&header));
+
+    QVector<QSize> cachedSizes;
+    for (int i = 0; i < header.count(); ++i)
+        cachedSizes << header.sectionSizeFromContents(i);
+    const QImage cached = renderWidget(&header);
+
+    header.priv()->useCache = false;
+    QVector<QSize> walkedSizes;
+    for (int i = 0; i < header.count(); ++i)
+        walkedSizes << header.sectionSizeFromContents(i);
+    const QImage walked = renderWidget(&header);
+    header.priv()->useCache = true;
+
+    QCOMPARE(cachedSizes, walkedSizes);
+    QCOMPARE(cached, walked);
+    // The drawing is not empty: the widest top cell spans several sections.
+    QVERIFY(!darkPixels(cached, cached.rect()).isEmpty());
+}
+
+VEL_TEST_MAIN(tst_CMwHierarchicalHeaderView)
+#include "tst_cmwhierarchicalheaderview.moc"
