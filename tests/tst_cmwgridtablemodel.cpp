@@ -1,6 +1,5 @@
 #include <vel_qt_widgets/CMwGridTableModel.h>
 
-#include "cmwgridroles_p.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QBuffer>

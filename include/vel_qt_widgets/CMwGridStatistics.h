@@ -5,6 +5,10 @@
 
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
+#include <QtGui/QStandardItemModel>
+#include <QtWidgets/QStyledItemDelegate>
+
+class CMwHierarchicalGridView;
 
 /*!
     \brief Computes the six statistics the grid shows under each column.
@@ -33,5 +37,44 @@
 VEL_QT_WIDGETS_EXPORT void QVectorCalcStatistics(const QVector<QVariant> &values, double &count,
                                                  double &distinct, double &min, double &max,
                                                  double &mean, double &stdev);
+
+/*!
+    \brief The model of the grid's statistics table: one item per
+    (statistics row, column), each column as wide as the grid's body column.
+*/
+class VEL_QT_WIDGETS_EXPORT CMwStatisticsItemModel : public QStandardItemModel
+{
+    Q_OBJECT
+
+public:
+    explicit CMwStatisticsItemModel(CMwHierarchicalGridView *parent = nullptr);
+    ~CMwStatisticsItemModel() override;
+
+    /*! Qt::SizeHintRole: QSize(grid column width - 1, 0) when the parent is
+        a grid; everything else as QStandardItemModel. */
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+
+private:
+    Q_DISABLE_COPY(CMwStatisticsItemModel)
+};
+
+/*!
+    \brief The delegate of the statistics table: continues the table's grid
+    lines to the right of the last column.
+*/
+class VEL_QT_WIDGETS_EXPORT CMwStatisticsDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CMwStatisticsDelegate(QObject *parent = nullptr);
+    ~CMwStatisticsDelegate() override;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+
+private:
+    Q_DISABLE_COPY(CMwStatisticsDelegate)
+};
 
 #endif // VEL_QT_WIDGETS_CMWGRIDSTATISTICS_H

@@ -3,14 +3,7 @@
 
 #include "vel_qt_widgets_export.h"
 
-#include <QtCore/QtGlobal>
-
-#if __has_include(<vel_qt_widgets/CMwGridRoles.h>)
 #include <vel_qt_widgets/CMwGridRoles.h>
-#elif !defined(VEL_QT_WIDGETS_MW_INT32_DEFINED)
-#define VEL_QT_WIDGETS_MW_INT32_DEFINED
-typedef qint32 mw_int32;
-#endif
 
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QStringList>

@@ -1,4 +1,3 @@
-#include "cmwgridroles_p.h"
 #include "cmwstatisticsorder_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
