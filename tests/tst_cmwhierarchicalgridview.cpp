@@ -76,6 +76,8 @@ private Q_SLOTS:
     void headerThicknessFollowsModel();
     void rowHeightsFollowBody();
     void renderedGrid();
+    void rowNumbersScrollWithBody();
+    void updateControlRefreshesStatistics();
 
 private:
     static CMwGridTableModel *cities(QObject *parent);
@@ -910,6 +912,36 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     }
     // Row numbers beside the rows, to the pixel.
     QCOMPARE(rowsOrigin.y(), view->viewport()->mapTo(&grid, QPoint(0, 0)).y());
+}
+
+void tst_CMwHierarchicalGridView::rowNumbersScrollWithBody()
+{
+    CMwHierarchicalGridView grid;
+    CMwGridTableModel model;
+    QVector<QVector<QVariant>> records;
+    for (int i = 0; i < 200; ++i)
+        records.append(QVector<QVariant>{i});
+    model.setTable(paths({"N"}), records);
+    grid.setModel(&model);
+    grid.resize(300, 300);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QScrollBar *bar = body(grid)->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 100);
+    bar->setValue(77);
+    QCOMPARE(grid.verticalHeader()->offset(), 77);
+}
+
+void tst_CMwHierarchicalGridView::updateControlRefreshesStatistics()
+{
+    CMwHierarchicalGridView grid;
+    grid.setModel(cities(&grid));
+    QSignalSpy geometries(statistics(grid)->horizontalHeader(), SIGNAL(geometriesChanged()));
+    grid.updateControl();
+    QCOMPARE(geometries.count(), 1);
+    // A new sort order refreshes it too.
+    grid.horizontalHeader()->setSortIndicator(1, Qt::DescendingOrder);
+    QCOMPARE(geometries.count(), 2);
 }
 
 VEL_TEST_MAIN(tst_CMwHierarchicalGridView)

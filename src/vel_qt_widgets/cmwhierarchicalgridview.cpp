@@ -401,11 +401,14 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
     for (int column = 0; column < columns; ++column) {
         QVariant values[statisticsRows];
         if (d->statisticsOnSelection) {
+            // selectedRows(column) lists the rows of selectedRows(0) in the
+            // same order (a row counts as selected whatever the column asked
+            // for); walking the selection once instead of once per column
+            // matters with a million rows.
             QVector<QVariant> cells;
-            const QModelIndexList selected = selection->selectedRows(column);
-            cells.reserve(selected.size());
-            for (const QModelIndex &index : selected)
-                cells.append(index.data(Qt::DisplayRole));
+            cells.reserve(rows.size());
+            for (const QModelIndex &row : rows)
+                cells.append(row.sibling(row.row(), column).data(Qt::DisplayRole));
             double results[statisticsRows];
             QVectorCalcStatistics(cells, results[0], results[1], results[2], results[3],
                                   results[4], results[5]);
