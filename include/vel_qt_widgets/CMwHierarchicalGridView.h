@@ -74,6 +74,9 @@ public:
     /*! Band colour of group rows (light grey by default). */
     QColor colorBranchParent() const;
     void setColorBranchParent(const QColor &color);
+    /*! The same as setColorBranchParent(): code that uic generates from a
+        form calls the setter by the property's name. */
+    void setColBranchParent(const QColor &color) { setColorBranchParent(color); }
 
 public Q_SLOTS:
     /*! Rebuilds header model, row numbers and statistics, in this order. */
