@@ -1,5 +1,7 @@
 #include "vel_test_main.h"
 
+#include "testvalueproxies.h"
+
 #include "cmwqstepmapping_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
@@ -20,49 +22,6 @@ namespace {
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 const double kInf = std::numeric_limits<double>::infinity();
-
-// proxy = factor * value; the factor can change under the protocol.
-class LinearProxy : public CMwQValueProxy
-{
-    Q_OBJECT
-
-public:
-    explicit LinearProxy(double factor, QObject *parent = nullptr)
-        : CMwQValueProxy(parent)
-        , m_factor(factor)
-    {
-    }
-    double proxyValueFromValue(double value) const override { return m_factor * value; }
-    double valueFromProxyValue(double proxyValue) const override { return proxyValue / m_factor; }
-    void setFactor(double factor)
-    {
-        Q_EMIT proxyAboutToBeModified();
-        m_factor = factor;
-        updateProxyValue();
-        Q_EMIT proxyModified();
-    }
-
-private:
-    double m_factor;
-};
-
-class LogProxy : public CMwQValueProxy
-{
-    Q_OBJECT
-
-public:
-    double proxyValueFromValue(double value) const override { return std::log10(value); }
-    double valueFromProxyValue(double proxyValue) const override { return std::pow(10.0, proxyValue); }
-};
-
-class NegatingProxy : public CMwQValueProxy
-{
-    Q_OBJECT
-
-public:
-    double proxyValueFromValue(double value) const override { return -value; }
-    double valueFromProxyValue(double proxyValue) const override { return -proxyValue; }
-};
 
 // Opens the protected inner-slider interface to the tests.
 class OpenDoubleRangeSlider : public CMwQDoubleRangeSlider

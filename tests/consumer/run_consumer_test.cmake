@@ -19,6 +19,7 @@ run_step(${CMAKE_COMMAND} --install ${VEL_BUILD_DIR} --prefix ${prefix} ${config
 run_step(${CMAKE_COMMAND} -S ${VEL_CONSUMER_SOURCE} -B ${VEL_WORK_DIR}/build
     -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_BUILD_TYPE=${VEL_CONFIG}
-    -DVEL_SANITIZE=${VEL_SANITIZE})
+    -DVEL_SANITIZE=${VEL_SANITIZE}
+    -DVEL_FORM=${VEL_FORM})
 run_step(${CMAKE_COMMAND} --build ${VEL_WORK_DIR}/build ${config_args})
 run_step(${VEL_WORK_DIR}/build/vel_consumer)

@@ -1,0 +1,122 @@
+#ifndef VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_H
+#define VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_H
+
+#include "vel_qt_widgets_export.h"
+
+#include <vel_qt_widgets/CMwGridRoles.h>
+
+#include <QtCore/QAbstractItemModel>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QIODevice;
+QT_END_NAMESPACE
+
+class CMwGridTableModelPrivate;
+
+/*!
+    \brief A ready item model for CMwHierarchicalGridView: a table of values
+    with a header path per column, answering every grid role.
+
+    - Horizontal header: HeaderPathRole gives the column's path (top level
+      first); Qt::DisplayRole the path joined with " / ", so that the
+      filter editor can tell equal leaf captions under different parents apart.
+    - Items: Qt::DisplayRole/Qt::EditRole the value; RowNumberRole the
+      record's position in the table (it follows the record through sorting,
+      filtering and grouping); BranchParentRole on group rows.
+    - Statistics roles: whole-column statistics from QVectorCalcStatistics
+      over every record, answered on any item of the column (a sorting proxy
+      asks on whatever record it shows first), computed on first request and
+      kept until the column's data changes.
+    - VisibleRowCountRole on any vertical section: the number of rows the
+      tree can show at most (group rows plus records).
+
+    groupByColumn() builds one group row per distinct value of a column,
+    in the statistics' order, with the records below it; -1 removes them.
+    Changes of shape (new table, grouping) are announced with layoutChanged(),
+    which the grid listens to in order to rebuild its header, row numbers and
+    statistics.
+
+    \code
+    auto *model = new CMwGridTableModel(grid);
+    model->loadCsv(QStringLiteral("measurements.csv"));   // "Site|Depth" -> two levels
+    grid->setModel(model);
+    QObject::connect(grid->horizontalHeader(), SIGNAL(groupByColumn(mw_int32)),
+                     model, SLOT(groupByColumn(mw_int32)));
+    \endcode
+*/
+class VEL_QT_WIDGETS_EXPORT CMwGridTableModel : public QAbstractItemModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int groupColumn READ groupColumn WRITE groupByColumn NOTIFY groupColumnChanged)
+
+public:
+    explicit CMwGridTableModel(QObject *parent = nullptr);
+    ~CMwGridTableModel() override;
+
+    /*! Replaces columns and records. Records shorter than the column count
+        read as empty cells; longer ones are cut. Removes any grouping. */
+    void setTable(const QVector<QStringList> &headerPaths, const QVector<QVector<QVariant>> &records);
+    /*! Replaces the columns, keeping the records. */
+    void setHeaderPaths(const QVector<QStringList> &headerPaths);
+    /*! Replaces the records, keeping the columns. */
+    void setRecords(const QVector<QVector<QVariant>> &records);
+    /*! Appends one record. */
+    void appendRecord(const QVector<QVariant> &record);
+    /*! Removes every record and column. */
+    void clear();
+
+    QStringList headerPath(int column) const;
+    int recordCount() const;
+    /*! The value of a record's cell; invalid outside the table. */
+    QVariant value(int record, int column) const;
+    /*! Changes one cell (emits dataChanged for the record's row). */
+    void setValue(int record, int column, const QVariant &value);
+
+    /*!
+        Reads a comma-separated table: the first line holds the captions
+        (a caption "A|B|C" becomes the three-level path A, B, C), every
+        further line one record. Double quotes enclose fields with
+        separators, line breaks or doubled quotes. A column whose non-empty
+        fields all read as numbers (C locale) holds numbers (int when they
+        all fit, else double); other columns hold text; empty fields are
+        empty cells. Returns false (and keeps the model) when nothing could
+        be read.
+    */
+    bool readCsv(QIODevice *device, QChar separator = QLatin1Char(','),
+                 QChar levelSeparator = QLatin1Char('|'));
+    /*! readCsv() from a file. */
+    bool loadCsv(const QString &fileName, QChar separator = QLatin1Char(','),
+                 QChar levelSeparator = QLatin1Char('|'));
+
+    /*! The grouped column, or -1. */
+    int groupColumn() const;
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+public Q_SLOTS:
+    /*! Groups the records by \a iLogicalIndex's values; -1 ungroups.
+        Connect the grid header's groupByColumn(mw_int32) here. */
+    void groupByColumn(mw_int32 iLogicalIndex);
+
+Q_SIGNALS:
+    void groupColumnChanged(int column);
+
+private:
+    friend class CMwGridTableModelPrivate;
+    std::unique_ptr<CMwGridTableModelPrivate> d;
+    Q_DISABLE_COPY(CMwGridTableModel)
+};
+
+#endif // VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_H

@@ -1,0 +1,525 @@
+#include "cmwstatisticsorder_p.h"
+
+#include <vel_qt_widgets/CMwGridStatistics.h>
+#include <vel_qt_widgets/CMwGridTableModel.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QIODevice>
+#include <QtCore/QLocale>
+#include <QtCore/QTextStream>
+#include <QtCore/QtDebug>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int statisticsCount = 6;
+
+// Top-level items carry 0; the records under group g carry g + 1.
+constexpr quintptr topLevelId = 0;
+
+struct Group
+{
+    QVariant value;
+    QVector<int> records;
+};
+
+} // namespace
+
+class CMwGridTableModelPrivate
+{
+public:
+    explicit CMwGridTableModelPrivate(CMwGridTableModel *q) : q(q) {}
+
+    int columnCount() const { return paths.size(); }
+    int recordCount() const { return records; }
+    bool isGrouped() const { return groupColumn >= 0; }
+
+    // The record an index shows, or -1 for a group row.
+    int recordOf(const QModelIndex &index) const
+    {
+        if (index.internalId() == topLevelId)
+            return isGrouped() ? -1 : index.row();
+        return groups.at(int(index.internalId() - 1)).records.at(index.row());
+    }
+    QModelIndex indexOfRecord(int record, int column) const
+    {
+        if (!isGrouped())
+            return q->createIndex(record, column, topLevelId);
+        const int group = groupOfRecord.at(record);
+        return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
+    }
+    int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
+
+    void buildGroups();
+    void clearGroups();
+    void regroup(int column);
+    void resetTable(const QVector<QStringList> &newPaths,
+                    const QVector<QVector<QVariant>> &newRecords);
+    const QVector<QVariant> &statistics(int column) const;
+    QVariant groupData(int group, int column, int role) const;
+
+    CMwGridTableModel *q;
+    QVector<QStringList> paths;
+    // Column-major: a column is handed to the statistics as it stands.
+    QVector<QVector<QVariant>> columns;
+    int records = 0;
+    int groupColumn = -1;
+    QVector<Group> groups;
+    QVector<int> groupOfRecord;
+    QVector<int> rowInGroup;
+    mutable QVector<QVector<QVariant>> stats;
+};
+
+void CMwGridTableModelPrivate::clearGroups()
+{
+    groups.clear();
+    groupOfRecord.clear();
+    rowInGroup.clear();
+}
+
+// Groups in the order the statistics walk the column, split where that walk
+// counts a new distinct value: as many groups as "Distinct" says, plus one
+// for the empty cells.
+void CMwGridTableModelPrivate::buildGroups()
+{
+    clearGroups();
+    if (!isGrouped())
+        return;
+    const QVector<QVariant> &column = columns.at(groupColumn);
+    const QVector<int> order = vel::statisticsOrder(column);
+    groupOfRecord.resize(records);
+    rowInGroup.resize(records);
+    for (int record : order) {
+        const QVariant &v = column.at(record);
+        if (groups.isEmpty() || groups.last().value != v)
+            groups.append(Group{v, {}});
+        groups.last().records.append(record);
+    }
+    // Inside a group the records keep their table order.
+    for (int g = 0; g < groups.size(); ++g) {
+        QVector<int> &members = groups[g].records;
+        std::sort(members.begin(), members.end());
+        for (int row = 0; row < members.size(); ++row) {
+            groupOfRecord[members.at(row)] = g;
+            rowInGroup[members.at(row)] = row;
+        }
+    }
+}
+
+// A change of shape that keeps every record: announced as a layout change,
+// so that selections and expanded rows follow the records.
+void CMwGridTableModelPrivate::regroup(int column)
+{
+    emit q->layoutAboutToBeChanged();
+    const QModelIndexList before = q->persistentIndexList();
+    QVector<int> recordsBefore;
+    recordsBefore.reserve(before.size());
+    for (const QModelIndex &index : before)
+        recordsBefore.append(recordOf(index));
+
+    groupColumn = column;
+    buildGroups();
+
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (int i = 0; i < before.size(); ++i) {
+        const int record = recordsBefore.at(i);
+        after.append(record < 0 ? QModelIndex() : indexOfRecord(record, before.at(i).column()));
+    }
+    q->changePersistentIndexList(before, after);
+    emit q->layoutChanged();
+}
+
+void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
+                                          const QVector<QVector<QVariant>> &newRecords)
+{
+    q->beginResetModel();
+    const bool wasGrouped = isGrouped();
+    paths = newPaths;
+    records = newRecords.size();
+    columns = QVector<QVector<QVariant>>(paths.size(), QVector<QVariant>(records));
+    for (int r = 0; r < records; ++r) {
+        const QVector<QVariant> &record = newRecords.at(r);
+        const int cells = qMin(record.size(), paths.size());
+        for (int c = 0; c < cells; ++c)
+            columns[c][r] = record.at(c);
+    }
+    groupColumn = -1;
+    clearGroups();
+    stats = QVector<QVector<QVariant>>(paths.size());
+    q->endResetModel();
+    // The grid rebuilds its header, row numbers and statistics on
+    // layoutChanged(), not on a reset; tell it that the shape is new.
+    emit q->layoutAboutToBeChanged();
+    emit q->layoutChanged();
+    if (wasGrouped)
+        emit q->groupColumnChanged(-1);
+}
+
+const QVector<QVariant> &CMwGridTableModelPrivate::statistics(int column) const
+{
+    QVector<QVariant> &cached = stats[column];
+    if (cached.isEmpty()) {
+        double values[statisticsCount];
+        QVectorCalcStatistics(columns.at(column), values[0], values[1], values[2], values[3],
+                              values[4], values[5]);
+        cached.reserve(statisticsCount);
+        for (double value : values)
+            cached.append(value);
+    }
+    return cached;
+}
+
+QVariant CMwGridTableModelPrivate::groupData(int group, int column, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::EditRole)
+        return {};
+    const Group &g = groups.at(group);
+    if (column == 0) {
+        const QStringList &path = paths.at(groupColumn);
+        const QString caption = path.isEmpty() ? QString() : path.last();
+        const QString value = g.value.isValid() ? g.value.toString()
+                                                : CMwGridTableModel::tr("(empty)");
+        return CMwGridTableModel::tr("%1: %2 (%3)").arg(caption, value).arg(g.records.size());
+    }
+    // The grouped column carries the raw value, so sorting by it orders groups.
+    if (column == groupColumn)
+        return g.value;
+    return {};
+}
+
+CMwGridTableModel::CMwGridTableModel(QObject *parent)
+    : QAbstractItemModel(parent), d(new CMwGridTableModelPrivate(this))
+{
+}
+
+CMwGridTableModel::~CMwGridTableModel() = default;
+
+void CMwGridTableModel::setTable(const QVector<QStringList> &headerPaths,
+                                 const QVector<QVector<QVariant>> &records)
+{
+    d->resetTable(headerPaths, records);
+}
+
+void CMwGridTableModel::setHeaderPaths(const QVector<QStringList> &headerPaths)
+{
+    QVector<QVector<QVariant>> records(d->records);
+    for (int r = 0; r < d->records; ++r) {
+        QVector<QVariant> &record = records[r];
+        record.reserve(d->columnCount());
+        for (int c = 0; c < d->columnCount(); ++c)
+            record.append(d->columns.at(c).at(r));
+    }
+    d->resetTable(headerPaths, records);
+}
+
+void CMwGridTableModel::setRecords(const QVector<QVector<QVariant>> &records)
+{
+    d->resetTable(d->paths, records);
+}
+
+void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
+{
+    const int row = d->records;
+    if (!d->isGrouped())
+        beginInsertRows(QModelIndex(), row, row);
+    for (int c = 0; c < d->columnCount(); ++c) {
+        d->columns[c].append(c < record.size() ? record.at(c) : QVariant());
+        d->stats[c].clear();
+    }
+    ++d->records;
+    if (!d->isGrouped()) {
+        endInsertRows();
+    } else {
+        // The new record may open a group of its own.
+        d->regroup(d->groupColumn);
+    }
+}
+
+void CMwGridTableModel::clear()
+{
+    d->resetTable({}, {});
+}
+
+QStringList CMwGridTableModel::headerPath(int column) const
+{
+    return column >= 0 && column < d->columnCount() ? d->paths.at(column) : QStringList();
+}
+
+int CMwGridTableModel::recordCount() const
+{
+    return d->records;
+}
+
+QVariant CMwGridTableModel::value(int record, int column) const
+{
+    if (record < 0 || record >= d->records || column < 0 || column >= d->columnCount())
+        return {};
+    return d->columns.at(column).at(record);
+}
+
+void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
+{
+    if (record < 0 || record >= d->records || column < 0 || column >= d->columnCount()) {
+        qWarning("CMwGridTableModel::setValue: cell (%d, %d) is outside the table", record, column);
+        return;
+    }
+    QVariant &cell = d->columns[column][record];
+    if (cell == value && cell.userType() == value.userType())
+        return;
+    cell = value;
+    d->stats[column].clear();
+    if (column == d->groupColumn) {
+        // The record may belong to another group now.
+        d->regroup(column);
+        return;
+    }
+    const QModelIndex changed = d->indexOfRecord(record, column);
+    emit dataChanged(changed, changed);
+}
+
+int CMwGridTableModel::groupColumn() const
+{
+    return d->groupColumn;
+}
+
+void CMwGridTableModel::groupByColumn(mw_int32 iLogicalIndex)
+{
+    if (iLogicalIndex >= d->columnCount()) {
+        qWarning("CMwGridTableModel::groupByColumn: no column %d", int(iLogicalIndex));
+        return;
+    }
+    const int column = iLogicalIndex < 0 ? -1 : int(iLogicalIndex);
+    if (column == d->groupColumn)
+        return;
+    d->regroup(column);
+    emit groupColumnChanged(column);
+}
+
+QModelIndex CMwGridTableModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return {};
+    if (!parent.isValid())
+        return createIndex(row, column, topLevelId);
+    return createIndex(row, column, quintptr(parent.row() + 1));
+}
+
+QModelIndex CMwGridTableModel::parent(const QModelIndex &child) const
+{
+    if (!child.isValid() || child.model() != this || child.internalId() == topLevelId)
+        return {};
+    return createIndex(int(child.internalId() - 1), 0, topLevelId);
+}
+
+int CMwGridTableModel::rowCount(const QModelIndex &parent) const
+{
+    if (!parent.isValid())
+        return d->isGrouped() ? d->groups.size() : d->records;
+    if (parent.model() != this || !d->isGrouped() || parent.internalId() != topLevelId
+        || parent.column() != 0 || parent.row() >= d->groups.size()) {
+        return 0;
+    }
+    return d->groups.at(parent.row()).records.size();
+}
+
+int CMwGridTableModel::columnCount(const QModelIndex &) const
+{
+    return d->columnCount();
+}
+
+bool CMwGridTableModel::hasChildren(const QModelIndex &parent) const
+{
+    return rowCount(parent) > 0;
+}
+
+QVariant CMwGridTableModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.model() != this)
+        return {};
+    if (role >= StatCountRole && role <= StatStDevRole)
+        return d->statistics(index.column()).at(role - StatCountRole);
+
+    const int record = d->recordOf(index);
+    if (record < 0) {
+        if (role == BranchParentRole)
+            return true;
+        return d->groupData(index.row(), index.column(), role);
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return d->columns.at(index.column()).at(record);
+    case RowNumberRole:
+        return record;
+    case Qt::TextAlignmentRole:
+        if (vel::isStatisticsNumeric(d->columns.at(index.column()).at(record)))
+            return int(Qt::AlignRight | Qt::AlignVCenter);
+        return {};
+    default:
+        return {};
+    }
+}
+
+QVariant CMwGridTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical) {
+        // A sorting proxy asks with the source row of its first row, so
+        // every section answers.
+        if (role == VisibleRowCountRole)
+            return d->visibleRowCount();
+        return QAbstractItemModel::headerData(section, orientation, role);
+    }
+    if (section < 0 || section >= d->columnCount())
+        return {};
+    if (role == HeaderPathRole)
+        return d->paths.at(section);
+    if (role == Qt::DisplayRole)
+        return d->paths.at(section).join(QStringLiteral(" / "));
+    return {};
+}
+
+Qt::ItemFlags CMwGridTableModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags result = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (d->recordOf(index) >= 0)
+        result |= Qt::ItemNeverHasChildren;
+    return result;
+}
+
+namespace {
+
+// RFC 4180 fields: quotes enclose separators and line breaks, "" is a quote.
+QVector<QStringList> parseCsv(const QString &text, QChar separator)
+{
+    QVector<QStringList> rows;
+    QStringList row;
+    QString field;
+    bool quoted = false;
+    bool fieldStarted = false;
+    const int n = text.size();
+    for (int i = 0; i < n; ++i) {
+        const QChar c = text.at(i);
+        if (quoted) {
+            if (c == QLatin1Char('"')) {
+                if (i + 1 < n && text.at(i + 1) == QLatin1Char('"')) {
+                    field.append(c);
+                    ++i;
+                } else {
+                    quoted = false;
+                }
+            } else {
+                field.append(c);
+            }
+            continue;
+        }
+        if (c == QLatin1Char('"')) {
+            quoted = true;
+            fieldStarted = true;
+        } else if (c == separator) {
+            row.append(field);
+            field.clear();
+            fieldStarted = true;
+        } else if (c == QLatin1Char('\n') || c == QLatin1Char('\r')) {
+            if (c == QLatin1Char('\r') && i + 1 < n && text.at(i + 1) == QLatin1Char('\n'))
+                ++i;
+            if (fieldStarted || !field.isEmpty() || !row.isEmpty()) {
+                row.append(field);
+                rows.append(row);
+            }
+            row.clear();
+            field.clear();
+            fieldStarted = false;
+        } else {
+            field.append(c);
+            fieldStarted = true;
+        }
+    }
+    if (fieldStarted || !field.isEmpty() || !row.isEmpty()) {
+        row.append(field);
+        rows.append(row);
+    }
+    return rows;
+}
+
+} // namespace
+
+bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelSeparator)
+{
+    if (!device || !device->isReadable()) {
+        qWarning("CMwGridTableModel::readCsv: the device is not readable");
+        return false;
+    }
+    QTextStream stream(device);
+    stream.setCodec("UTF-8");
+    const QVector<QStringList> rows = parseCsv(stream.readAll(), separator);
+    if (rows.isEmpty()) {
+        qWarning("CMwGridTableModel::readCsv: no header line");
+        return false;
+    }
+
+    QVector<QStringList> headerPaths;
+    for (const QString &caption : rows.first()) {
+        QStringList path;
+        for (const QString &level : caption.split(levelSeparator))
+            path.append(level.trimmed());
+        headerPaths.append(path);
+    }
+
+    const int columnCount = headerPaths.size();
+    const int recordCount = rows.size() - 1;
+    const QLocale c = QLocale::c();
+    // A column is numeric when every non-empty field reads as a number.
+    QVector<bool> numeric(columnCount, true);
+    QVector<bool> integral(columnCount, true);
+    for (int r = 1; r < rows.size(); ++r) {
+        const QStringList &fields = rows.at(r);
+        for (int col = 0; col < qMin(columnCount, fields.size()); ++col) {
+            const QString field = fields.at(col).trimmed();
+            if (field.isEmpty() || !numeric.at(col))
+                continue;
+            bool ok = false;
+            c.toDouble(field, &ok);
+            if (!ok) {
+                numeric[col] = false;
+                continue;
+            }
+            if (integral.at(col)) {
+                c.toInt(field, &ok);
+                integral[col] = ok;
+            }
+        }
+    }
+
+    QVector<QVector<QVariant>> records(recordCount, QVector<QVariant>(columnCount));
+    for (int r = 0; r < recordCount; ++r) {
+        const QStringList &fields = rows.at(r + 1);
+        QVector<QVariant> &record = records[r];
+        for (int col = 0; col < qMin(columnCount, fields.size()); ++col) {
+            const QString &raw = fields.at(col);
+            if (raw.trimmed().isEmpty())
+                continue;
+            if (!numeric.at(col))
+                record[col] = raw;
+            else if (integral.at(col))
+                record[col] = c.toInt(raw.trimmed());
+            else
+                record[col] = c.toDouble(raw.trimmed());
+        }
+    }
+    d->resetTable(headerPaths, records);
+    return true;
+}
+
+bool CMwGridTableModel::loadCsv(const QString &fileName, QChar separator, QChar levelSeparator)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qWarning("CMwGridTableModel::loadCsv: cannot open %s", qPrintable(fileName));
+        return false;
+    }
+    return readCsv(&file, separator, levelSeparator);
+}

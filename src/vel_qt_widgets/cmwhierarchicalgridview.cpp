@@ -1,0 +1,550 @@
+#include "cmwhierarchicalgridview_p.h"
+
+#include <vel_system/MW_GetTranslation.h>
+
+#include <QtCore/QEvent>
+#include <QtGui/QFontMetrics>
+#include <QtGui/QIcon>
+#include <QtGui/QStandardItemModel>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QToolBar>
+
+namespace {
+
+// Translation context of the toolbar texts: this source file, one fixed
+// string whatever the build directory.
+const char translationContext[] = "cmwhierarchicalgridview.cpp";
+
+QString translated(const wchar_t *text)
+{
+    return QString::fromWCharArray(MW_GetTranslation(text, translationContext));
+}
+
+constexpr int statisticsRows = 6;
+
+const char *const statisticsLabels[statisticsRows] = {
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "Count"),
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "Distinct"),
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "Min"),
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "Max"),
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "Mean"),
+    QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "StDev"),
+};
+
+const int statisticsRoles[statisticsRows] = {StatCountRole, StatDistinctRole, StatMinRole,
+                                             StatMaxRole,   StatMeanRole,     StatStDevRole};
+
+} // namespace
+
+CMwHierarchicalGridViewPrivate::~CMwHierarchicalGridViewPrivate() = default;
+
+CMwGridTreeView *CMwHierarchicalGridViewPrivate::dataView() const
+{
+    return q_ptr->findChild<CMwGridTreeView *>(QStringLiteral("DataView"));
+}
+
+QTableView *CMwHierarchicalGridViewPrivate::statisticTableView() const
+{
+    return q_ptr->findChild<QTableView *>(QStringLiteral("statisticTableView"));
+}
+
+CMwFilterWidget *CMwHierarchicalGridViewPrivate::filterTable() const
+{
+    return q_ptr->findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+}
+
+CMwVHeaderView *CMwHierarchicalGridViewPrivate::rowNumbers() const
+{
+    return q_ptr->findChild<CMwVHeaderView *>(QStringLiteral("VerticalHeader"));
+}
+
+CMwHierarchicalGridView::CMwHierarchicalGridView(QWidget *parent)
+    : CMwHierarchicalGridView(*new CMwHierarchicalGridViewPrivate, parent)
+{
+}
+
+CMwHierarchicalGridView::CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate &dd,
+                                                 QWidget *parent)
+    : QWidget(parent), d_vel(&dd)
+{
+    d_vel->q_ptr = this;
+    init();
+}
+
+CMwHierarchicalGridView::~CMwHierarchicalGridView() = default;
+
+void CMwHierarchicalGridView::init()
+{
+    auto *toolbar = new QToolBar;
+    toolbar->setObjectName(QStringLiteral("MainToolbar"));
+    toolbar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+
+    auto *filter = new CMwFilterWidget(this);
+    filter->setObjectName(QStringLiteral("FilterTable"));
+    // Opened by "Define Filter".
+    filter->hide();
+    connect(filter, SIGNAL(filterChanged()), this, SLOT(onFilterChanged()));
+
+    auto *resizeButton = new QPushButton(this);
+    resizeButton->setObjectName(QStringLiteral("resizeButton"));
+    resizeButton->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    resizeButton->setMaximumWidth(50);
+    resizeButton->setMaximumHeight(10);
+    resizeButton->setIcon(QIcon(QStringLiteral(":/w32_commonres/res/AutoSize_columns.svg")));
+    connect(resizeButton, SIGNAL(pressed()), this, SLOT(onResizeToContents()));
+
+    auto *dataView = new CMwGridTreeView(this);
+    dataView->setObjectName(QStringLiteral("DataView"));
+    // Frameless, like the row numbers and the statistics table beside and
+    // below it: rows, row numbers and statistics columns line up to the pixel.
+    dataView->setFrameShape(QFrame::NoFrame);
+
+    auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, this);
+    rowNumbers->setObjectName(QStringLiteral("VerticalHeader"));
+    rowNumbers->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    rowNumbers->setMaximumWidth(50);
+    rowNumbers->verticalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    rowNumbers->verticalScrollBar()->hide();
+    rowNumbers->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    rowNumbers->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    rowNumbers->setAutoScroll(true);
+    rowNumbers->setDefaultAlignment(Qt::AlignRight);
+    rowNumbers->setTreeView(dataView);
+
+    dataView->horizontalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    dataView->horizontalScrollBar()->setMaximumHeight(1);
+    dataView->horizontalScrollBar()->hide();
+    dataView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    dataView->setCornerWidget(nullptr);
+    auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal, dataView);
+    dataView->setHeader(header);
+    dataView->setSortingEnabled(true);
+    dataView->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    dataView->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    dataView->setItemDelegate(new CMwGridDelegate(dataView));
+    dataView->setUniformRowHeights(true);
+    dataView->setSelectionBehavior(QAbstractItemView::SelectRows);
+    dataView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+
+    auto *statistics = new QTableView(this);
+    statistics->setObjectName(QStringLiteral("statisticTableView"));
+    statistics->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    statistics->horizontalHeader()->setDefaultAlignment(Qt::AlignRight);
+    statistics->horizontalHeader()->hide();
+    statistics->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    statistics->verticalHeader()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    statistics->verticalHeader()->setMaximumWidth(50);
+    // The rows keep the body's row height, also below the style's minimum.
+    statistics->verticalHeader()->setMinimumSectionSize(1);
+    statistics->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    // Its height is counted in rows (six, plus the scroll bar when shown):
+    // a frame would cost the last row two pixels and bring a scroll bar.
+    statistics->setFrameShape(QFrame::NoFrame);
+    statistics->setItemDelegate(new CMwStatisticsDelegate(statistics));
+    statistics->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    statistics->setSelectionMode(QAbstractItemView::NoSelection);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(toolbar);
+    layout->addWidget(filter);
+    auto *body = new QHBoxLayout;
+    body->setContentsMargins(0, 0, 0, 0);
+    body->setSpacing(0);
+    auto *corner = new QVBoxLayout;
+    corner->setContentsMargins(0, 0, 0, 0);
+    corner->setSpacing(0);
+    corner->addWidget(resizeButton);
+    corner->addWidget(rowNumbers);
+    body->addLayout(corner);
+    body->addWidget(dataView);
+    layout->addLayout(body);
+    layout->addWidget(statistics);
+
+    QAction *showStatistics = toolbar->addAction(
+        QIcon(QStringLiteral(":/w32_commonres/res/suma_file.svg")), translated(L"Show Statistics"));
+    showStatistics->setToolTip(showStatistics->text());
+    showStatistics->setCheckable(true);
+    showStatistics->setChecked(true);
+    connect(showStatistics, SIGNAL(triggered()), this, SLOT(showStatistics()));
+
+    QAction *useFilter = toolbar->addAction(QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")),
+                                            translated(L"Use Filter"));
+    useFilter->setToolTip(useFilter->text());
+    useFilter->setCheckable(true);
+    connect(useFilter, SIGNAL(triggered()), this, SLOT(activateFilter()));
+    connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
+
+    QAction *defineFilter = toolbar->addAction(
+        QIcon(QStringLiteral(":/w32_commonres/res/filter_edit.svg")), translated(L"Define Filter"));
+    defineFilter->setToolTip(defineFilter->text());
+    defineFilter->setCheckable(true);
+    connect(defineFilter, SIGNAL(triggered()), this, SLOT(editFilter()));
+
+    struct RowAction
+    {
+        const char *icon;
+        const wchar_t *text;
+        const char *slot;
+    };
+    const RowAction rowActions[] = {
+        {":/w32_commonres/res/arr/item_up.svg", L"Up", SLOT(onButtonUp())},
+        {":/w32_commonres/res/arr/item_down.svg", L"Down", SLOT(onButtonDown())},
+        {":/w32_commonres/res/trash.svg", L"Remove", SLOT(onButtonRemove())},
+    };
+    for (const RowAction &row : rowActions) {
+        QAction *action = toolbar->addAction(QIcon(QLatin1String(row.icon)), translated(row.text));
+        action->setToolTip(action->text());
+        action->setVisible(false);
+        connect(action, SIGNAL(triggered()), filter, row.slot);
+        connect(defineFilter, SIGNAL(toggled(bool)), action, SLOT(setVisible(bool)));
+    }
+
+    connect(dataView, SIGNAL(expanded(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
+    connect(dataView, SIGNAL(collapsed(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
+    connect(header, SIGNAL(showColumn(mw_int32, bool)), this, SLOT(onShowColumn(mw_int32, bool)));
+    connect(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), this,
+            SLOT(onSortIndicatorChanged(int, Qt::SortOrder)));
+    connect(header, SIGNAL(sectionResized(int, int, int)), this,
+            SLOT(sectionResized(int, int, int)));
+    connect(dataView->verticalScrollBar(), SIGNAL(valueChanged(int)), rowNumbers,
+            SLOT(setOffset(int)));
+    connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
+            dataView->horizontalScrollBar(), SLOT(setValue(int)));
+    statistics->horizontalScrollBar()->installEventFilter(this);
+}
+
+void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
+{
+    Q_D(CMwHierarchicalGridView);
+    if (!model)
+        return;
+
+    if (CMwGridTreeView *view = d->dataView()) {
+        QPointer<QAbstractItemModel> previous = view->model();
+        auto *proxy = new CMwSortFilterProxyModel(this);
+        proxy->setSourceModel(model);
+        view->setModel(proxy);
+        connect(view->selectionModel(),
+                SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
+                SLOT(onTreeViewSelectionChanged(QItemSelection, QItemSelection)));
+        if (CMwFilterWidget *filter = d->filterTable())
+            filter->setRefModel(proxy);
+        // The replaced proxy is released once nothing shows it any more: the
+        // filter editor and the row numbers hold guarded pointers to it.
+        if (previous && previous != proxy && previous->parent() == this
+            && qobject_cast<CMwSortFilterProxyModel *>(previous)) {
+            delete previous.data();
+        }
+    }
+
+    // Only the model shown now rebuilds the grid on its layout changes.
+    if (d->sourceModel && d->sourceModel != model)
+        disconnect(d->sourceModel, SIGNAL(layoutChanged()), this, SLOT(onDataChanged()));
+    d->sourceModel = model;
+    connect(model, SIGNAL(layoutChanged()), this, SLOT(onDataChanged()), Qt::UniqueConnection);
+
+    onDataChanged();
+}
+
+QAbstractItemModel *CMwHierarchicalGridView::model() const
+{
+    Q_D(const CMwHierarchicalGridView);
+    CMwGridTreeView *view = d->dataView();
+    return view ? view->model() : nullptr;
+}
+
+QHeaderView *CMwHierarchicalGridView::horizontalHeader() const
+{
+    Q_D(const CMwHierarchicalGridView);
+    CMwGridTreeView *view = d->dataView();
+    return view ? view->header() : nullptr;
+}
+
+QHeaderView *CMwHierarchicalGridView::verticalHeader() const
+{
+    Q_D(const CMwHierarchicalGridView);
+    return d->rowNumbers();
+}
+
+int CMwHierarchicalGridView::columnWidth(int column) const
+{
+    Q_D(const CMwHierarchicalGridView);
+    CMwGridTreeView *view = d->dataView();
+    return view ? view->columnWidth(column) : 0;
+}
+
+QColor CMwHierarchicalGridView::colorBranchParent() const
+{
+    Q_D(const CMwHierarchicalGridView);
+    return d->branchParentColor;
+}
+
+void CMwHierarchicalGridView::setColorBranchParent(const QColor &color)
+{
+    Q_D(CMwHierarchicalGridView);
+    // Read by the body at its next paint; no repaint forced here.
+    d->branchParentColor = color;
+}
+
+void CMwHierarchicalGridView::onDataChanged()
+{
+    createHierarchicalHeaderItemModel();
+    updateVerticalHeader();
+    updateStatisticDataModel();
+    updateControl();
+}
+
+void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
+{
+    Q_D(CMwHierarchicalGridView);
+    CMwGridTreeView *view = d->dataView();
+    if (!view)
+        return;
+    QAbstractItemModel *source = view->model();
+
+    auto *headerModel = new QStandardItemModel(this);
+    const int columns = source ? source->columnCount() : 0;
+    for (int column = 0; column < columns; ++column) {
+        const QVariantList path = source->headerData(column, Qt::Horizontal, HeaderPathRole).toList();
+        QStandardItem *candidate = headerModel->item(0, qMax(headerModel->columnCount() - 1, 0));
+        QStandardItem *parent = candidate;
+        for (int level = 0; level < path.size(); ++level) {
+            QStandardItem *item = nullptr;
+            const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
+            // Single-level columns are never merged, even under equal captions.
+            if (candidate && caption.isValid() && path.size() > 1 && caption == path.at(level)) {
+                item = candidate;
+            } else {
+                item = new QStandardItem;
+                item->setData(path.at(level), Qt::DisplayRole);
+                if (!parent || candidate == parent)
+                    headerModel->setItem(0, headerModel->columnCount(), item);
+                else
+                    parent->setChild(0, parent->columnCount(), item);
+            }
+            parent = item;
+            candidate = item->columnCount() > 0 ? item->child(0, item->columnCount() - 1) : nullptr;
+        }
+    }
+
+    auto *header = qobject_cast<CMwHierarchicalHeaderView *>(view->header());
+    if (header) {
+        header->setHeaderModel(headerModel);
+        // QHeaderView caches its size hint: a header with more or fewer
+        // levels must be measured again, and the body must lay it out anew.
+        if (header->count() > 0)
+            header->headerDataChanged(Qt::Horizontal, 0, header->count() - 1);
+        QMetaObject::invokeMethod(view, "updateGeometries");
+        header->viewport()->update();
+    }
+    delete d->headerModel.data();
+    d->headerModel = headerModel;
+}
+
+void CMwHierarchicalGridView::updateVerticalHeader()
+{
+    Q_D(CMwHierarchicalGridView);
+    QAbstractItemModel *proxy = model();
+    if (!proxy)
+        return;
+    CMwGridTreeView *view = d->dataView();
+    if (CMwVHeaderView *rowNumbers = d->rowNumbers()) {
+        rowNumbers->setModel(proxy);
+        if (view) {
+            const int rowHeight = view->sizeHintForRow(0);
+            if (rowHeight > 0) {
+                // Qt raises a default section size below the minimum to the minimum.
+                if (rowNumbers->minimumSectionSize() > rowHeight)
+                    rowNumbers->setMinimumSectionSize(rowHeight);
+                rowNumbers->setDefaultSectionSize(rowHeight);
+            }
+        }
+    }
+    auto *button = findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    if (button && view) {
+        // The height the body gives its header when it lays it out, known
+        // before the grid is first shown.
+        QHeaderView *header = view->header();
+        const int height = header->isHidden()
+                               ? 0
+                               : qMax(header->minimumHeight(), header->sizeHint().height());
+        button->setMaximumHeight(height);
+    }
+}
+
+void CMwHierarchicalGridView::updateStatisticDataModel()
+{
+    Q_D(CMwHierarchicalGridView);
+    QTableView *table = d->statisticTableView();
+    QAbstractItemModel *proxy = model();
+    if (!table || !proxy)
+        return;
+    CMwGridTreeView *view = d->dataView();
+
+    QItemSelectionModel *selection = view ? view->selectionModel() : nullptr;
+    const QModelIndexList rows = selection ? selection->selectedRows(0) : QModelIndexList();
+    int rowHeight = view ? view->sizeHintForRow(0) : 0;
+    d->statisticsOnSelection = rows.count() > 1;
+
+    const int columns = proxy->columnCount();
+    auto *statistics = new CMwStatisticsItemModel(this);
+    // Six labelled rows also when there is no column to fill them.
+    statistics->setRowCount(statisticsRows);
+    statistics->setColumnCount(columns);
+    for (int column = 0; column < columns; ++column) {
+        QVariant values[statisticsRows];
+        if (d->statisticsOnSelection) {
+            // selectedRows(column) lists the rows of selectedRows(0) in the
+            // same order (a row counts as selected whatever the column asked
+            // for); walking the selection once instead of once per column
+            // matters with a million rows.
+            QVector<QVariant> cells;
+            cells.reserve(rows.size());
+            for (const QModelIndex &row : rows)
+                cells.append(row.sibling(row.row(), column).data(Qt::DisplayRole));
+            double results[statisticsRows];
+            QVectorCalcStatistics(cells, results[0], results[1], results[2], results[3],
+                                  results[4], results[5]);
+            for (int i = 0; i < statisticsRows; ++i)
+                values[i] = results[i];
+        } else {
+            const QModelIndex first = proxy->index(0, column);
+            for (int i = 0; i < statisticsRows; ++i)
+                values[i] = proxy->data(first, statisticsRoles[i]);
+        }
+        for (int i = 0; i < statisticsRows; ++i) {
+            auto *item = new QStandardItem;
+            item->setData(values[i], Qt::DisplayRole);
+            item->setData(int(Qt::AlignRight), Qt::TextAlignmentRole);
+            statistics->setItem(i, column, item);
+        }
+    }
+    for (int i = 0; i < statisticsRows; ++i)
+        statistics->setHeaderData(i, Qt::Vertical, tr(statisticsLabels[i]));
+
+    if (rowHeight < 1)
+        rowHeight = fontMetrics().descent() + fontMetrics().lineSpacing();
+    // Qt raises a default section size below the minimum to the minimum.
+    QHeaderView *labels = table->verticalHeader();
+    if (labels->minimumSectionSize() > rowHeight)
+        labels->setMinimumSectionSize(rowHeight);
+    labels->setDefaultSectionSize(rowHeight);
+    QAbstractItemModel *previous = table->model();
+    table->setModel(statistics);
+    delete previous;
+    // A new model starts with default widths: take the body's columns again.
+    if (view) {
+        for (int column = 0; column < columns; ++column) {
+            table->setColumnWidth(column, view->columnWidth(column));
+            table->setColumnHidden(column, view->isColumnHidden(column));
+        }
+    }
+    table->setMaximumHeight(statisticsRows * rowHeight);
+    table->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+}
+
+void CMwHierarchicalGridView::updateControl()
+{
+    Q_D(CMwHierarchicalGridView);
+    if (QTableView *table = d->statisticTableView()) {
+        emit table->horizontalHeader()->geometriesChanged();
+        table->update();
+    }
+    if (CMwVHeaderView *rowNumbers = d->rowNumbers())
+        rowNumbers->update();
+}
+
+void CMwHierarchicalGridView::onTreeGeometriesChanged() {}
+
+void CMwHierarchicalGridView::onShowColumn(mw_int32 iCol, bool bShow)
+{
+    Q_D(CMwHierarchicalGridView);
+    if (QTableView *table = d->statisticTableView())
+        table->setColumnHidden(iCol, !bShow);
+}
+
+void CMwHierarchicalGridView::onExpanded(QModelIndex) {}
+
+void CMwHierarchicalGridView::onTreeViewSelectionChanged(QItemSelection, QItemSelection)
+{
+    Q_D(CMwHierarchicalGridView);
+    CMwGridTreeView *view = d->dataView();
+    if (!view)
+        return;
+    view->repaint();
+    QItemSelectionModel *selection = view->selectionModel();
+    const int selectedRows = selection ? selection->selectedRows(0).count() : 0;
+    // After statistics over a selection, any change goes back to the model's.
+    if (selectedRows >= 2 || d->statisticsOnSelection)
+        updateStatisticDataModel();
+}
+
+void CMwHierarchicalGridView::onSortIndicatorChanged(int, Qt::SortOrder)
+{
+    updateControl();
+}
+
+void CMwHierarchicalGridView::sectionResized(int logicalIndex, int, int newSize)
+{
+    Q_D(CMwHierarchicalGridView);
+    if (QTableView *table = d->statisticTableView()) {
+        table->setColumnWidth(logicalIndex, newSize);
+        table->update();
+    }
+}
+
+void CMwHierarchicalGridView::onResizeToContents()
+{
+    if (QHeaderView *header = horizontalHeader())
+        header->resizeSections(QHeaderView::ResizeToContents);
+}
+
+void CMwHierarchicalGridView::showStatistics()
+{
+    Q_D(CMwHierarchicalGridView);
+    // isHidden(), not isVisible(): the toggle works before the grid is shown.
+    if (QTableView *table = d->statisticTableView())
+        table->setHidden(!table->isHidden());
+}
+
+void CMwHierarchicalGridView::activateFilter() {}
+
+void CMwHierarchicalGridView::editFilter()
+{
+    Q_D(CMwHierarchicalGridView);
+    CMwFilterWidget *filter = d->filterTable();
+    if (!filter)
+        return;
+    filter->setHidden(!filter->isHidden());
+    if (!filter->isHidden())
+        filter->defineFilter();
+}
+
+void CMwHierarchicalGridView::onFilterChanged() {}
+
+bool CMwHierarchicalGridView::eventFilter(QObject *watched, QEvent *event)
+{
+    Q_D(CMwHierarchicalGridView);
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
+        QTableView *table = d->statisticTableView();
+        auto *bar = qobject_cast<QScrollBar *>(watched);
+        if (table && bar && bar == table->horizontalScrollBar()) {
+            const int rows = statisticsRows * table->rowHeight(0);
+            if (event->type() == QEvent::Show) {
+                table->setMinimumHeight(rows);
+                table->setMaximumHeight(bar->height() + rows);
+            } else {
+                table->setMinimumHeight(rows);
+                table->setMaximumHeight(rows);
+            }
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}

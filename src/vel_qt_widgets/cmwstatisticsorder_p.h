@@ -1,0 +1,81 @@
+#ifndef VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+#define VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+
+#include <QtCore/QVariant>
+#include <QtCore/QVector>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace vel {
+
+// Merge sort that only ever reads and writes inside [first, first + n):
+// every loop is bounded by indices, never by what less() answers, so an
+// inconsistent comparator (NaN, address order) yields some permutation
+// instead of undefined behaviour. Stable for a consistent comparator.
+template <typename T, typename Less>
+void boundedMergeSort(T *first, qint64 n, Less less)
+{
+    if (n < 2)
+        return;
+    const qint64 run = 16;
+    for (qint64 lo = 0; lo < n; lo += run) {
+        const qint64 hi = std::min(lo + run, n);
+        for (qint64 i = lo + 1; i < hi; ++i) {
+            T x = std::move(first[i]);
+            qint64 j = i;
+            while (j > lo && less(x, first[j - 1])) {
+                first[j] = std::move(first[j - 1]);
+                --j;
+            }
+            first[j] = std::move(x);
+        }
+    }
+    if (n <= run)
+        return;
+    std::vector<T> buffer(static_cast<size_t>(n));
+    T *src = first;
+    T *dst = buffer.data();
+    for (qint64 width = run; width < n; width *= 2) {
+        for (qint64 lo = 0; lo < n; lo += 2 * width) {
+            const qint64 mid = std::min(lo + width, n);
+            const qint64 hi = std::min(lo + 2 * width, n);
+            qint64 i = lo;
+            qint64 j = mid;
+            qint64 k = lo;
+            // Already in order: a plain copy keeps sorted input linear.
+            if (mid < hi && !less(src[mid], src[mid - 1])) {
+                while (i < hi)
+                    dst[k++] = std::move(src[i++]);
+                continue;
+            }
+            while (i < mid && j < hi) {
+                if (less(src[j], src[i]))
+                    dst[k++] = std::move(src[j++]);
+                else
+                    dst[k++] = std::move(src[i++]);
+            }
+            while (i < mid)
+                dst[k++] = std::move(src[i++]);
+            while (j < hi)
+                dst[k++] = std::move(src[j++]);
+        }
+        std::swap(src, dst);
+    }
+    if (src != first)
+        std::move(src, src + n, first);
+}
+
+// The order in which QVectorCalcStatistics walks \a values, as positions
+// into it; the invalid values come last, and \a validCount (if given)
+// receives how many come before them. Shared with the ready model, which
+// groups rows in the same order.
+QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount = nullptr);
+
+// True when \a value's type counts as numeric for the statistics.
+bool isStatisticsNumeric(const QVariant &value);
+
+} // namespace vel
+
+#endif // VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H

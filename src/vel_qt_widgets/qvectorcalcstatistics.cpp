@@ -1,0 +1,366 @@
+#include "cmwstatisticsorder_p.h"
+
+#include <vel_qt_widgets/CMwGridStatistics.h>
+
+#include <QtCore/QCollator>
+#include <QtCore/QHash>
+#include <QtCore/QString>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+// One value reduced to what the ordering looks at, so that a million values
+// sort without touching QVariant in the comparator. Ordering: rank first
+// (valid types by type number, NaN after the other doubles, invalid values
+// last), then the value bits, then the position (address order).
+struct SortKey
+{
+    quint64 bits;
+    quint32 rank;
+    qint32 pos;
+};
+
+inline quint32 keyByte(const SortKey &key, int digit)
+{
+    return digit < 8 ? quint32(key.bits >> (8 * digit)) & 0xffu
+                     : (key.rank >> (8 * (digit - 8))) & 0xffu;
+}
+
+// Stable least-significant-digit radix sort on (rank, bits): the keys start
+// in position order, so equal keys keep it. No comparator is involved and
+// every write goes to a slot counted beforehand, so the sort cannot leave
+// the array whatever the values are; a million keys take a few passes of
+// plain copying instead of twenty rounds of mispredicted comparisons.
+void radixSort(std::vector<SortKey> &keys)
+{
+    const size_t n = keys.size();
+    if (n < 2)
+        return;
+    constexpr int digits = 12;
+    std::vector<std::array<size_t, 256>> counts(digits);
+    for (auto &count : counts)
+        count.fill(0);
+    for (const SortKey &key : keys) {
+        for (int digit = 0; digit < digits; ++digit)
+            ++counts[digit][keyByte(key, digit)];
+    }
+    std::vector<SortKey> buffer(n);
+    SortKey *src = keys.data();
+    SortKey *dst = buffer.data();
+    for (int digit = 0; digit < digits; ++digit) {
+        std::array<size_t, 256> &count = counts[digit];
+        // A digit that all keys share orders nothing.
+        if (count[keyByte(src[0], digit)] == n)
+            continue;
+        size_t offset = 0;
+        for (size_t &c : count) {
+            const size_t here = c;
+            c = offset;
+            offset += here;
+        }
+        for (size_t i = 0; i < n; ++i)
+            dst[count[keyByte(src[i], digit)]++] = src[i];
+        std::swap(src, dst);
+    }
+    if (src != keys.data())
+        std::copy(src, src + n, keys.data());
+}
+
+// True when QVariant equality of two values of one type is known without
+// asking QVariant: identical keys are equal, and different integers, texts
+// or doubles far apart (relative distance above 1e-9, a thousand times
+// QVariant's fuzzy tolerance for doubles) differ. Anything else is left to
+// QVariant::operator!=.
+enum class Equality { Equal, Different, Unknown };
+
+Equality knownEquality(const SortKey &a, const SortKey &b)
+{
+    if (a.rank != b.rank)
+        return Equality::Unknown;
+    switch (a.rank >> 1) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+        return a.bits == b.bits ? Equality::Equal : Equality::Different;
+    case QMetaType::Double: {
+        if (a.rank & 1)
+            return Equality::Unknown; // NaN
+        if (a.bits == b.bits)
+            return Equality::Equal;
+        double x;
+        double y;
+        quint64 bx = (a.bits & (quint64(1) << 63)) ? (a.bits & ~(quint64(1) << 63)) : ~a.bits;
+        quint64 by = (b.bits & (quint64(1) << 63)) ? (b.bits & ~(quint64(1) << 63)) : ~b.bits;
+        std::memcpy(&x, &bx, sizeof x);
+        std::memcpy(&y, &by, sizeof y);
+        if (std::isfinite(x) && std::isfinite(y)
+            && std::abs(x - y) > 1e-9 * std::max(std::abs(x), std::abs(y))) {
+            return Equality::Different;
+        }
+        return Equality::Unknown;
+    }
+    default:
+        return Equality::Unknown;
+    }
+}
+
+constexpr quint32 invalidRank = std::numeric_limits<quint32>::max();
+
+constexpr quint64 signFlip = quint64(1) << 63;
+
+inline quint64 signedBits(qint64 v)
+{
+    return quint64(v) ^ signFlip;
+}
+
+// Monotone map of a non-NaN double onto unsigned integers; -0.0 and 0.0 are
+// equal for operator< and must stay equal here.
+inline quint64 doubleBits(double d)
+{
+    if (d == 0.0)
+        d = 0.0;
+    quint64 b;
+    std::memcpy(&b, &d, sizeof b);
+    return (b & signFlip) ? ~b : (b | signFlip);
+}
+
+// True when \a order lists \a texts in localeAwareCompare order; \a rises
+// receives, per position, whether the text there is greater than the one
+// before it (the ranks need exactly that).
+bool isLocaleOrdered(const QVector<QString> &texts, const QVector<int> &order,
+                     std::vector<bool> &rises)
+{
+    rises.assign(static_cast<size_t>(order.size()), false);
+    for (int i = 1; i < order.size(); ++i) {
+        const int c = texts.at(order.at(i)).localeAwareCompare(texts.at(order.at(i - 1)));
+        if (c < 0)
+            return false;
+        // A comparison's sign turns with its arguments: greater than the
+        // neighbour is the neighbour being less.
+        rises[static_cast<size_t>(i)] = c > 0;
+    }
+    return true;
+}
+
+// Ranks of the distinct strings in localeAwareCompare order. Each distinct
+// text is ordered once instead of once per occurrence; neighbours that
+// compare equal share a rank, as they would in a sort of the texts
+// themselves.
+//
+// A locale-aware comparison is costly, and a million of them per column
+// freeze the grid. Two cheaper orders usually give the same result: code
+// unit order (what the C locale compares) and the order of QCollator's sort
+// keys (the default collation). Either is taken only after checking each
+// neighbouring pair with localeAwareCompare itself; otherwise the texts are
+// sorted with localeAwareCompare.
+QVector<quint64> stringRanks(const QVector<QString> &texts)
+{
+    const int n = texts.size();
+    QVector<int> order(n);
+    std::iota(order.begin(), order.end(), 0);
+
+    vel::boundedMergeSort(order.data(), n,
+                          [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
+    std::vector<bool> rises;
+    bool sorted = isLocaleOrdered(texts, order, rises);
+    if (!sorted) {
+        const QCollator collator;
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(static_cast<size_t>(n));
+        for (const QString &text : texts)
+            keys.push_back(collator.sortKey(text));
+        vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
+            return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
+        });
+        sorted = isLocaleOrdered(texts, order, rises);
+    }
+    if (!sorted) {
+        std::iota(order.begin(), order.end(), 0);
+        vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
+            return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
+        });
+        rises.assign(static_cast<size_t>(n), false);
+        for (int i = 1; i < n; ++i) {
+            rises[static_cast<size_t>(i)] =
+                texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0;
+        }
+    }
+    QVector<quint64> ranks(n);
+    quint64 rank = 0;
+    for (int i = 0; i < n; ++i) {
+        if (rises[static_cast<size_t>(i)])
+            ++rank;
+        ranks[order.at(i)] = rank;
+    }
+    return ranks;
+}
+
+// The values' keys in the statistics' order.
+std::vector<SortKey> sortedKeys(const QVector<QVariant> &values)
+{
+    const int n = values.size();
+    std::vector<SortKey> keys(static_cast<size_t>(n));
+
+    QHash<QString, int> textIds;
+    QVector<QString> texts;
+    QVector<int> textOf;
+
+    for (int i = 0; i < n; ++i) {
+        const QVariant &v = values.at(i);
+        SortKey &key = keys[static_cast<size_t>(i)];
+        key.pos = i;
+        key.bits = 0;
+        const int type = v.userType();
+        if (type == QMetaType::UnknownType) {
+            key.rank = invalidRank;
+            continue;
+        }
+        key.rank = quint32(type) << 1;
+        switch (type) {
+        case QMetaType::Int:
+            key.bits = signedBits(v.toInt());
+            break;
+        case QMetaType::LongLong:
+            key.bits = signedBits(v.toLongLong());
+            break;
+        case QMetaType::UInt:
+            key.bits = v.toUInt();
+            break;
+        case QMetaType::Double: {
+            const double d = v.toDouble();
+            if (std::isnan(d))
+                key.rank |= 1;
+            else
+                key.bits = doubleBits(d);
+            break;
+        }
+        case QMetaType::QString: {
+            if (textOf.isEmpty())
+                textOf.fill(-1, n);
+            const QString text = v.toString();
+            auto it = textIds.constFind(text);
+            if (it == textIds.constEnd()) {
+                it = textIds.insert(text, texts.size());
+                texts.append(text);
+            }
+            textOf[i] = it.value();
+            break;
+        }
+        default:
+            // Other types are not ordered by value; they keep their places.
+            break;
+        }
+    }
+
+    if (!texts.isEmpty()) {
+        const QVector<quint64> ranks = stringRanks(texts);
+        for (int i = 0; i < n; ++i) {
+            if (textOf.at(i) >= 0)
+                keys[static_cast<size_t>(i)].bits = ranks.at(textOf.at(i));
+        }
+    }
+
+    radixSort(keys);
+    return keys;
+}
+
+} // namespace
+
+namespace vel {
+
+bool isStatisticsNumeric(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::Double:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount)
+{
+    const std::vector<SortKey> keys = sortedKeys(values);
+    QVector<int> order(int(keys.size()));
+    int valid = 0;
+    for (int i = 0; i < order.size(); ++i) {
+        const SortKey &key = keys[static_cast<size_t>(i)];
+        order[i] = key.pos;
+        if (key.rank != invalidRank)
+            ++valid;
+    }
+    if (validCount)
+        *validCount = valid;
+    return order;
+}
+
+} // namespace vel
+
+void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, double &distinct,
+                           double &min, double &max, double &mean, double &stdev)
+{
+    count = 0;
+    distinct = 0;
+    min = 0;
+    max = 0;
+    mean = 0;
+    stdev = 0;
+    if (values.isEmpty())
+        return;
+
+    distinct = 1;
+    const std::vector<SortKey> keys = sortedKeys(values);
+    const bool numeric = vel::isStatisticsNumeric(values.at(keys.front().pos));
+
+    qint64 n = 0;
+    double sum = 0;
+    QVariant previous;
+    SortKey previousKey{};
+    for (const SortKey &key : keys) {
+        // Empty (invalid) cells, which equal only each other, are skipped;
+        // they are ordered last, so the walk ends where they begin.
+        if (key.rank == invalidRank)
+            break;
+        const QVariant &v = values.at(key.pos);
+        if (n == 0) {
+            previous = v;
+            previousKey = key;
+            min = max = v.toDouble();
+        }
+        const Equality known = knownEquality(key, previousKey);
+        if (known == Equality::Different || (known == Equality::Unknown && v != previous)) {
+            previous = v;
+            previousKey = key;
+            distinct += 1;
+        }
+        n += 1;
+        if (numeric) {
+            const double x = v.toDouble();
+            const double d = x - mean;
+            mean = mean + d / double(n);
+            // x times its distance from the mean *before* the update: the
+            // spread the grid has always shown, kept on purpose.
+            sum += x * d;
+            if (x < min)
+                min = x;
+            if (x > max)
+                max = x;
+        }
+    }
+    count = double(n);
+    if (numeric) {
+        double variance = n != 0 ? sum / double(n) : 0.0;
+        if (variance < 0)
+            variance = 0;
+        stdev = std::sqrt(variance);
+    }
+}

@@ -1,0 +1,49 @@
+#ifndef VEL_TEST_VALUEPROXIES_H
+#define VEL_TEST_VALUEPROXIES_H
+
+#include <vel_qt_widgets/CMwQValueProxy.h>
+
+#include <cmath>
+
+// Value proxies shared by the floating-point slider tests. They add no
+// signals, slots or properties of their own, so they need no meta-object.
+
+// proxy = factor * value; the factor can change under the protocol.
+class LinearProxy : public CMwQValueProxy
+{
+public:
+    explicit LinearProxy(double factor, QObject *parent = nullptr)
+        : CMwQValueProxy(parent)
+        , m_factor(factor)
+    {
+    }
+    double proxyValueFromValue(double value) const override { return m_factor * value; }
+    double valueFromProxyValue(double proxyValue) const override { return proxyValue / m_factor; }
+    void setFactor(double factor)
+    {
+        Q_EMIT proxyAboutToBeModified();
+        m_factor = factor;
+        updateProxyValue();
+        Q_EMIT proxyModified();
+    }
+
+private:
+    double m_factor;
+};
+
+class LogProxy : public CMwQValueProxy
+{
+public:
+    double proxyValueFromValue(double value) const override { return std::log10(value); }
+    double valueFromProxyValue(double proxyValue) const override { return std::pow(10.0, proxyValue); }
+};
+
+// A decreasing mapping: the slider runs the other way round.
+class NegatingProxy : public CMwQValueProxy
+{
+public:
+    double proxyValueFromValue(double value) const override { return -value; }
+    double valueFromProxyValue(double proxyValue) const override { return -proxyValue; }
+};
+
+#endif // VEL_TEST_VALUEPROXIES_H

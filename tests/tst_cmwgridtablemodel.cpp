@@ -1,0 +1,354 @@
+#include <vel_qt_widgets/CMwGridTableModel.h>
+
+#include "vel_test_main.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QSortFilterProxyModel>
+#include <QtCore/QTemporaryFile>
+#include <QtTest/QAbstractItemModelTester>
+
+#include <cmath>
+
+class tst_CMwGridTableModel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void headerRoles();
+    void itemRoles();
+    void statisticsRoles();
+    void statisticsFollowChanges();
+    void visibleRowCount();
+    void grouping();
+    void groupingKeepsPersistentIndexes();
+    void groupingSignals();
+    void groupByInvalidColumn();
+    void modelTesterThroughEveryOperation();
+    void readCsv();
+    void readCsvFailures();
+    void loadCsvFile();
+
+private:
+    static void fillCities(CMwGridTableModel &model);
+};
+
+// City, Value: Oslo 1, Bergen 2, Oslo 3, (empty) 4, Bergen 5
+void tst_CMwGridTableModel::fillCities(CMwGridTableModel &model)
+{
+    model.setTable({{QStringLiteral("Place"), QStringLiteral("City")},
+                    {QStringLiteral("Data"), QStringLiteral("Value")}},
+                   {{QStringLiteral("Oslo"), 1},
+                    {QStringLiteral("Bergen"), 2},
+                    {QStringLiteral("Oslo"), 3},
+                    {QVariant(), 4},
+                    {QStringLiteral("Bergen"), 5}});
+}
+
+void tst_CMwGridTableModel::headerRoles()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QCOMPARE(model.columnCount(), 2);
+    const QVariant path = model.headerData(0, Qt::Horizontal, HeaderPathRole);
+    QCOMPARE(path.toList(), (QVariantList{QStringLiteral("Place"), QStringLiteral("City")}));
+    QCOMPARE(model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(),
+             QStringLiteral("Data / Value"));
+    QCOMPARE(model.headerPath(1), (QStringList{QStringLiteral("Data"), QStringLiteral("Value")}));
+    QVERIFY(!model.headerData(2, Qt::Horizontal, HeaderPathRole).isValid());
+    QVERIFY(model.headerPath(-1).isEmpty());
+}
+
+void tst_CMwGridTableModel::itemRoles()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QCOMPARE(model.rowCount(), 5);
+    QCOMPARE(model.index(2, 0).data().toString(), QStringLiteral("Oslo"));
+    QCOMPARE(model.index(2, 1).data().toInt(), 3);
+    QVERIFY(!model.index(3, 0).data().isValid());
+    QCOMPARE(model.index(4, 1).data(RowNumberRole).toInt(), 4);
+    QVERIFY(!model.index(4, 1).data(BranchParentRole).isValid());
+    QCOMPARE(model.index(0, 1).data(Qt::TextAlignmentRole).toInt(),
+             int(Qt::AlignRight | Qt::AlignVCenter));
+    QVERIFY(!model.index(0, 0).data(Qt::TextAlignmentRole).isValid());
+    QVERIFY(model.flags(model.index(0, 0)).testFlag(Qt::ItemNeverHasChildren));
+    QCOMPARE(model.value(1, 0).toString(), QStringLiteral("Bergen"));
+    QVERIFY(!model.value(5, 0).isValid());
+}
+
+void tst_CMwGridTableModel::statisticsRoles()
+{
+    CMwGridTableModel model;
+    model.setTable({{QStringLiteral("N")}, {QStringLiteral("T")}},
+                   {{1, QStringLiteral("b")}, {2, QStringLiteral("a")}, {3, QStringLiteral("b")}});
+    // Asked on row 0, and on any other row alike (a sorting proxy asks on
+    // whichever record it shows first).
+    for (int row = 0; row < 3; ++row) {
+        const QModelIndex numbers = model.index(row, 0);
+        QCOMPARE(numbers.data(StatCountRole).toDouble(), 3.0);
+        QCOMPARE(numbers.data(StatDistinctRole).toDouble(), 3.0);
+        QCOMPARE(numbers.data(StatMinRole).toDouble(), 1.0);
+        QCOMPARE(numbers.data(StatMaxRole).toDouble(), 3.0);
+        QCOMPARE(numbers.data(StatMeanRole).toDouble(), 2.0);
+        QCOMPARE(numbers.data(StatStDevRole).toDouble(), std::sqrt(2.5));
+        QCOMPARE(numbers.data(StatCountRole).userType(), int(QMetaType::Double));
+    }
+    const QModelIndex texts = model.index(0, 1);
+    QCOMPARE(texts.data(StatCountRole).toDouble(), 3.0);
+    QCOMPARE(texts.data(StatDistinctRole).toDouble(), 2.0);
+    QCOMPARE(texts.data(StatMeanRole).toDouble(), 0.0);
+    QCOMPARE(texts.data(StatStDevRole).toDouble(), 0.0);
+}
+
+void tst_CMwGridTableModel::statisticsFollowChanges()
+{
+    CMwGridTableModel model;
+    model.setTable({{QStringLiteral("N")}}, {{1}, {2}, {3}});
+    QCOMPARE(model.index(0, 0).data(StatMaxRole).toDouble(), 3.0);
+
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    model.setValue(2, 0, 10);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(2, 0));
+    QCOMPARE(model.index(0, 0).data(StatMaxRole).toDouble(), 10.0);
+    QCOMPARE(model.index(0, 0).data(StatMeanRole).toDouble(), 13.0 / 3.0);
+
+    model.setValue(2, 0, 10);
+    QCOMPARE(changed.count(), 1);
+
+    model.appendRecord({20});
+    QCOMPARE(model.index(0, 0).data(StatCountRole).toDouble(), 4.0);
+    QCOMPARE(model.index(0, 0).data(StatMaxRole).toDouble(), 20.0);
+
+    QTest::ignoreMessage(QtWarningMsg,
+                         "CMwGridTableModel::setValue: cell (9, 0) is outside the table");
+    model.setValue(9, 0, 1);
+}
+
+void tst_CMwGridTableModel::visibleRowCount()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QCOMPARE(model.headerData(0, Qt::Vertical, VisibleRowCountRole).toInt(), 5);
+    QCOMPARE(model.headerData(3, Qt::Vertical, VisibleRowCountRole).toInt(), 5);
+    model.groupByColumn(0);
+    // Three groups (Bergen, Oslo, empty) and the five records.
+    QCOMPARE(model.headerData(0, Qt::Vertical, VisibleRowCountRole).toInt(), 8);
+}
+
+void tst_CMwGridTableModel::grouping()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    model.groupByColumn(0);
+    QCOMPARE(model.groupColumn(), 0);
+    QCOMPARE(model.rowCount(), 3);
+
+    const QModelIndex bergen = model.index(0, 0);
+    const QModelIndex oslo = model.index(1, 0);
+    const QModelIndex empty = model.index(2, 0);
+    QCOMPARE(bergen.data().toString(), QStringLiteral("City: Bergen (2)"));
+    QCOMPARE(oslo.data().toString(), QStringLiteral("City: Oslo (2)"));
+    QCOMPARE(empty.data().toString(), QStringLiteral("City: (empty) (1)"));
+    QCOMPARE(bergen.data(BranchParentRole).toBool(), true);
+    QCOMPARE(model.index(0, 1).data(BranchParentRole).toBool(), true);
+    QVERIFY(!bergen.data(RowNumberRole).isValid());
+    QVERIFY(model.hasChildren(bergen));
+    QVERIFY(!model.flags(bergen).testFlag(Qt::ItemNeverHasChildren));
+
+    QCOMPARE(model.rowCount(bergen), 2);
+    QCOMPARE(model.index(0, 1, bergen).data().toInt(), 2);
+    QCOMPARE(model.index(1, 1, bergen).data().toInt(), 5);
+    QCOMPARE(model.index(1, 1, bergen).data(RowNumberRole).toInt(), 4);
+    QCOMPARE(model.index(1, 1, bergen).parent(), bergen);
+    QCOMPARE(model.index(0, 1, empty).data().toInt(), 4);
+    QVERIFY(!model.index(0, 1, empty).data(BranchParentRole).isValid());
+
+    // Group by the numbers: one group per value, sorted.
+    model.groupByColumn(1);
+    QCOMPARE(model.rowCount(), 5);
+    QCOMPARE(model.index(0, 1).data().toInt(), 1);
+    QCOMPARE(model.index(0, 0).data().toString(), QStringLiteral("Value: 1 (1)"));
+
+    model.groupByColumn(-1);
+    QCOMPARE(model.groupColumn(), -1);
+    QCOMPARE(model.rowCount(), 5);
+    QVERIFY(!model.index(0, 0).data(BranchParentRole).isValid());
+
+    // A record appended while grouped joins its group.
+    model.groupByColumn(0);
+    model.appendRecord({QStringLiteral("Oslo"), 6});
+    QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("City: Oslo (3)"));
+    // A changed group value moves the record to its new group.
+    model.setValue(0, 0, QStringLiteral("Bergen"));
+    QCOMPARE(model.index(0, 0).data().toString(), QStringLiteral("City: Bergen (3)"));
+    QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("City: Oslo (2)"));
+}
+
+void tst_CMwGridTableModel::groupingKeepsPersistentIndexes()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    const QPersistentModelIndex record4(model.index(4, 1));
+    model.groupByColumn(0);
+    QVERIFY(record4.isValid());
+    QCOMPARE(record4.data().toInt(), 5);
+    QCOMPARE(record4.parent().data().toString(), QStringLiteral("City: Bergen (2)"));
+
+    const QPersistentModelIndex group(model.index(0, 0));
+    model.groupByColumn(-1);
+    QVERIFY(!group.isValid());
+    QCOMPARE(record4.row(), 4);
+    QVERIFY(!record4.parent().isValid());
+}
+
+void tst_CMwGridTableModel::groupingSignals()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
+    QSignalSpy column(&model, &CMwGridTableModel::groupColumnChanged);
+    model.groupByColumn(0);
+    QCOMPARE(layout.count(), 1);
+    QCOMPARE(column.count(), 1);
+    QCOMPARE(column.at(0).at(0).toInt(), 0);
+    model.groupByColumn(0);
+    QCOMPARE(layout.count(), 1);
+    model.groupByColumn(-1);
+    QCOMPARE(layout.count(), 2);
+    QCOMPARE(column.at(1).at(0).toInt(), -1);
+    // A new table is a new shape: the grid rebuilds on layoutChanged.
+    QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+    fillCities(model);
+    QCOMPARE(reset.count(), 1);
+    QCOMPARE(layout.count(), 3);
+}
+
+void tst_CMwGridTableModel::groupByInvalidColumn()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
+    QTest::ignoreMessage(QtWarningMsg, "CMwGridTableModel::groupByColumn: no column 2");
+    model.groupByColumn(2);
+    QCOMPARE(model.groupColumn(), -1);
+    QCOMPARE(layout.count(), 0);
+    // Any negative column ungroups, like "Ungroup" (-1).
+    model.groupByColumn(1);
+    model.groupByColumn(-5);
+    QCOMPARE(model.groupColumn(), -1);
+}
+
+void tst_CMwGridTableModel::modelTesterThroughEveryOperation()
+{
+    CMwGridTableModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    proxy.sort(1, Qt::DescendingOrder);
+    QAbstractItemModelTester proxyTester(&proxy,
+                                         QAbstractItemModelTester::FailureReportingMode::QtTest);
+
+    fillCities(model);
+    model.appendRecord({QStringLiteral("Tromsø"), 7});
+    model.setValue(0, 1, 11);
+    model.groupByColumn(0);
+    model.appendRecord({QStringLiteral("Oslo"), 8});
+    model.setValue(1, 1, 12);
+    model.setValue(1, 0, QStringLiteral("Oslo"));
+    model.groupByColumn(1);
+    model.groupByColumn(-1);
+    model.setHeaderPaths({{QStringLiteral("A")}, {QStringLiteral("B")}, {QStringLiteral("C")}});
+    QCOMPARE(model.columnCount(), 3);
+    QCOMPARE(model.rowCount(), 7);
+    model.setRecords({{1, 2, 3}});
+    model.groupByColumn(2);
+    model.clear();
+    QCOMPARE(model.rowCount(), 0);
+    QCOMPARE(model.columnCount(), 0);
+    QCOMPARE(model.groupColumn(), -1);
+}
+
+void tst_CMwGridTableModel::readCsv()
+{
+    QByteArray csv = "Site|Name, Site|Depth ,Note,Mixed\r\n"
+                     "North,12,\"a, \"\"quoted\"\" note\",1\r\n"
+                     "South,7.5,\"two\nlines\",x\r\n"
+                     ",,,\r\n"
+                     "East,3\n";
+    QBuffer buffer(&csv);
+    buffer.open(QIODevice::ReadOnly);
+    CMwGridTableModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
+    QVERIFY(model.readCsv(&buffer));
+    QCOMPARE(layout.count(), 1);
+
+    QCOMPARE(model.columnCount(), 4);
+    QCOMPARE(model.headerPath(0), (QStringList{QStringLiteral("Site"), QStringLiteral("Name")}));
+    QCOMPARE(model.headerPath(1), (QStringList{QStringLiteral("Site"), QStringLiteral("Depth")}));
+    QCOMPARE(model.headerPath(2), QStringList{QStringLiteral("Note")});
+    QCOMPARE(model.recordCount(), 4);
+
+    QCOMPARE(model.value(0, 0).toString(), QStringLiteral("North"));
+    // 12 and 7.5: a column of numbers, not all whole, holds doubles.
+    QCOMPARE(model.value(0, 1).userType(), int(QMetaType::Double));
+    QCOMPARE(model.value(1, 1).toDouble(), 7.5);
+    QCOMPARE(model.value(0, 2).toString(), QStringLiteral("a, \"quoted\" note"));
+    QCOMPARE(model.value(1, 2).toString(), QStringLiteral("two\nlines"));
+    // "1" and "x": one text makes the column text.
+    QCOMPARE(model.value(0, 3).userType(), int(QMetaType::QString));
+    // Empty fields and missing trailing fields are empty cells.
+    QVERIFY(!model.value(2, 0).isValid());
+    QVERIFY(!model.value(2, 1).isValid());
+    QVERIFY(!model.value(3, 2).isValid());
+    QCOMPARE(model.value(3, 1).toDouble(), 3.0);
+
+    QByteArray integers = "N;T\n1;a\n-20;b\n";
+    QBuffer second(&integers);
+    second.open(QIODevice::ReadOnly);
+    QVERIFY(model.readCsv(&second, QLatin1Char(';')));
+    QCOMPARE(model.value(1, 0).userType(), int(QMetaType::Int));
+    QCOMPARE(model.value(1, 0).toInt(), -20);
+    QCOMPARE(model.index(0, 0).data(StatMinRole).toDouble(), -20.0);
+}
+
+void tst_CMwGridTableModel::readCsvFailures()
+{
+    CMwGridTableModel model;
+    fillCities(model);
+    QByteArray nothing;
+    QBuffer empty(&nothing);
+    empty.open(QIODevice::ReadOnly);
+    QTest::ignoreMessage(QtWarningMsg, "CMwGridTableModel::readCsv: no header line");
+    QVERIFY(!model.readCsv(&empty));
+    QCOMPARE(model.recordCount(), 5);
+
+    QBuffer closed;
+    QTest::ignoreMessage(QtWarningMsg, "CMwGridTableModel::readCsv: the device is not readable");
+    QVERIFY(!model.readCsv(&closed));
+    QTest::ignoreMessage(QtWarningMsg, "CMwGridTableModel::readCsv: the device is not readable");
+    QVERIFY(!model.readCsv(nullptr));
+    QCOMPARE(model.recordCount(), 5);
+}
+
+void tst_CMwGridTableModel::loadCsvFile()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("A|x,A|y,B\n1,2,3\n4,5,6\n");
+    file.close();
+    CMwGridTableModel model;
+    QVERIFY(model.loadCsv(file.fileName()));
+    QCOMPARE(model.recordCount(), 2);
+    QCOMPARE(model.value(1, 2).toInt(), 6);
+
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("cannot open .*missing\\.csv")));
+    QVERIFY(!model.loadCsv(QStringLiteral("/nonexistent/missing.csv")));
+    QCOMPARE(model.recordCount(), 2);
+}
+
+VEL_TEST_MAIN(tst_CMwGridTableModel)
+
+#include "tst_cmwgridtablemodel.moc"
