@@ -11,6 +11,12 @@
 class CMwHierarchicalGridView;
 
 /*!
+    \file CMwGridStatistics.h
+    \brief The statistics of the grid: the function that computes them and
+    the model and delegate of the statistics table.
+*/
+
+/*!
     \brief Computes the six statistics the grid shows under each column.
 
     All six results are outputs and start at 0; an empty \a values leaves
@@ -47,6 +53,7 @@ class VEL_QT_WIDGETS_EXPORT CMwStatisticsItemModel : public QStandardItemModel
     Q_OBJECT
 
 public:
+    /*! An empty model; with a grid as \a parent, columns follow the grid's widths. */
     explicit CMwStatisticsItemModel(CMwHierarchicalGridView *parent = nullptr);
     ~CMwStatisticsItemModel() override;
 
@@ -67,9 +74,12 @@ class VEL_QT_WIDGETS_EXPORT CMwStatisticsDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    /*! A delegate for the statistics table. */
     explicit CMwStatisticsDelegate(QObject *parent = nullptr);
     ~CMwStatisticsDelegate() override;
 
+    /*! Paints the cell as QStyledItemDelegate does; the last column's cell
+        also draws the grid lines on to the right edge of the view. */
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
 

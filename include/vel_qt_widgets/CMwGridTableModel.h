@@ -24,7 +24,7 @@ class CMwGridTableModelPrivate;
     - Horizontal header: HeaderPathRole gives the column's path (top level
       first); Qt::DisplayRole the path joined with " / ", so that the
       filter editor can tell equal leaf captions under different parents apart.
-    - Items: Qt::DisplayRole/Qt::EditRole the value; RowNumberRole the
+    - Items: Qt::DisplayRole and Qt::EditRole the value; RowNumberRole the
       record's position in the table (it follows the record through sorting,
       filtering and grouping); BranchParentRole on group rows.
     - Statistics roles: whole-column statistics from QVectorCalcStatistics
@@ -51,9 +51,11 @@ class CMwGridTableModelPrivate;
 class VEL_QT_WIDGETS_EXPORT CMwGridTableModel : public QAbstractItemModel
 {
     Q_OBJECT
+    /*! The column whose values group the records, or -1 (the default). */
     Q_PROPERTY(int groupColumn READ groupColumn WRITE groupByColumn NOTIFY groupColumnChanged)
 
 public:
+    /*! An empty model: no columns, no records, no grouping. */
     explicit CMwGridTableModel(QObject *parent = nullptr);
     ~CMwGridTableModel() override;
 
@@ -69,7 +71,9 @@ public:
     /*! Removes every record and column. */
     void clear();
 
+    /*! The header path of \a column (top level first); empty outside the table. */
     QStringList headerPath(int column) const;
+    /*! The number of records (group rows not counted). */
     int recordCount() const;
     /*! The value of a record's cell; invalid outside the table. */
     QVariant value(int record, int column) const;
@@ -95,14 +99,23 @@ public:
     /*! The grouped column, or -1. */
     int groupColumn() const;
 
+    /*! The index of a record (top level, or below its group row when grouped)
+        or of a group row. */
     QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    /*! The group row of a record while grouped, otherwise the root. */
     QModelIndex parent(const QModelIndex &child) const override;
+    /*! Records (or group rows, when grouped) at the root; a group row's records below it. */
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! The number of columns. */
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! True where rowCount() is above 0. */
     bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
+    /*! The values and grid roles listed in the class description. */
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /*! The captions and grid roles listed in the class description. */
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
+    /*! Enabled and selectable; records never have children. */
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 public Q_SLOTS:
@@ -111,6 +124,7 @@ public Q_SLOTS:
     void groupByColumn(mw_int32 iLogicalIndex);
 
 Q_SIGNALS:
+    /*! The grouped column changed (-1: no grouping). */
     void groupColumnChanged(int column);
 
 private:

@@ -50,10 +50,13 @@ class CMwHierarchicalGridViewPrivate;
 class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridView : public QWidget
 {
     Q_OBJECT
+    /*! Band colour of group rows (light grey by default). */
     Q_PROPERTY(QColor colBranchParent READ colorBranchParent WRITE setColorBranchParent
                    DESIGNABLE true STORED true)
 
 public:
+    /*! An empty grid with its toolbar, filter editor (hidden), headers, body
+        and statistics table. */
     explicit CMwHierarchicalGridView(QWidget *parent = nullptr);
     ~CMwHierarchicalGridView() override;
 
@@ -73,6 +76,7 @@ public:
 
     /*! Band colour of group rows (light grey by default). */
     QColor colorBranchParent() const;
+    /*! Sets the band colour of group rows; the body uses it at its next paint. */
     void setColorBranchParent(const QColor &color);
     /*! The same as setColorBranchParent(): code that uic generates from a
         form calls the setter by the property's name. */
@@ -81,35 +85,46 @@ public:
 public Q_SLOTS:
     /*! Rebuilds header model, row numbers and statistics, in this order. */
     void onDataChanged();
+    /*! Reserved for the body's geometry changes; does nothing. */
     void onTreeGeometriesChanged();
     /*! Shows or hides column \a iCol of the statistics table. */
     void onShowColumn(mw_int32 iCol, bool bShow);
+    /*! Reserved for expanded group rows; does nothing. */
     void onExpanded(QModelIndex index);
     /*! Recomputes the statistics over a selection of two rows or more, and
         back to the model's statistics when such a selection ends. */
     void onTreeViewSelectionChanged(QItemSelection selected, QItemSelection deselected);
+    /*! The body was sorted: refreshes statistics and row numbers (updateControl()). */
     void onSortIndicatorChanged(int logicalIndex, Qt::SortOrder order);
     /*! Gives statistics column \a logicalIndex the body's new width. */
     void sectionResized(int logicalIndex, int oldSize, int newSize);
+    /*! Resizes every column of the body to its contents. */
     void onResizeToContents();
     /*! Shows the statistics table if hidden, hides it if shown. */
     void showStatistics();
+    /*! Reserved; the toolbar's filter switch goes to the filter editor directly. */
     void activateFilter();
     /*! Shows the filter editor if hidden (starting its first row), hides it if shown. */
     void editFilter();
+    /*! Reserved for the filter editor's filterChanged(); does nothing. */
     void onFilterChanged();
 
 protected:
+    /*! For subclasses that extend the private data: takes ownership of \a dd. */
     CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate &dd, QWidget *parent);
 
     /*! Builds the header model from the columns' HeaderPathRole. */
     void createHierarchicalHeaderItemModel();
+    /*! Gives the row-number header the body's model and row height, and the
+        resize button the body header's height. */
     void updateVerticalHeader();
     /*! Rebuilds the statistics table. */
     void updateStatisticDataModel();
+    /*! Keeps the statistics table six rows high, plus its horizontal
+        scroll bar while that is shown. */
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    // Named apart from QObject::d_ptr, which it would otherwise hide.
+    //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwHierarchicalGridViewPrivate> d_vel;
 
 private:
