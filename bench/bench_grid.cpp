@@ -1,14 +1,24 @@
 // Figures for the grid with a million rows: statistics over whole columns
 // (what the ready model computes once per column), and, with the grid
 // composite, setModel plus the first paint and statistics over a selection.
+//
+// Peers: Qt's QSortFilterProxyModel sorting the same columns (ordering the
+// values is the bulk of the statistics), a plain QTreeView behind Qt's
+// sorting proxy for setModel and the first paint, and the same selection in
+// a plain QTreeView, which only records it.
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
 #include <benchmark/benchmark.h>
 
+#include <QtCore/QAbstractListModel>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QSortFilterProxyModel>
 #include <QtGui/QImage>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QTreeView>
+
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -129,6 +139,99 @@ void BM_SelectionStatistics(benchmark::State &state)
     state.SetLabel("selection of 1 000 000 rows x 10 columns");
 }
 
+// One column of values as a list model, for Qt's own sorting proxy.
+class ColumnModel : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    explicit ColumnModel(QVector<QVariant> values)
+        : m_values(std::move(values))
+    {
+    }
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : m_values.size();
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        return role == Qt::DisplayRole ? m_values.at(index.row()) : QVariant();
+    }
+
+private:
+    QVector<QVariant> m_values;
+};
+
+// Peer of the column statistics: Qt's QSortFilterProxyModel sorting each of
+// the same ten columns, the nearest stock job (ordering the values is what
+// minimum, maximum and the distinct count rest on).
+template <QVector<QVariant> (*make)(int)>
+void BM_QSortFilterProxyModelSort(benchmark::State &state)
+{
+    std::vector<std::unique_ptr<ColumnModel>> columns;
+    for (int c = 0; c < columnCount; ++c)
+        columns.push_back(std::make_unique<ColumnModel>(make(c + 1)));
+    for (auto _ : state) {
+        for (const auto &column : columns) {
+            QSortFilterProxyModel proxy;
+            proxy.setSourceModel(column.get());
+            proxy.sort(0);
+            benchmark::DoNotOptimize(proxy.index(0, 0));
+        }
+    }
+    state.SetLabel("QSortFilterProxyModel");
+}
+
+// Peer of setModel and first paint: a plain QTreeView over Qt's sorting
+// proxy on the same ready model, sorted by column 0, painted once.
+void BM_QTreeViewSetModelAndFirstPaint(benchmark::State &state)
+{
+    const QVector<QVector<QVariant>> rows = records<numericColumn>();
+    QTreeView view;
+    view.setRootIsDecorated(false);
+    view.setUniformRowHeights(true);
+    view.resize(1200, 800);
+    view.show();
+    QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto *model = new CMwGridTableModel(&view);
+        model->setTable(headerPaths(), rows);
+        auto *proxy = new QSortFilterProxyModel(model);
+        state.ResumeTiming();
+        proxy->setSourceModel(model);
+        proxy->sort(0);
+        view.setModel(proxy);
+        QCoreApplication::processEvents();
+        view.render(&image);
+        state.PauseTiming();
+        view.setModel(nullptr);
+        delete model;
+        state.ResumeTiming();
+    }
+    state.SetLabel("QTreeView + QSortFilterProxyModel");
+}
+
+// Peer of the selection statistics: the same selection in a plain QTreeView,
+// which only records it.
+template <QVector<QVariant> (*make)(int)>
+void BM_QTreeViewSelection(benchmark::State &state)
+{
+    CMwGridTableModel model;
+    model.setTable(headerPaths(), records<make>());
+    QTreeView view;
+    view.setModel(&model);
+    const QItemSelection all(model.index(0, 0), model.index(rowCount - 1, columnCount - 1));
+    for (auto _ : state) {
+        view.selectionModel()->select(all, QItemSelectionModel::ClearAndSelect
+                                               | QItemSelectionModel::Rows);
+        state.PauseTiming();
+        view.selectionModel()->clearSelection();
+        state.ResumeTiming();
+    }
+    state.SetLabel("QTreeView");
+}
+
 } // namespace
 
 BENCHMARK(BM_SetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
@@ -137,6 +240,12 @@ BENCHMARK_TEMPLATE(BM_SelectionStatistics, textColumn)->Unit(benchmark::kMillise
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, uniqueTextColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_QTreeViewSetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_TEMPLATE(BM_QTreeViewSelection, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_TEMPLATE(BM_QTreeViewSelection, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, uniqueTextColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 int main(int argc, char **argv)
 {
@@ -146,3 +255,5 @@ int main(int argc, char **argv)
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
+
+#include "bench_grid.moc"

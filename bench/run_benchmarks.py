@@ -45,6 +45,14 @@ PEERS = {
         ("BM_ResizeToContentsWalk", "BM_QHeaderViewResizeToContents"),
         ("BM_PaintViewportWalk", "BM_QHeaderViewPaintViewport"),
     ],
+    "bench_grid": [
+        ("BM_SetModelAndFirstPaint", "BM_QTreeViewSetModelAndFirstPaint"),
+        ("BM_SelectionStatistics<numericColumn>", "BM_QTreeViewSelection<numericColumn>"),
+        ("BM_SelectionStatistics<textColumn>", "BM_QTreeViewSelection<textColumn>"),
+        ("BM_ColumnStatistics<numericColumn>", "BM_QSortFilterProxyModelSort<numericColumn>"),
+        ("BM_ColumnStatistics<textColumn>", "BM_QSortFilterProxyModelSort<textColumn>"),
+        ("BM_ColumnStatistics<uniqueTextColumn>", "BM_QSortFilterProxyModelSort<uniqueTextColumn>"),
+    ],
     "bench_slider": [
         ("BM_CMwQSliderPaint", "BM_QSliderPaint"),
         ("BM_CMwQRangeSliderPaint", "BM_QSliderPaint"),

@@ -2,16 +2,23 @@
 // Captions such as "Water|Temperature" become two header levels; right-click
 // a column header to group by it, select rows to see their statistics.
 //
-//   grid_csv [file.csv]
+//   grid_csv [--quit] [file.csv]
+//
+// With --quit (or on the offscreen platform) it loads the file, runs the
+// event loop once and leaves; that is how the test suite runs it.
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QString fileName = argc > 1 ? QString::fromLocal8Bit(argv[1])
-                                      : QStringLiteral(GRID_CSV_SAMPLE);
+    QStringList arguments = app.arguments().mid(1);
+    const bool quit = arguments.removeAll(QStringLiteral("--quit")) > 0
+        || QGuiApplication::platformName() == QLatin1String("offscreen");
+    const QString fileName
+        = arguments.isEmpty() ? QStringLiteral(GRID_CSV_SAMPLE) : arguments.first();
 
     CMwHierarchicalGridView grid;
     auto *model = new CMwGridTableModel(&grid);
@@ -25,5 +32,7 @@ int main(int argc, char *argv[])
     grid.resize(760, 480);
     grid.show();
     grid.onResizeToContents();
+    if (quit)
+        QTimer::singleShot(0, &app, &QCoreApplication::quit);
     return app.exec();
 }
