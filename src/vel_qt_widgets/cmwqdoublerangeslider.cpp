@@ -60,6 +60,66 @@ QPair<double, double> CMwQDoubleRangeSliderPrivate::handleValues(int lower, int 
     return qMakePair(lo, hi);
 }
 
+void CMwQDoubleRangeSliderPrivate::setHandleValue(Handle handle, double value)
+{
+    const bool lower = handle == LowerHandle;
+    double v = 0.0;
+    if (!mapToSliderUnits(lower ? "setMinimumValue" : "setMaximumValue", value, &v))
+        return;
+    v = qBound(minimum, v, maximum);
+    double &ownValue = lower ? minimumValue : maximumValue;
+    double &otherValue = lower ? maximumValue : minimumValue;
+    double &ownOffset = lower ? minimumOffset : maximumOffset;
+    double &otherOffset = lower ? maximumOffset : minimumOffset;
+
+    ownOffset = offsetFor(v);
+    // A handle that v reaches is pushed onto it and takes its fraction.
+    if (lower ? otherValue <= v : v <= otherValue)
+        otherOffset = offsetFor(v);
+    const int n = toInteger(v);
+    if (n != (lower ? slider->minimumValue() : slider->maximumValue())) {
+        // onValuesChanged() stores the values and emits.
+        if (lower)
+            slider->setMinimumValue(n);
+        else
+            slider->setMaximumValue(n);
+        return;
+    }
+
+    const double oldLower = minimumValue;
+    const double oldUpper = maximumValue;
+    ownValue = v;
+    // Within one step the integer slider cannot push the other handle, so it
+    // gives way here, as it would have through the integer slider.
+    if (lower ? otherValue < v : v < otherValue)
+        otherValue = v;
+    announceValues(movedBeyondNoise(minimumValue, oldLower), movedBeyondNoise(maximumValue, oldUpper));
+}
+
+void CMwQDoubleRangeSliderPrivate::setHandlePosition(Handle handle, double position)
+{
+    const bool lower = handle == LowerHandle;
+    double v = 0.0;
+    if (!mapToSliderUnits(lower ? "setMinimumPosition" : "setMaximumPosition", position, &v))
+        return;
+    if (lower)
+        slider->setMinimumPosition(toInteger(v));
+    else
+        slider->setMaximumPosition(toInteger(v));
+}
+
+void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperChanged)
+{
+    Q_Q(CMwQDoubleRangeSlider);
+    // The pair first, then the single sides; listeners rely on this order.
+    if (lowerChanged || upperChanged)
+        Q_EMIT q->valuesChanged(q->minimumValue(), q->maximumValue());
+    if (lowerChanged)
+        Q_EMIT q->minimumValueChanged(q->minimumValue());
+    if (upperChanged)
+        Q_EMIT q->maximumValueChanged(q->maximumValue());
+}
+
 QWidget *CMwQDoubleRangeSliderPrivate::widget() const
 {
     return q_ptr;
@@ -220,12 +280,10 @@ double CMwQDoubleRangeSlider::maximumValue() const
 void CMwQDoubleRangeSlider::setValues(double minVal, double maxVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double a = d->toSliderUnits(minVal);
-    const double b = d->toSliderUnits(maxVal);
-    if (std::isnan(a) || std::isnan(b)) {
-        warnIgnored("CMwQDoubleRangeSlider::setValues", {minVal, maxVal}, notANumberReason);
+    double a = 0.0;
+    double b = 0.0;
+    if (!d->mapToSliderUnits("setValues", minVal, maxVal, &a, &b))
         return;
-    }
     const double lo = qBound(d->minimum, std::min(a, b), d->maximum);
     const double hi = qBound(d->minimum, std::max(a, b), d->maximum);
     d->minimumOffset = d->offsetFor(lo);
@@ -243,87 +301,19 @@ void CMwQDoubleRangeSlider::setValues(double minVal, double maxVal)
     const double oldUpper = d->maximumValue;
     d->minimumValue = lo;
     d->maximumValue = hi;
-    // Moves far below one step are rounding noise: applied, not announced.
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(lo - oldLower) > noise;
-    const bool upperChanged = std::abs(hi - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->announceValues(d->movedBeyondNoise(lo, oldLower), d->movedBeyondNoise(hi, oldUpper));
 }
 
 void CMwQDoubleRangeSlider::setMinimumValue(double minVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    double v = d->toSliderUnits(minVal);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMinimumValue", {minVal}, notANumberReason);
-        return;
-    }
-    v = qBound(d->minimum, v, d->maximum);
-    d->minimumOffset = d->offsetFor(v);
-    if (d->maximumValue <= v)
-        d->maximumOffset = d->offsetFor(v);
-    const int n = d->toInteger(v);
-    if (n != d->slider->minimumValue()) {
-        d->slider->setMinimumValue(n);
-        return;
-    }
-
-    const double oldLower = d->minimumValue;
-    const double oldUpper = d->maximumValue;
-    d->minimumValue = v;
-    // Within one step the integer slider cannot push the upper handle, so it
-    // gives way here, as it would have through the integer slider.
-    if (d->maximumValue < v)
-        d->maximumValue = v;
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(v - oldLower) > noise;
-    const bool upperChanged = std::abs(d->maximumValue - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->setHandleValue(CMwQDoubleRangeSliderPrivate::LowerHandle, minVal);
 }
 
 void CMwQDoubleRangeSlider::setMaximumValue(double maxVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    double v = d->toSliderUnits(maxVal);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMaximumValue", {maxVal}, notANumberReason);
-        return;
-    }
-    v = qBound(d->minimum, v, d->maximum);
-    d->maximumOffset = d->offsetFor(v);
-    if (v <= d->minimumValue)
-        d->minimumOffset = d->offsetFor(v);
-    const int n = d->toInteger(v);
-    if (n != d->slider->maximumValue()) {
-        d->slider->setMaximumValue(n);
-        return;
-    }
-
-    const double oldLower = d->minimumValue;
-    const double oldUpper = d->maximumValue;
-    d->maximumValue = v;
-    // The mirror image of setMinimumValue(): the lower handle gives way.
-    if (v < d->minimumValue)
-        d->minimumValue = v;
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(d->minimumValue - oldLower) > noise;
-    const bool upperChanged = std::abs(v - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->setHandleValue(CMwQDoubleRangeSliderPrivate::UpperHandle, maxVal);
 }
 
 double CMwQDoubleRangeSlider::minimumPosition() const
@@ -341,35 +331,22 @@ double CMwQDoubleRangeSlider::maximumPosition() const
 void CMwQDoubleRangeSlider::setMinimumPosition(double position)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMinimumPosition", {position}, notANumberReason);
-        return;
-    }
-    d->slider->setMinimumPosition(d->toInteger(v));
+    d->setHandlePosition(CMwQDoubleRangeSliderPrivate::LowerHandle, position);
 }
 
 void CMwQDoubleRangeSlider::setMaximumPosition(double position)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMaximumPosition", {position}, notANumberReason);
-        return;
-    }
-    d->slider->setMaximumPosition(d->toInteger(v));
+    d->setHandlePosition(CMwQDoubleRangeSliderPrivate::UpperHandle, position);
 }
 
 void CMwQDoubleRangeSlider::setPositions(double minPosition, double maxPosition)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double a = d->toSliderUnits(minPosition);
-    const double b = d->toSliderUnits(maxPosition);
-    if (std::isnan(a) || std::isnan(b)) {
-        warnIgnored("CMwQDoubleRangeSlider::setPositions", {minPosition, maxPosition},
-                    notANumberReason);
+    double a = 0.0;
+    double b = 0.0;
+    if (!d->mapToSliderUnits("setPositions", minPosition, maxPosition, &a, &b))
         return;
-    }
     d->slider->setPositions(d->toInteger(a), d->toInteger(b));
 }
 
@@ -521,12 +498,7 @@ void CMwQDoubleRangeSlider::onValuesChanged(int min, int max)
         return;
     d->minimumValue = values.first;
     d->maximumValue = values.second;
-    // The pair first, then the single sides; listeners rely on this order.
-    Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->announceValues(lowerChanged, upperChanged);
 }
 
 // Positions are reported in public units, unlike CMwQDoubleSlider::sliderMoved().

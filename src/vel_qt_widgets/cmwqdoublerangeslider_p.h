@@ -19,8 +19,15 @@ public:
     void init();
     void connectSlider();
 
+    enum Handle { LowerHandle, UpperHandle };
+
     /*! Both handles' values (slider units) for the integers \a lower and \a upper. */
     QPair<double, double> handleValues(int lower, int upper) const;
+    // setMinimumValue() and setMaximumValue(), one the mirror image of the other.
+    void setHandleValue(Handle handle, double value);
+    void setHandlePosition(Handle handle, double position);
+    // valuesChanged(), then the single sides that changed.
+    void announceValues(bool lowerChanged, bool upperChanged);
 
     CMwQDoubleRangeSlider *q_ptr = nullptr;
     CMwQRangeSlider *slider = nullptr;

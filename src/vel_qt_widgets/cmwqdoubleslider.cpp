@@ -162,11 +162,9 @@ double CMwQDoubleSlider::value() const
 void CMwQDoubleSlider::setValue(double value)
 {
     Q_D(CMwQDoubleSlider);
-    double v = d->toSliderUnits(value);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleSlider::setValue", {value}, notANumberReason);
+    double v = 0.0;
+    if (!d->mapToSliderUnits("setValue", value, &v))
         return;
-    }
     v = qBound(d->minimum, v, d->maximum);
     d->updateOffset(v);
     const int n = d->toInteger(v);
@@ -190,11 +188,9 @@ double CMwQDoubleSlider::sliderPosition() const
 void CMwQDoubleSlider::setSliderPosition(double position)
 {
     Q_D(CMwQDoubleSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleSlider::setSliderPosition", {position}, notANumberReason);
+    double v = 0.0;
+    if (!d->mapToSliderUnits("setSliderPosition", position, &v))
         return;
-    }
     d->slider->setSliderPosition(d->toInteger(v));
 }
 
@@ -229,7 +225,7 @@ void CMwQDoubleSlider::setPageStep(double step)
 {
     Q_D(CMwQDoubleSlider);
     if (!std::isfinite(step)) {
-        warnIgnored("CMwQDoubleSlider::setPageStep", {step}, notFiniteReason);
+        d->warnRejected("setPageStep", {step}, notFiniteReason);
         return;
     }
     d->pageStep = step;

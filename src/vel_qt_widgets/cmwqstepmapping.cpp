@@ -121,6 +121,27 @@ double CMwQStepMappedSliderPrivate::toValue(double sliderUnits) const
     return CMwQStepMapping::toValue(valueProxy, sliderUnits);
 }
 
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double value,
+                                                   double *units) const
+{
+    *units = toSliderUnits(value);
+    if (!std::isnan(*units))
+        return true;
+    warnRejected(function, {value}, CMwQStepMapping::notANumberReason);
+    return false;
+}
+
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double a, double b,
+                                                   double *unitsA, double *unitsB) const
+{
+    *unitsA = toSliderUnits(a);
+    *unitsB = toSliderUnits(b);
+    if (!std::isnan(*unitsA) && !std::isnan(*unitsB))
+        return true;
+    warnRejected(function, {a, b}, CMwQStepMapping::notANumberReason);
+    return false;
+}
+
 bool CMwQStepMappedSliderPrivate::movedBeyondNoise(double now, double before) const
 {
     return std::abs(now - before) > singleStep * 1e-9;

@@ -112,6 +112,11 @@ public:
     double offsetFor(double v) const;
     double toSliderUnits(double value) const;
     double toValue(double sliderUnits) const;
+    // toSliderUnits() for the public setters: false (after a warning naming
+    // \a function) when a value has no place in slider units.
+    bool mapToSliderUnits(const char *function, double value, double *units) const;
+    bool mapToSliderUnits(const char *function, double a, double b, double *unitsA,
+                          double *unitsB) const;
     // Moves far below one step are rounding noise of the mapping (or of a
     // proxy's round trip): applied, but not announced.
     bool movedBeyondNoise(double now, double before) const;
