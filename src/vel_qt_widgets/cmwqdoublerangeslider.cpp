@@ -93,7 +93,8 @@ void CMwQDoubleRangeSliderPrivate::setHandleValue(Handle handle, double value)
     // gives way here, as it would have through the integer slider.
     if (lower ? otherValue < v : v < otherValue)
         otherValue = v;
-    announceValues(movedBeyondNoise(minimumValue, oldLower), movedBeyondNoise(maximumValue, oldUpper));
+    announceValues(movedBeyondNoise(minimumValue, oldLower),
+                   movedBeyondNoise(maximumValue, oldUpper));
 }
 
 void CMwQDoubleRangeSliderPrivate::setHandlePosition(Handle handle, double position)
