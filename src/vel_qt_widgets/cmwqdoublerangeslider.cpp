@@ -121,11 +121,6 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
         Q_EMIT q->maximumValueChanged(q->maximumValue());
 }
 
-QWidget *CMwQDoubleRangeSliderPrivate::widget() const
-{
-    return q_ptr;
-}
-
 CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
 {
     return slider;

@@ -29,7 +29,6 @@ public:
     // valuesChanged(), then the single sides that changed.
     void announceValues(bool lowerChanged, bool upperChanged);
 
-    CMwQDoubleRangeSlider *q_ptr = nullptr;
     CMwQRangeSlider *slider = nullptr;
     double minimumOffset = 0.0;
     double maximumOffset = 0.0;
@@ -37,7 +36,6 @@ public:
     double maximumValue = 100.0;
 
 protected:
-    QWidget *widget() const override;
     CMwQSlider *innerSlider() const override;
     void applyPublicRange(double min, double max) override;
     void followRange() override;

@@ -90,11 +90,6 @@ void CMwQDoubleSliderPrivate::updateOffset(double v)
     offset = offsetFor(v);
 }
 
-QWidget *CMwQDoubleSliderPrivate::widget() const
-{
-    return q_ptr;
-}
-
 CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const
 {
     return slider;

@@ -33,14 +33,12 @@ public:
     double safeFromInteger(int i) const;
     void updateOffset(double v);
 
-    CMwQDoubleSlider *q_ptr = nullptr;
     CMwQSlider *slider = nullptr;
     double offset = 0.0;
     double pageStep = 10.0;
     double value = 0.0;
 
 protected:
-    QWidget *widget() const override;
     CMwQSlider *innerSlider() const override;
     void applyPublicRange(double min, double max) override;
     void followRange() override;

@@ -75,7 +75,7 @@ CMwQStepMappedSliderPrivate::~CMwQStepMappedSliderPrivate() = default;
 
 void CMwQStepMappedSliderPrivate::embedInnerSlider()
 {
-    QWidget *q = widget();
+    QWidget *q = q_ptr;
     CMwQSlider *inner = innerSlider();
     auto *layout = new QHBoxLayout(q);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -278,7 +278,7 @@ void CMwQStepMappedSliderPrivate::rebuildTickItems()
 
 void CMwQStepMappedSliderPrivate::setOrientation(Qt::Orientation orientation)
 {
-    QWidget *q = widget();
+    QWidget *q = q_ptr;
     CMwQSlider *inner = innerSlider();
     if (orientation == inner->orientation())
         return;
@@ -297,7 +297,7 @@ void CMwQStepMappedSliderPrivate::setValueProxy(CMwQValueProxy *proxy)
 {
     if (valueProxy == proxy)
         return;
-    QWidget *q = widget();
+    QWidget *q = q_ptr;
     saveInputs();
     if (valueProxy)
         QObject::disconnect(valueProxy.data(), nullptr, q, nullptr);
@@ -321,7 +321,7 @@ void CMwQStepMappedSliderPrivate::reapplyInputs()
 {
     // The public range, values and ticks stay; the integer slider moves under
     // them, and nothing is announced.
-    QWidget *q = widget();
+    QWidget *q = q_ptr;
     const bool wasBlocked = q->blockSignals(true);
     const bool wasSettingRange = settingRange;
     settingRange = true;

@@ -161,6 +161,8 @@ public:
     void warnRejected(const char *function, std::initializer_list<double> arguments,
                       const char *reason) const;
 
+    // The owning widget; each subclass's Q_DECLARE_PUBLIC casts it back.
+    QWidget *q_ptr = nullptr;
     const char *const className;
     double minimum = 0.0;
     double maximum = 100.0;
@@ -171,7 +173,6 @@ public:
     QString handleToolTip;
 
 protected:
-    virtual QWidget *widget() const = 0;
     virtual CMwQSlider *innerSlider() const = 0;
     // The public setRange() of the widget, in public units.
     virtual void applyPublicRange(double min, double max) = 0;
