@@ -6,7 +6,7 @@
 
 #include <QtCore/QDebug>
 #include <QtGui/QHelpEvent>
-#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
@@ -16,27 +16,20 @@
 
 using namespace CMwQStepMapping;
 
+CMwQDoubleRangeSliderPrivate::CMwQDoubleRangeSliderPrivate()
+    : CMwQStepMappedSliderPrivate("CMwQDoubleRangeSlider")
+{
+}
+
 CMwQDoubleRangeSliderPrivate::~CMwQDoubleRangeSliderPrivate() = default;
 
 void CMwQDoubleRangeSliderPrivate::init()
 {
     Q_Q(CMwQDoubleRangeSlider);
     slider = new CMwQRangeSlider(q);
-    auto *layout = new QHBoxLayout(q);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(slider);
-
-    minimum = slider->minimum();
-    maximum = slider->maximum();
+    embedInnerSlider();
     minimumValue = slider->minimumValue();
     maximumValue = slider->maximumValue();
-    singleStep = slider->singleStep();
-
-    // The slider's policy becomes ours but still counts as the default, so
-    // that setOrientation() keeps transposing it.
-    q->setSizePolicy(slider->sizePolicy());
-    q->setAttribute(Qt::WA_WState_OwnSizePolicy, false);
-
     connectSlider();
 }
 
@@ -55,26 +48,6 @@ void CMwQDoubleRangeSliderPrivate::connectSlider()
     slider->installEventFilter(q);
 }
 
-int CMwQDoubleRangeSliderPrivate::toInteger(double v) const
-{
-    return CMwQStepMapping::toInteger(v, singleStep);
-}
-
-double CMwQDoubleRangeSliderPrivate::fromInteger(int i, double offset) const
-{
-    return CMwQStepMapping::fromInteger(i, offset, singleStep);
-}
-
-double CMwQDoubleRangeSliderPrivate::safeFromInteger(int i, double offset) const
-{
-    return CMwQStepMapping::safeFromInteger(i, offset, singleStep, minimum, maximum);
-}
-
-double CMwQDoubleRangeSliderPrivate::offsetFor(double v) const
-{
-    return CMwQStepMapping::offsetFor(v, singleStep);
-}
-
 QPair<double, double> CMwQDoubleRangeSliderPrivate::handleValues(int lower, int upper) const
 {
     double lo = safeFromInteger(lower, minimumOffset);
@@ -87,30 +60,104 @@ QPair<double, double> CMwQDoubleRangeSliderPrivate::handleValues(int lower, int 
     return qMakePair(lo, hi);
 }
 
-double CMwQDoubleRangeSliderPrivate::toSliderUnits(double value) const
+void CMwQDoubleRangeSliderPrivate::setHandleValue(Handle handle, double value)
 {
-    return CMwQStepMapping::toSliderUnits(valueProxy, value);
-}
+    const bool lower = handle == LowerHandle;
+    double v = 0.0;
+    if (!mapToSliderUnits(lower ? "setMinimumValue" : "setMaximumValue", value, &v))
+        return;
+    v = qBound(minimum, v, maximum);
+    double &ownValue = lower ? minimumValue : maximumValue;
+    double &otherValue = lower ? maximumValue : minimumValue;
+    double &ownOffset = lower ? minimumOffset : maximumOffset;
+    double &otherOffset = lower ? maximumOffset : minimumOffset;
 
-double CMwQDoubleRangeSliderPrivate::toValue(double sliderUnits) const
-{
-    return CMwQStepMapping::toValue(valueProxy, sliderUnits);
-}
-
-void CMwQDoubleRangeSliderPrivate::rebuildTickItems()
-{
-    TMwTickItemList items;
-    items.reserve(tickItems.size());
-    for (const CMwQDoubleRangeSlider::SMwTickItem &item : tickItems) {
-        const double units = toSliderUnits(item.value);
-        if (std::isnan(units)) {
-            // Kept in tickItemList(), but there is no place to draw it.
-            warnIgnored("CMwQDoubleRangeSlider::setTickItemList", {item.value}, notANumberReason);
-            continue;
-        }
-        items.append({toInteger(units), item.tickPosition, item.text});
+    ownOffset = offsetFor(v);
+    // A handle that v reaches is pushed onto it and takes its fraction.
+    if (lower ? otherValue <= v : v <= otherValue)
+        otherOffset = offsetFor(v);
+    const int n = toInteger(v);
+    if (n != (lower ? slider->minimumValue() : slider->maximumValue())) {
+        // onValuesChanged() stores the values and emits.
+        if (lower)
+            slider->setMinimumValue(n);
+        else
+            slider->setMaximumValue(n);
+        return;
     }
-    slider->setTickItemList(items);
+
+    const double oldLower = minimumValue;
+    const double oldUpper = maximumValue;
+    ownValue = v;
+    // Within one step the integer slider cannot push the other handle, so it
+    // gives way here, as it would have through the integer slider.
+    if (lower ? otherValue < v : v < otherValue)
+        otherValue = v;
+    announceValues(movedBeyondNoise(minimumValue, oldLower),
+                   movedBeyondNoise(maximumValue, oldUpper));
+}
+
+void CMwQDoubleRangeSliderPrivate::setHandlePosition(Handle handle, double position)
+{
+    const bool lower = handle == LowerHandle;
+    double v = 0.0;
+    if (!mapToSliderUnits(lower ? "setMinimumPosition" : "setMaximumPosition", position, &v))
+        return;
+    if (lower)
+        slider->setMinimumPosition(toInteger(v));
+    else
+        slider->setMaximumPosition(toInteger(v));
+}
+
+void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperChanged)
+{
+    Q_Q(CMwQDoubleRangeSlider);
+    // The pair first, then the single sides; listeners rely on this order.
+    if (lowerChanged || upperChanged)
+        Q_EMIT q->valuesChanged(q->minimumValue(), q->maximumValue());
+    if (lowerChanged)
+        Q_EMIT q->minimumValueChanged(q->minimumValue());
+    if (upperChanged)
+        Q_EMIT q->maximumValueChanged(q->maximumValue());
+}
+
+CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
+{
+    return slider;
+}
+
+void CMwQDoubleRangeSliderPrivate::applyPublicRange(double min, double max)
+{
+    Q_Q(CMwQDoubleRangeSlider);
+    q->setRange(min, max);
+}
+
+void CMwQDoubleRangeSliderPrivate::followRange()
+{
+    // A handle cut off by the new range takes the fraction of the end it is
+    // pushed onto; the order of these four matters when the range is empty.
+    if (minimumValue <= minimum)
+        minimumOffset = offsetFor(minimum);
+    if (maximumValue <= minimum)
+        maximumOffset = offsetFor(minimum);
+    if (maximum <= minimumValue)
+        minimumOffset = offsetFor(maximum);
+    if (maximum <= maximumValue)
+        maximumOffset = offsetFor(maximum);
+}
+
+void CMwQDoubleRangeSliderPrivate::saveValues()
+{
+    Q_Q(CMwQDoubleRangeSlider);
+    slider->setProperty("inputMinimumValue", q->minimumValue());
+    slider->setProperty("inputMaximumValue", q->maximumValue());
+}
+
+void CMwQDoubleRangeSliderPrivate::reapplyValues()
+{
+    Q_Q(CMwQDoubleRangeSlider);
+    q->setValues(slider->property("inputMinimumValue").toDouble(),
+                 slider->property("inputMaximumValue").toDouble());
 }
 
 CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(QWidget *parent)
@@ -143,72 +190,34 @@ CMwQDoubleRangeSlider::~CMwQDoubleRangeSlider() = default;
 double CMwQDoubleRangeSlider::minimum() const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    // Ordered after mapping, so a decreasing proxy still gives minimum() <= maximum().
-    return std::min(d->toValue(d->minimum), d->toValue(d->maximum));
+    return d->publicMinimum();
 }
 
 double CMwQDoubleRangeSlider::maximum() const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    return std::max(d->toValue(d->minimum), d->toValue(d->maximum));
+    return d->publicMaximum();
 }
 
 void CMwQDoubleRangeSlider::setMinimum(double minimum)
 {
-    Q_D(const CMwQDoubleRangeSlider);
-    if (!std::isfinite(d->toSliderUnits(minimum))) {
-        warnIgnored("CMwQDoubleRangeSlider::setMinimum", {minimum}, notFiniteReason);
-        return;
-    }
-    setRange(minimum, std::max(maximum(), minimum));
+    Q_D(CMwQDoubleRangeSlider);
+    d->setPublicMinimum(minimum);
 }
 
 void CMwQDoubleRangeSlider::setMaximum(double maximum)
 {
-    Q_D(const CMwQDoubleRangeSlider);
-    if (!std::isfinite(d->toSliderUnits(maximum))) {
-        warnIgnored("CMwQDoubleRangeSlider::setMaximum", {maximum}, notFiniteReason);
-        return;
-    }
-    setRange(std::min(minimum(), maximum), maximum);
+    Q_D(CMwQDoubleRangeSlider);
+    d->setPublicMaximum(maximum);
 }
 
 void CMwQDoubleRangeSlider::setRange(double min, double max)
 {
     Q_D(CMwQDoubleRangeSlider);
-    double lo = d->toSliderUnits(min);
-    double hi = d->toSliderUnits(max);
-    // An infinite end has no integer to stand on and would turn the offsets
-    // into NaN; such a range is refused as a whole.
-    if (!std::isfinite(lo) || !std::isfinite(hi)) {
-        warnIgnored("CMwQDoubleRangeSlider::setRange", {min, max}, notFiniteReason);
+    bool announce = false;
+    if (!d->setRange(min, max, &announce))
         return;
-    }
-    if (lo > hi)
-        std::swap(lo, hi);
-
-    const double oldMinimum = d->minimum;
-    const double oldMaximum = d->maximum;
-    d->minimum = lo;
-    d->maximum = hi;
-
-    // A handle cut off by the new range takes the fraction of the end it is
-    // pushed onto; the order of these four matters when the range is empty.
-    if (d->minimumValue <= d->minimum)
-        d->minimumOffset = d->offsetFor(d->minimum);
-    if (d->maximumValue <= d->minimum)
-        d->maximumOffset = d->offsetFor(d->minimum);
-    if (d->maximum <= d->minimumValue)
-        d->minimumOffset = d->offsetFor(d->maximum);
-    if (d->maximum <= d->maximumValue)
-        d->maximumOffset = d->offsetFor(d->maximum);
-
-    const bool wasSettingRange = d->settingRange;
-    d->settingRange = true;
-    d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
-    d->settingRange = wasSettingRange;
-
-    if (!wasSettingRange && (oldMinimum != d->minimum || oldMaximum != d->maximum))
+    if (announce)
         Q_EMIT rangeChanged(minimum(), maximum());
 
     // When a handle's integer survives the new range the inner slider reports
@@ -227,11 +236,8 @@ double CMwQDoubleRangeSlider::singleStep() const
 void CMwQDoubleRangeSlider::setSingleStep(double step)
 {
     Q_D(CMwQDoubleRangeSlider);
-    if (!isValidStep(step)) {
-        qWarning() << "CMwQDoubleRangeSlider::setSingleStep(" << step << ")"
-                   << "is outside of valid bounds.";
+    if (!d->acceptsSingleStep(step))
         return;
-    }
     const double lowEnd = minimum();
     const double highEnd = maximum();
     const double lower = minimumValue();
@@ -252,7 +258,7 @@ void CMwQDoubleRangeSlider::setSingleStep(double step)
 bool CMwQDoubleRangeSlider::isValidStep(double step) const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    return CMwQStepMapping::isValidStep(step, d->minimum, d->maximum);
+    return d->isValidStep(step);
 }
 
 double CMwQDoubleRangeSlider::minimumValue() const
@@ -270,12 +276,10 @@ double CMwQDoubleRangeSlider::maximumValue() const
 void CMwQDoubleRangeSlider::setValues(double minVal, double maxVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double a = d->toSliderUnits(minVal);
-    const double b = d->toSliderUnits(maxVal);
-    if (std::isnan(a) || std::isnan(b)) {
-        warnIgnored("CMwQDoubleRangeSlider::setValues", {minVal, maxVal}, notANumberReason);
+    double a = 0.0;
+    double b = 0.0;
+    if (!d->mapToSliderUnits("setValues", minVal, maxVal, &a, &b))
         return;
-    }
     const double lo = qBound(d->minimum, std::min(a, b), d->maximum);
     const double hi = qBound(d->minimum, std::max(a, b), d->maximum);
     d->minimumOffset = d->offsetFor(lo);
@@ -293,87 +297,19 @@ void CMwQDoubleRangeSlider::setValues(double minVal, double maxVal)
     const double oldUpper = d->maximumValue;
     d->minimumValue = lo;
     d->maximumValue = hi;
-    // Moves far below one step are rounding noise: applied, not announced.
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(lo - oldLower) > noise;
-    const bool upperChanged = std::abs(hi - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->announceValues(d->movedBeyondNoise(lo, oldLower), d->movedBeyondNoise(hi, oldUpper));
 }
 
 void CMwQDoubleRangeSlider::setMinimumValue(double minVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    double v = d->toSliderUnits(minVal);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMinimumValue", {minVal}, notANumberReason);
-        return;
-    }
-    v = qBound(d->minimum, v, d->maximum);
-    d->minimumOffset = d->offsetFor(v);
-    if (d->maximumValue <= v)
-        d->maximumOffset = d->offsetFor(v);
-    const int n = d->toInteger(v);
-    if (n != d->slider->minimumValue()) {
-        d->slider->setMinimumValue(n);
-        return;
-    }
-
-    const double oldLower = d->minimumValue;
-    const double oldUpper = d->maximumValue;
-    d->minimumValue = v;
-    // Within one step the integer slider cannot push the upper handle, so it
-    // gives way here, as it would have through the integer slider.
-    if (d->maximumValue < v)
-        d->maximumValue = v;
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(v - oldLower) > noise;
-    const bool upperChanged = std::abs(d->maximumValue - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->setHandleValue(CMwQDoubleRangeSliderPrivate::LowerHandle, minVal);
 }
 
 void CMwQDoubleRangeSlider::setMaximumValue(double maxVal)
 {
     Q_D(CMwQDoubleRangeSlider);
-    double v = d->toSliderUnits(maxVal);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMaximumValue", {maxVal}, notANumberReason);
-        return;
-    }
-    v = qBound(d->minimum, v, d->maximum);
-    d->maximumOffset = d->offsetFor(v);
-    if (v <= d->minimumValue)
-        d->minimumOffset = d->offsetFor(v);
-    const int n = d->toInteger(v);
-    if (n != d->slider->maximumValue()) {
-        d->slider->setMaximumValue(n);
-        return;
-    }
-
-    const double oldLower = d->minimumValue;
-    const double oldUpper = d->maximumValue;
-    d->maximumValue = v;
-    // The mirror image of setMinimumValue(): the lower handle gives way.
-    if (v < d->minimumValue)
-        d->minimumValue = v;
-    const double noise = d->singleStep * 1e-9;
-    const bool lowerChanged = std::abs(d->minimumValue - oldLower) > noise;
-    const bool upperChanged = std::abs(v - oldUpper) > noise;
-    if (lowerChanged || upperChanged)
-        Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->setHandleValue(CMwQDoubleRangeSliderPrivate::UpperHandle, maxVal);
 }
 
 double CMwQDoubleRangeSlider::minimumPosition() const
@@ -391,35 +327,22 @@ double CMwQDoubleRangeSlider::maximumPosition() const
 void CMwQDoubleRangeSlider::setMinimumPosition(double position)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMinimumPosition", {position}, notANumberReason);
-        return;
-    }
-    d->slider->setMinimumPosition(d->toInteger(v));
+    d->setHandlePosition(CMwQDoubleRangeSliderPrivate::LowerHandle, position);
 }
 
 void CMwQDoubleRangeSlider::setMaximumPosition(double position)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleRangeSlider::setMaximumPosition", {position}, notANumberReason);
-        return;
-    }
-    d->slider->setMaximumPosition(d->toInteger(v));
+    d->setHandlePosition(CMwQDoubleRangeSliderPrivate::UpperHandle, position);
 }
 
 void CMwQDoubleRangeSlider::setPositions(double minPosition, double maxPosition)
 {
     Q_D(CMwQDoubleRangeSlider);
-    const double a = d->toSliderUnits(minPosition);
-    const double b = d->toSliderUnits(maxPosition);
-    if (std::isnan(a) || std::isnan(b)) {
-        warnIgnored("CMwQDoubleRangeSlider::setPositions", {minPosition, maxPosition},
-                    notANumberReason);
+    double a = 0.0;
+    double b = 0.0;
+    if (!d->mapToSliderUnits("setPositions", minPosition, maxPosition, &a, &b))
         return;
-    }
     d->slider->setPositions(d->toInteger(a), d->toInteger(b));
 }
 
@@ -444,33 +367,19 @@ Qt::Orientation CMwQDoubleRangeSlider::orientation() const
 void CMwQDoubleRangeSlider::setOrientation(Qt::Orientation orientation)
 {
     Q_D(CMwQDoubleRangeSlider);
-    if (orientation == d->slider->orientation())
-        return;
-    // Like QSlider: a default policy turns with the slider, one set by the
-    // application stays as it was set.
-    if (!testAttribute(Qt::WA_WState_OwnSizePolicy)) {
-        QSizePolicy policy = sizePolicy();
-        policy.transpose();
-        setSizePolicy(policy);
-        setAttribute(Qt::WA_WState_OwnSizePolicy, false);
-    }
-    d->slider->setOrientation(orientation);
+    d->setOrientation(orientation);
 }
 
 double CMwQDoubleRangeSlider::tickInterval() const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    return d->slider->tickInterval() * d->singleStep;
+    return d->tickInterval();
 }
 
 void CMwQDoubleRangeSlider::setTickInterval(double interval)
 {
     Q_D(CMwQDoubleRangeSlider);
-    if (!std::isfinite(interval)) {
-        warnIgnored("CMwQDoubleRangeSlider::setTickInterval", {interval}, notFiniteReason);
-        return;
-    }
-    d->slider->setTickInterval(d->toInteger(interval));
+    d->setTickInterval(interval);
 }
 
 QSlider::TickPosition CMwQDoubleRangeSlider::tickPosition() const
@@ -494,8 +403,7 @@ CMwQDoubleRangeSlider::TMwTickItemList CMwQDoubleRangeSlider::tickItemList() con
 void CMwQDoubleRangeSlider::setTickItemList(const TMwTickItemList &list)
 {
     Q_D(CMwQDoubleRangeSlider);
-    d->tickItems = list;
-    d->rebuildTickItems();
+    d->setTickItemList(list);
 }
 
 bool CMwQDoubleRangeSlider::symmetricMoves() const
@@ -537,17 +445,7 @@ CMwQValueProxy *CMwQDoubleRangeSlider::valueProxy() const
 void CMwQDoubleRangeSlider::setValueProxy(CMwQValueProxy *proxy)
 {
     Q_D(CMwQDoubleRangeSlider);
-    if (d->valueProxy == proxy)
-        return;
-    onValueProxyAboutToBeModified();
-    if (d->valueProxy)
-        disconnect(d->valueProxy.data(), nullptr, this, nullptr);
-    d->valueProxy = proxy;
-    if (proxy) {
-        connect(proxy, SIGNAL(proxyAboutToBeModified()), this, SLOT(onValueProxyAboutToBeModified()));
-        connect(proxy, SIGNAL(proxyModified()), this, SLOT(onValueProxyModified()));
-    }
-    onValueProxyModified();
+    d->setValueProxy(proxy);
 }
 
 CMwQRangeSlider *CMwQDoubleRangeSlider::slider() const
@@ -596,12 +494,7 @@ void CMwQDoubleRangeSlider::onValuesChanged(int min, int max)
         return;
     d->minimumValue = values.first;
     d->maximumValue = values.second;
-    // The pair first, then the single sides; listeners rely on this order.
-    Q_EMIT valuesChanged(minimumValue(), maximumValue());
-    if (lowerChanged)
-        Q_EMIT minimumValueChanged(minimumValue());
-    if (upperChanged)
-        Q_EMIT maximumValueChanged(maximumValue());
+    d->announceValues(lowerChanged, upperChanged);
 }
 
 // Positions are reported in public units, unlike CMwQDoubleSlider::sliderMoved().
@@ -627,47 +520,19 @@ void CMwQDoubleRangeSlider::onPositionsChanged(int min, int max)
 void CMwQDoubleRangeSlider::onRangeChanged(int min, int max)
 {
     Q_D(CMwQDoubleRangeSlider);
-    if (d->settingRange)
-        return;
-    const double a = d->toValue(d->fromInteger(min, d->minimumOffset));
-    const double b = d->toValue(d->fromInteger(max, d->maximumOffset));
-    if (!std::isfinite(d->toSliderUnits(a)) || !std::isfinite(d->toSliderUnits(b))) {
-        // A range with no finite double counterpart cannot be followed; the
-        // inner slider is put back on ours so that the two never disagree.
-        warnIgnored("CMwQDoubleRangeSlider::onRangeChanged", {double(min), double(max)},
-                    restoredRangeReason);
-        d->settingRange = true;
-        d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
-        d->settingRange = false;
-        return;
-    }
-    setRange(a, b);
+    d->innerRangeChanged(min, max, d->minimumOffset, d->maximumOffset);
 }
 
 void CMwQDoubleRangeSlider::onValueProxyAboutToBeModified()
 {
     Q_D(CMwQDoubleRangeSlider);
-    d->slider->setProperty("inputMinimumValue", minimumValue());
-    d->slider->setProperty("inputMaximumValue", maximumValue());
-    d->slider->setProperty("inputMinimum", minimum());
-    d->slider->setProperty("inputMaximum", maximum());
+    d->saveInputs();
 }
 
 void CMwQDoubleRangeSlider::onValueProxyModified()
 {
     Q_D(CMwQDoubleRangeSlider);
-    // The public range, values and ticks stay; the integer slider moves under
-    // them, and nothing is announced.
-    const bool wasBlocked = blockSignals(true);
-    const bool wasSettingRange = d->settingRange;
-    d->settingRange = true;
-    setRange(d->slider->property("inputMinimum").toDouble(),
-             d->slider->property("inputMaximum").toDouble());
-    d->settingRange = wasSettingRange;
-    setValues(d->slider->property("inputMinimumValue").toDouble(),
-              d->slider->property("inputMaximumValue").toDouble());
-    d->rebuildTickItems();
-    blockSignals(wasBlocked);
+    d->reapplyInputs();
 }
 
 bool CMwQDoubleRangeSlider::eventFilter(QObject *watched, QEvent *event)

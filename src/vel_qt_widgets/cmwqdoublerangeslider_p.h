@@ -1,49 +1,46 @@
 #ifndef VEL_QT_WIDGETS_CMWQDOUBLERANGESLIDER_P_H
 #define VEL_QT_WIDGETS_CMWQDOUBLERANGESLIDER_P_H
 
+#include "cmwqstepmapping_p.h"
+
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
-#include <vel_qt_widgets/CMwQValueProxy.h>
+#include <vel_qt_widgets/CMwQRangeSlider.h>
 
 #include <QtCore/QPair>
-#include <QtCore/QPointer>
 
-class CMwQDoubleRangeSliderPrivate
+class CMwQDoubleRangeSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleRangeSlider)
 
 public:
-    CMwQDoubleRangeSliderPrivate() = default;
-    virtual ~CMwQDoubleRangeSliderPrivate();
+    CMwQDoubleRangeSliderPrivate();
+    ~CMwQDoubleRangeSliderPrivate() override;
 
     void init();
     void connectSlider();
 
-    // The step mapping with this slider's step; each handle brings its offset.
-    int toInteger(double v) const;
-    double fromInteger(int i, double offset) const;
-    double safeFromInteger(int i, double offset) const;
-    double offsetFor(double v) const;
+    enum Handle { LowerHandle, UpperHandle };
+
     /*! Both handles' values (slider units) for the integers \a lower and \a upper. */
     QPair<double, double> handleValues(int lower, int upper) const;
+    // setMinimumValue() and setMaximumValue(), one the mirror image of the other.
+    void setHandleValue(Handle handle, double value);
+    void setHandlePosition(Handle handle, double position);
+    // valuesChanged(), then the single sides that changed.
+    void announceValues(bool lowerChanged, bool upperChanged);
 
-    double toSliderUnits(double value) const;
-    double toValue(double sliderUnits) const;
-
-    void rebuildTickItems();
-
-    CMwQDoubleRangeSlider *q_ptr = nullptr;
     CMwQRangeSlider *slider = nullptr;
-    double minimum = 0.0;
-    double maximum = 100.0;
-    bool settingRange = false;
     double minimumOffset = 0.0;
     double maximumOffset = 0.0;
-    double singleStep = 1.0;
     double minimumValue = 0.0;
     double maximumValue = 100.0;
-    CMwQDoubleRangeSlider::TMwTickItemList tickItems;
-    QPointer<CMwQValueProxy> valueProxy;
-    QString handleToolTip;
+
+protected:
+    CMwQSlider *innerSlider() const override;
+    void applyPublicRange(double min, double max) override;
+    void followRange() override;
+    void saveValues() override;
+    void reapplyValues() override;
 };
 
 #endif // VEL_QT_WIDGETS_CMWQDOUBLERANGESLIDER_P_H

@@ -4,14 +4,11 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
-#include <QtCore/QDebug>
 #include <QtGui/QHelpEvent>
-#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
-#include <algorithm>
 #include <cmath>
 
 using namespace CMwQStepMapping;
@@ -60,6 +57,11 @@ CMwQSliderEx::CMwQSliderEx(QWidget *parent)
 
 CMwQSliderEx::~CMwQSliderEx() = default;
 
+CMwQDoubleSliderPrivate::CMwQDoubleSliderPrivate()
+    : CMwQStepMappedSliderPrivate("CMwQDoubleSlider")
+{
+}
+
 CMwQDoubleSliderPrivate::~CMwQDoubleSliderPrivate() = default;
 
 void CMwQDoubleSliderPrivate::init()
@@ -67,13 +69,7 @@ void CMwQDoubleSliderPrivate::init()
     Q_Q(CMwQDoubleSlider);
     slider = new CMwQSliderEx(q);
     slider->installEventFilter(q);
-    auto *layout = new QHBoxLayout(q);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(slider);
-
-    minimum = slider->minimum();
-    maximum = slider->maximum();
-    singleStep = slider->singleStep();
+    embedInnerSlider();
     pageStep = slider->pageStep();
     value = slider->value();
 
@@ -82,57 +78,47 @@ void CMwQDoubleSliderPrivate::init()
     QObject::connect(slider, SIGNAL(sliderPressed()), q, SIGNAL(sliderPressed()));
     QObject::connect(slider, SIGNAL(sliderReleased()), q, SIGNAL(sliderReleased()));
     QObject::connect(slider, SIGNAL(rangeChanged(int,int)), q, SLOT(onRangeChanged(int,int)));
-
-    // The slider's policy becomes ours but still counts as the default, so
-    // that setOrientation() keeps transposing it.
-    q->setSizePolicy(slider->sizePolicy());
-    q->setAttribute(Qt::WA_WState_OwnSizePolicy, false);
-}
-
-int CMwQDoubleSliderPrivate::toInteger(double v) const
-{
-    return CMwQStepMapping::toInteger(v, singleStep);
-}
-
-double CMwQDoubleSliderPrivate::fromInteger(int i) const
-{
-    return CMwQStepMapping::fromInteger(i, offset, singleStep);
 }
 
 double CMwQDoubleSliderPrivate::safeFromInteger(int i) const
 {
-    return CMwQStepMapping::safeFromInteger(i, offset, singleStep, minimum, maximum);
+    return safeFromInteger(i, offset);
 }
 
 void CMwQDoubleSliderPrivate::updateOffset(double v)
 {
-    offset = offsetFor(v, singleStep);
+    offset = offsetFor(v);
 }
 
-double CMwQDoubleSliderPrivate::toSliderUnits(double value) const
+CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const
 {
-    return CMwQStepMapping::toSliderUnits(valueProxy, value);
+    return slider;
 }
 
-double CMwQDoubleSliderPrivate::toValue(double sliderUnits) const
+void CMwQDoubleSliderPrivate::applyPublicRange(double min, double max)
 {
-    return CMwQStepMapping::toValue(valueProxy, sliderUnits);
+    Q_Q(CMwQDoubleSlider);
+    q->setRange(min, max);
 }
 
-void CMwQDoubleSliderPrivate::rebuildTickItems()
+void CMwQDoubleSliderPrivate::followRange()
 {
-    TMwTickItemList items;
-    items.reserve(tickItems.size());
-    for (const CMwQDoubleSlider::SMwTickItem &item : tickItems) {
-        const double units = toSliderUnits(item.value);
-        if (std::isnan(units)) {
-            // Kept in tickItemList(), but there is no place to draw it.
-            warnIgnored("CMwQDoubleSlider::setTickItemList", {item.value}, notANumberReason);
-            continue;
-        }
-        items.append({toInteger(units), item.tickPosition, item.text});
-    }
-    slider->setTickItemList(items);
+    if (value <= minimum)
+        updateOffset(minimum);
+    if (maximum <= value)
+        updateOffset(maximum);
+}
+
+void CMwQDoubleSliderPrivate::saveValues()
+{
+    Q_Q(CMwQDoubleSlider);
+    slider->setProperty("inputValue", q->value());
+}
+
+void CMwQDoubleSliderPrivate::reapplyValues()
+{
+    Q_Q(CMwQDoubleSlider);
+    q->setValue(slider->property("inputValue").toDouble());
 }
 
 CMwQDoubleSlider::CMwQDoubleSlider(QWidget *parent)
@@ -171,11 +157,9 @@ double CMwQDoubleSlider::value() const
 void CMwQDoubleSlider::setValue(double value)
 {
     Q_D(CMwQDoubleSlider);
-    double v = d->toSliderUnits(value);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleSlider::setValue", {value}, notANumberReason);
+    double v = 0.0;
+    if (!d->mapToSliderUnits("setValue", value, &v))
         return;
-    }
     v = qBound(d->minimum, v, d->maximum);
     d->updateOffset(v);
     const int n = d->toInteger(v);
@@ -186,9 +170,7 @@ void CMwQDoubleSlider::setValue(double value)
     }
     const double old = d->value;
     d->value = v;
-    // Moves far below one step are rounding noise of the mapping (or of a
-    // proxy's round trip): applied, but not announced.
-    if (std::abs(v - old) > d->singleStep * 1e-9)
+    if (d->movedBeyondNoise(v, old))
         Q_EMIT valueChanged(this->value());
 }
 
@@ -201,11 +183,9 @@ double CMwQDoubleSlider::sliderPosition() const
 void CMwQDoubleSlider::setSliderPosition(double position)
 {
     Q_D(CMwQDoubleSlider);
-    const double v = d->toSliderUnits(position);
-    if (std::isnan(v)) {
-        warnIgnored("CMwQDoubleSlider::setSliderPosition", {position}, notANumberReason);
+    double v = 0.0;
+    if (!d->mapToSliderUnits("setSliderPosition", position, &v))
         return;
-    }
     d->slider->setSliderPosition(d->toInteger(v));
 }
 
@@ -218,10 +198,8 @@ double CMwQDoubleSlider::singleStep() const
 void CMwQDoubleSlider::setSingleStep(double step)
 {
     Q_D(CMwQDoubleSlider);
-    if (!isValidStep(step)) {
-        qWarning() << "CMwQDoubleSlider::setSingleStep(" << step << ")" << "is outside of valid bounds.";
+    if (!d->acceptsSingleStep(step))
         return;
-    }
     d->singleStep = step;
     d->updateOffset(d->value);
     // The integer slider is re-scaled silently: nothing changes in public units.
@@ -242,7 +220,7 @@ void CMwQDoubleSlider::setPageStep(double step)
 {
     Q_D(CMwQDoubleSlider);
     if (!std::isfinite(step)) {
-        warnIgnored("CMwQDoubleSlider::setPageStep", {step}, notFiniteReason);
+        d->warnRejected("setPageStep", {step}, notFiniteReason);
         return;
     }
     d->pageStep = step;
@@ -252,67 +230,34 @@ void CMwQDoubleSlider::setPageStep(double step)
 double CMwQDoubleSlider::minimum() const
 {
     Q_D(const CMwQDoubleSlider);
-    // Both ends are mapped and ordered, so a decreasing proxy still gives
-    // minimum() <= maximum().
-    return std::min(d->toValue(d->minimum), d->toValue(d->maximum));
+    return d->publicMinimum();
 }
 
 double CMwQDoubleSlider::maximum() const
 {
     Q_D(const CMwQDoubleSlider);
-    return std::max(d->toValue(d->minimum), d->toValue(d->maximum));
+    return d->publicMaximum();
 }
 
 void CMwQDoubleSlider::setMinimum(double minimum)
 {
-    Q_D(const CMwQDoubleSlider);
-    if (!std::isfinite(d->toSliderUnits(minimum))) {
-        warnIgnored("CMwQDoubleSlider::setMinimum", {minimum}, notFiniteReason);
-        return;
-    }
-    setRange(minimum, std::max(maximum(), minimum));
+    Q_D(CMwQDoubleSlider);
+    d->setPublicMinimum(minimum);
 }
 
 void CMwQDoubleSlider::setMaximum(double maximum)
 {
-    Q_D(const CMwQDoubleSlider);
-    if (!std::isfinite(d->toSliderUnits(maximum))) {
-        warnIgnored("CMwQDoubleSlider::setMaximum", {maximum}, notFiniteReason);
-        return;
-    }
-    setRange(std::min(minimum(), maximum), maximum);
+    Q_D(CMwQDoubleSlider);
+    d->setPublicMaximum(maximum);
 }
 
 void CMwQDoubleSlider::setRange(double min, double max)
 {
     Q_D(CMwQDoubleSlider);
-    double lo = d->toSliderUnits(min);
-    double hi = d->toSliderUnits(max);
-    // An infinite end has no integer to stand on and would turn the offsets
-    // into NaN; such a range is refused as a whole.
-    if (!std::isfinite(lo) || !std::isfinite(hi)) {
-        warnIgnored("CMwQDoubleSlider::setRange", {min, max}, notFiniteReason);
+    bool announce = false;
+    if (!d->setRange(min, max, &announce))
         return;
-    }
-    if (lo > hi)
-        std::swap(lo, hi);
-
-    const double oldMinimum = d->minimum;
-    const double oldMaximum = d->maximum;
-    d->minimum = lo;
-    d->maximum = hi;
-
-    if (d->value <= d->minimum)
-        d->updateOffset(d->minimum);
-    if (d->maximum <= d->value)
-        d->updateOffset(d->maximum);
-
-    const bool wasSettingRange = d->settingRange;
-    d->settingRange = true;
-    d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
-    d->settingRange = wasSettingRange;
-
-    if (!wasSettingRange && (oldMinimum != d->minimum || oldMaximum != d->maximum))
+    if (announce)
         Q_EMIT rangeChanged(minimum(), maximum());
 
     // The integer slider reports nothing when its value survives the new
@@ -323,17 +268,13 @@ void CMwQDoubleSlider::setRange(double min, double max)
 double CMwQDoubleSlider::tickInterval() const
 {
     Q_D(const CMwQDoubleSlider);
-    return d->slider->tickInterval() * d->singleStep;
+    return d->tickInterval();
 }
 
 void CMwQDoubleSlider::setTickInterval(double interval)
 {
     Q_D(CMwQDoubleSlider);
-    if (!std::isfinite(interval)) {
-        warnIgnored("CMwQDoubleSlider::setTickInterval", {interval}, notFiniteReason);
-        return;
-    }
-    d->slider->setTickInterval(d->toInteger(interval));
+    d->setTickInterval(interval);
 }
 
 QSlider::TickPosition CMwQDoubleSlider::tickPosition() const
@@ -369,17 +310,7 @@ Qt::Orientation CMwQDoubleSlider::orientation() const
 void CMwQDoubleSlider::setOrientation(Qt::Orientation orientation)
 {
     Q_D(CMwQDoubleSlider);
-    if (orientation == d->slider->orientation())
-        return;
-    // Like QSlider: a default policy turns with the slider, one set by the
-    // application stays as it was set.
-    if (!testAttribute(Qt::WA_WState_OwnSizePolicy)) {
-        QSizePolicy policy = sizePolicy();
-        policy.transpose();
-        setSizePolicy(policy);
-        setAttribute(Qt::WA_WState_OwnSizePolicy, false);
-    }
-    d->slider->setOrientation(orientation);
+    d->setOrientation(orientation);
 }
 
 CMwQDoubleSlider::TMwTickItemList CMwQDoubleSlider::tickItemList() const
@@ -391,8 +322,7 @@ CMwQDoubleSlider::TMwTickItemList CMwQDoubleSlider::tickItemList() const
 void CMwQDoubleSlider::setTickItemList(const TMwTickItemList &list)
 {
     Q_D(CMwQDoubleSlider);
-    d->tickItems = list;
-    d->rebuildTickItems();
+    d->setTickItemList(list);
 }
 
 QString CMwQDoubleSlider::handleToolTip() const
@@ -434,7 +364,7 @@ void CMwQDoubleSlider::setInvertedControls(bool inverted)
 bool CMwQDoubleSlider::isValidStep(double step) const
 {
     Q_D(const CMwQDoubleSlider);
-    return CMwQStepMapping::isValidStep(step, d->minimum, d->maximum);
+    return d->isValidStep(step);
 }
 
 void CMwQDoubleSlider::triggerAction(QAbstractSlider::SliderAction action)
@@ -458,17 +388,7 @@ CMwQValueProxy *CMwQDoubleSlider::valueProxy() const
 void CMwQDoubleSlider::setValueProxy(CMwQValueProxy *proxy)
 {
     Q_D(CMwQDoubleSlider);
-    if (d->valueProxy == proxy)
-        return;
-    onValueProxyAboutToBeModified();
-    if (d->valueProxy)
-        disconnect(d->valueProxy.data(), nullptr, this, nullptr);
-    d->valueProxy = proxy;
-    if (proxy) {
-        connect(proxy, SIGNAL(proxyAboutToBeModified()), this, SLOT(onValueProxyAboutToBeModified()));
-        connect(proxy, SIGNAL(proxyModified()), this, SLOT(onValueProxyModified()));
-    }
-    onValueProxyModified();
+    d->setValueProxy(proxy);
 }
 
 void CMwQDoubleSlider::onValueChanged(int value)
@@ -492,45 +412,19 @@ void CMwQDoubleSlider::onSliderMoved(int position)
 void CMwQDoubleSlider::onRangeChanged(int min, int max)
 {
     Q_D(CMwQDoubleSlider);
-    if (d->settingRange)
-        return;
-    const double a = d->toValue(d->fromInteger(min));
-    const double b = d->toValue(d->fromInteger(max));
-    if (!std::isfinite(d->toSliderUnits(a)) || !std::isfinite(d->toSliderUnits(b))) {
-        // A range with no finite double counterpart cannot be followed; the
-        // inner slider is put back on ours so that the two never disagree.
-        warnIgnored("CMwQDoubleSlider::onRangeChanged", {double(min), double(max)},
-                    restoredRangeReason);
-        d->settingRange = true;
-        d->slider->setRange(d->toInteger(d->minimum), d->toInteger(d->maximum));
-        d->settingRange = false;
-        return;
-    }
-    setRange(a, b);
+    d->innerRangeChanged(min, max, d->offset, d->offset);
 }
 
 void CMwQDoubleSlider::onValueProxyAboutToBeModified()
 {
     Q_D(CMwQDoubleSlider);
-    d->slider->setProperty("inputValue", value());
-    d->slider->setProperty("inputMinimum", minimum());
-    d->slider->setProperty("inputMaximum", maximum());
+    d->saveInputs();
 }
 
 void CMwQDoubleSlider::onValueProxyModified()
 {
     Q_D(CMwQDoubleSlider);
-    // The public range, value and ticks stay; the integer slider moves under
-    // them, and nothing is announced.
-    const bool wasBlocked = blockSignals(true);
-    const bool wasSettingRange = d->settingRange;
-    d->settingRange = true;
-    setRange(d->slider->property("inputMinimum").toDouble(),
-             d->slider->property("inputMaximum").toDouble());
-    d->settingRange = wasSettingRange;
-    setValue(d->slider->property("inputValue").toDouble());
-    d->rebuildTickItems();
-    blockSignals(wasBlocked);
+    d->reapplyInputs();
 }
 
 bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)

@@ -1,10 +1,9 @@
 #ifndef VEL_QT_WIDGETS_CMWQDOUBLESLIDER_P_H
 #define VEL_QT_WIDGETS_CMWQDOUBLESLIDER_P_H
 
-#include <vel_qt_widgets/CMwQDoubleSlider.h>
-#include <vel_qt_widgets/CMwQValueProxy.h>
+#include "cmwqstepmapping_p.h"
 
-#include <QtCore/QPointer>
+#include <vel_qt_widgets/CMwQDoubleSlider.h>
 
 /*!
     The integer slider inside CMwQDoubleSlider. It adds nothing to CMwQSlider;
@@ -19,39 +18,32 @@ public:
     ~CMwQSliderEx() override;
 };
 
-class CMwQDoubleSliderPrivate
+class CMwQDoubleSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleSlider)
 
 public:
-    CMwQDoubleSliderPrivate() = default;
-    virtual ~CMwQDoubleSliderPrivate();
+    CMwQDoubleSliderPrivate();
+    ~CMwQDoubleSliderPrivate() override;
 
     void init();
 
-    // The step mapping with this slider's step and offset.
-    int toInteger(double v) const;
-    double fromInteger(int i) const;
+    // The step mapping with this slider's one offset.
+    using CMwQStepMappedSliderPrivate::safeFromInteger;
     double safeFromInteger(int i) const;
     void updateOffset(double v);
 
-    double toSliderUnits(double value) const;
-    double toValue(double sliderUnits) const;
-
-    void rebuildTickItems();
-
-    CMwQDoubleSlider *q_ptr = nullptr;
     CMwQSlider *slider = nullptr;
-    QString handleToolTip;
-    double minimum = 0.0;
-    double maximum = 100.0;
-    bool settingRange = false;
     double offset = 0.0;
-    double singleStep = 1.0;
     double pageStep = 10.0;
     double value = 0.0;
-    CMwQDoubleSlider::TMwTickItemList tickItems;
-    QPointer<CMwQValueProxy> valueProxy;
+
+protected:
+    CMwQSlider *innerSlider() const override;
+    void applyPublicRange(double min, double max) override;
+    void followRange() override;
+    void saveValues() override;
+    void reapplyValues() override;
 };
 
 #endif // VEL_QT_WIDGETS_CMWQDOUBLESLIDER_P_H

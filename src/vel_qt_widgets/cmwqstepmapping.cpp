@@ -1,8 +1,12 @@
 #include "cmwqstepmapping_p.h"
 
 #include <QtCore/QDebug>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QStyleOptionSlider>
+#include <QtWidgets/QWidget>
+
+#include <algorithm>
 
 namespace CMwQStepMapping {
 
@@ -61,3 +65,278 @@ const char *const notFiniteReason = "is not finite in slider units and is ignore
 const char *const restoredRangeReason = "has no finite range in values; the previous range is restored.";
 
 } // namespace CMwQStepMapping
+
+CMwQStepMappedSliderPrivate::CMwQStepMappedSliderPrivate(const char *className)
+    : className(className)
+{
+}
+
+CMwQStepMappedSliderPrivate::~CMwQStepMappedSliderPrivate() = default;
+
+void CMwQStepMappedSliderPrivate::embedInnerSlider()
+{
+    QWidget *q = q_ptr;
+    CMwQSlider *inner = innerSlider();
+    auto *layout = new QHBoxLayout(q);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(inner);
+
+    minimum = inner->minimum();
+    maximum = inner->maximum();
+    singleStep = inner->singleStep();
+
+    // The slider's policy becomes ours but still counts as the default, so
+    // that setOrientation() keeps transposing it.
+    q->setSizePolicy(inner->sizePolicy());
+    q->setAttribute(Qt::WA_WState_OwnSizePolicy, false);
+}
+
+int CMwQStepMappedSliderPrivate::toInteger(double v) const
+{
+    return CMwQStepMapping::toInteger(v, singleStep);
+}
+
+double CMwQStepMappedSliderPrivate::fromInteger(int i, double offset) const
+{
+    return CMwQStepMapping::fromInteger(i, offset, singleStep);
+}
+
+double CMwQStepMappedSliderPrivate::safeFromInteger(int i, double offset) const
+{
+    return CMwQStepMapping::safeFromInteger(i, offset, singleStep, minimum, maximum);
+}
+
+double CMwQStepMappedSliderPrivate::offsetFor(double v) const
+{
+    return CMwQStepMapping::offsetFor(v, singleStep);
+}
+
+double CMwQStepMappedSliderPrivate::toSliderUnits(double value) const
+{
+    return CMwQStepMapping::toSliderUnits(valueProxy, value);
+}
+
+double CMwQStepMappedSliderPrivate::toValue(double sliderUnits) const
+{
+    return CMwQStepMapping::toValue(valueProxy, sliderUnits);
+}
+
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double value,
+                                                   double *units) const
+{
+    *units = toSliderUnits(value);
+    if (!std::isnan(*units))
+        return true;
+    warnRejected(function, {value}, CMwQStepMapping::notANumberReason);
+    return false;
+}
+
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double a, double b,
+                                                   double *unitsA, double *unitsB) const
+{
+    *unitsA = toSliderUnits(a);
+    *unitsB = toSliderUnits(b);
+    if (!std::isnan(*unitsA) && !std::isnan(*unitsB))
+        return true;
+    warnRejected(function, {a, b}, CMwQStepMapping::notANumberReason);
+    return false;
+}
+
+bool CMwQStepMappedSliderPrivate::movedBeyondNoise(double now, double before) const
+{
+    return std::abs(now - before) > singleStep * 1e-9;
+}
+
+double CMwQStepMappedSliderPrivate::publicMinimum() const
+{
+    return std::min(toValue(minimum), toValue(maximum));
+}
+
+double CMwQStepMappedSliderPrivate::publicMaximum() const
+{
+    return std::max(toValue(minimum), toValue(maximum));
+}
+
+void CMwQStepMappedSliderPrivate::setPublicMinimum(double end)
+{
+    if (!std::isfinite(toSliderUnits(end))) {
+        warnRejected("setMinimum", {end}, CMwQStepMapping::notFiniteReason);
+        return;
+    }
+    applyPublicRange(end, std::max(publicMaximum(), end));
+}
+
+void CMwQStepMappedSliderPrivate::setPublicMaximum(double end)
+{
+    if (!std::isfinite(toSliderUnits(end))) {
+        warnRejected("setMaximum", {end}, CMwQStepMapping::notFiniteReason);
+        return;
+    }
+    applyPublicRange(std::min(publicMinimum(), end), end);
+}
+
+bool CMwQStepMappedSliderPrivate::setRange(double min, double max, bool *announce)
+{
+    double lo = toSliderUnits(min);
+    double hi = toSliderUnits(max);
+    // An infinite end has no integer to stand on and would turn the offsets
+    // into NaN; such a range is refused as a whole.
+    if (!std::isfinite(lo) || !std::isfinite(hi)) {
+        warnRejected("setRange", {min, max}, CMwQStepMapping::notFiniteReason);
+        return false;
+    }
+    if (lo > hi)
+        std::swap(lo, hi);
+
+    const double oldMinimum = minimum;
+    const double oldMaximum = maximum;
+    minimum = lo;
+    maximum = hi;
+    followRange();
+
+    const bool wasSettingRange = settingRange;
+    applyInnerRange();
+    *announce = !wasSettingRange && (oldMinimum != minimum || oldMaximum != maximum);
+    return true;
+}
+
+void CMwQStepMappedSliderPrivate::applyInnerRange()
+{
+    const bool wasSettingRange = settingRange;
+    settingRange = true;
+    innerSlider()->setRange(toInteger(minimum), toInteger(maximum));
+    settingRange = wasSettingRange;
+}
+
+void CMwQStepMappedSliderPrivate::innerRangeChanged(int min, int max, double minimumOffset,
+                                                    double maximumOffset)
+{
+    if (settingRange)
+        return;
+    const double a = toValue(fromInteger(min, minimumOffset));
+    const double b = toValue(fromInteger(max, maximumOffset));
+    if (!std::isfinite(toSliderUnits(a)) || !std::isfinite(toSliderUnits(b))) {
+        // A range with no finite double counterpart cannot be followed; the
+        // inner slider is put back on ours so that the two never disagree.
+        warnRejected("onRangeChanged", {double(min), double(max)},
+                     CMwQStepMapping::restoredRangeReason);
+        applyInnerRange();
+        return;
+    }
+    applyPublicRange(a, b);
+}
+
+bool CMwQStepMappedSliderPrivate::isValidStep(double step) const
+{
+    return CMwQStepMapping::isValidStep(step, minimum, maximum);
+}
+
+bool CMwQStepMappedSliderPrivate::acceptsSingleStep(double step) const
+{
+    if (isValidStep(step))
+        return true;
+    qWarning() << (QByteArray(className) + "::setSingleStep(").constData() << step << ")"
+               << "is outside of valid bounds.";
+    return false;
+}
+
+double CMwQStepMappedSliderPrivate::tickInterval() const
+{
+    return innerSlider()->tickInterval() * singleStep;
+}
+
+void CMwQStepMappedSliderPrivate::setTickInterval(double interval)
+{
+    if (!std::isfinite(interval)) {
+        warnRejected("setTickInterval", {interval}, CMwQStepMapping::notFiniteReason);
+        return;
+    }
+    innerSlider()->setTickInterval(toInteger(interval));
+}
+
+void CMwQStepMappedSliderPrivate::setTickItemList(const CMwQDoubleSlider::TMwTickItemList &list)
+{
+    tickItems = list;
+    rebuildTickItems();
+}
+
+void CMwQStepMappedSliderPrivate::rebuildTickItems()
+{
+    CMwQSlider::TMwTickItemList items;
+    items.reserve(tickItems.size());
+    for (const CMwQDoubleSlider::SMwTickItem &item : qAsConst(tickItems)) {
+        const double units = toSliderUnits(item.value);
+        if (std::isnan(units)) {
+            // Kept in tickItemList(), but there is no place to draw it.
+            warnRejected("setTickItemList", {item.value}, CMwQStepMapping::notANumberReason);
+            continue;
+        }
+        items.append({toInteger(units), item.tickPosition, item.text});
+    }
+    innerSlider()->setTickItemList(items);
+}
+
+void CMwQStepMappedSliderPrivate::setOrientation(Qt::Orientation orientation)
+{
+    QWidget *q = q_ptr;
+    CMwQSlider *inner = innerSlider();
+    if (orientation == inner->orientation())
+        return;
+    // Like QSlider: a default policy turns with the slider, one set by the
+    // application stays as it was set.
+    if (!q->testAttribute(Qt::WA_WState_OwnSizePolicy)) {
+        QSizePolicy policy = q->sizePolicy();
+        policy.transpose();
+        q->setSizePolicy(policy);
+        q->setAttribute(Qt::WA_WState_OwnSizePolicy, false);
+    }
+    inner->setOrientation(orientation);
+}
+
+void CMwQStepMappedSliderPrivate::setValueProxy(CMwQValueProxy *proxy)
+{
+    if (valueProxy == proxy)
+        return;
+    QWidget *q = q_ptr;
+    saveInputs();
+    if (valueProxy)
+        QObject::disconnect(valueProxy.data(), nullptr, q, nullptr);
+    valueProxy = proxy;
+    if (proxy) {
+        QObject::connect(proxy, SIGNAL(proxyAboutToBeModified()), q,
+                         SLOT(onValueProxyAboutToBeModified()));
+        QObject::connect(proxy, SIGNAL(proxyModified()), q, SLOT(onValueProxyModified()));
+    }
+    reapplyInputs();
+}
+
+void CMwQStepMappedSliderPrivate::saveInputs()
+{
+    saveValues();
+    innerSlider()->setProperty("inputMinimum", publicMinimum());
+    innerSlider()->setProperty("inputMaximum", publicMaximum());
+}
+
+void CMwQStepMappedSliderPrivate::reapplyInputs()
+{
+    // The public range, values and ticks stay; the integer slider moves under
+    // them, and nothing is announced.
+    QWidget *q = q_ptr;
+    const bool wasBlocked = q->blockSignals(true);
+    const bool wasSettingRange = settingRange;
+    settingRange = true;
+    applyPublicRange(innerSlider()->property("inputMinimum").toDouble(),
+                     innerSlider()->property("inputMaximum").toDouble());
+    settingRange = wasSettingRange;
+    reapplyValues();
+    rebuildTickItems();
+    q->blockSignals(wasBlocked);
+}
+
+void CMwQStepMappedSliderPrivate::warnRejected(const char *function,
+                                               std::initializer_list<double> arguments,
+                                               const char *reason) const
+{
+    CMwQStepMapping::warnIgnored((QByteArray(className) + "::" + function).constData(), arguments,
+                                 reason);
+}
