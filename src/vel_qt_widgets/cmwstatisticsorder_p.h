@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
 #define VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
 
+#include <vel_qt_widgets/vel_qt_widgets_export.h>
+
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 
@@ -72,6 +74,12 @@ void boundedMergeSort(T *first, qint64 n, Less less)
 // receives how many come before them. Shared with the ready model, which
 // groups rows in the same order.
 QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount = nullptr);
+
+// QVectorCalcStatistics without its shortcut for columns of one numeric
+// type: the reference the shortcut must agree with to the bit.
+VEL_QT_WIDGETS_EXPORT void generalStatistics(const QVector<QVariant> &values, double &count,
+                                             double &distinct, double &min, double &max,
+                                             double &mean, double &stdev);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);
