@@ -1,3 +1,4 @@
+#include "cmwgridtablemodel_p.h"
 #include "cmwstatisticsorder_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
@@ -50,6 +51,10 @@ public:
         return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
     }
     int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
+    static const CMwGridTableModelPrivate *of(const CMwGridTableModel *model)
+    {
+        return model->d.get();
+    }
 
     void buildGroups();
     void clearGroups();
@@ -70,6 +75,20 @@ public:
     QVector<int> rowInGroup;
     mutable QVector<QVector<QVariant>> stats;
 };
+
+namespace vel {
+
+int gridTableRecord(const CMwGridTableModel *model, const QModelIndex &index)
+{
+    return CMwGridTableModelPrivate::of(model)->recordOf(index);
+}
+
+const QVariant &gridTableCell(const CMwGridTableModel *model, int record, int column)
+{
+    return CMwGridTableModelPrivate::of(model)->columns.at(column).at(record);
+}
+
+} // namespace vel
 
 void CMwGridTableModelPrivate::clearGroups()
 {
