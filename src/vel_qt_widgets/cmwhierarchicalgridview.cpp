@@ -1,6 +1,7 @@
 #include "cmwhierarchicalgridview_p.h"
 
 #include "cmwselectedrows_p.h"
+#include "cmwstatisticsorder_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -407,10 +408,9 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
             // selectedRows(column) lists the rows of selectedRows(0) in the
             // same order (a row counts as selected whatever the column asked
             // for), so the rows are found once for all columns.
-            const QVector<QVariant> cells = rows.displayColumn(column);
             double results[statisticsRows];
-            QVectorCalcStatistics(cells, results[0], results[1], results[2], results[3],
-                                  results[4], results[5]);
+            vel::calcStatistics(rows.displayCells(column), results[0], results[1], results[2],
+                                results[3], results[4], results[5]);
             for (int i = 0; i < statisticsRows; ++i)
                 values[i] = results[i];
         } else {

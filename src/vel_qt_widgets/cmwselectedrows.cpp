@@ -161,32 +161,47 @@ int SelectedRows::sourceColumn(Parent &parent, int column)
 QVector<QVariant> SelectedRows::displayColumn(int column)
 {
     QVector<QVariant> cells;
+    const std::vector<const QVariant *> &pointers = displayCells(column);
+    cells.reserve(int(pointers.size()));
+    for (const QVariant *cell : pointers)
+        cells.append(*cell);
+    return cells;
+}
+
+const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
+{
+    m_cells.clear();
+    m_copies.clear();
     if (m_rows.empty())
-        return cells;
+        return m_cells;
     if (!m_mapped)
         mapToSource();
-    cells.reserve(int(m_rows.size()));
+    m_cells.reserve(m_rows.size());
+    auto copy = [this](QVariant &&value) {
+        m_copies.push_back(std::move(value));
+        m_cells.push_back(&m_copies.back());
+    };
     for (size_t i = 0; i < m_rows.size(); ++i) {
         const Row &row = m_rows[i];
         Parent &parent = m_parents[row.parent];
         // An index the model does not have reads as an empty cell.
         if (column < 0 || column >= parent.columns) {
-            cells.append(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
+            copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
             continue;
         }
         const int sourceRow = m_source ? m_sourceRows[i] : -1;
         const int sourceCol = sourceRow >= 0 ? sourceColumn(parent, column) : -1;
         if (sourceCol < 0) {
-            cells.append(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
+            copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
         } else if (m_table && m_records[i] >= 0) {
-            cells.append(gridTableCell(m_table, m_records[i], sourceCol));
+            m_cells.push_back(&gridTableCell(m_table, m_records[i], sourceCol));
         } else {
             const QModelIndex source = m_source->index(sourceRow, sourceCol, parent.source);
             // The proxy answers an empty cell where the source has no index.
-            cells.append(source.isValid() ? m_source->data(source, Qt::DisplayRole) : QVariant());
+            copy(source.isValid() ? m_source->data(source, Qt::DisplayRole) : QVariant());
         }
     }
-    return cells;
+    return m_cells;
 }
 
 } // namespace vel

@@ -7,6 +7,7 @@
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 
+#include <deque>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
@@ -42,6 +43,11 @@ public:
     // selectedRows(column).at(i).data() returns.
     QVector<QVariant> displayColumn(int column);
 
+    // The same data in place: pointers into the model's own storage where it
+    // can be read directly, otherwise to copies kept here. Valid until the
+    // next call, while the model does not change.
+    const std::vector<const QVariant *> &displayCells(int column);
+
 private:
     struct Parent
     {
@@ -74,6 +80,10 @@ private:
     // CMwGridTableModel, its record (-1: ask data()).
     std::vector<int> m_sourceRows;
     std::vector<int> m_records;
+
+    std::vector<const QVariant *> m_cells;
+    // Cells read through data(); a deque keeps each where it was put.
+    std::deque<QVariant> m_copies;
 };
 
 } // namespace vel

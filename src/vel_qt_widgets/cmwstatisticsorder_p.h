@@ -81,6 +81,12 @@ VEL_QT_WIDGETS_EXPORT void generalStatistics(const QVector<QVariant> &values, do
                                              double &distinct, double &min, double &max,
                                              double &mean, double &stdev);
 
+// QVectorCalcStatistics of *values[0], *values[1], ...: the same results,
+// without copying the values into a vector first.
+VEL_QT_WIDGETS_EXPORT void calcStatistics(const std::vector<const QVariant *> &values,
+                                          double &count, double &distinct, double &min,
+                                          double &max, double &mean, double &stdev);
+
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);
 

@@ -14,6 +14,23 @@
 
 namespace {
 
+// The statistics read their values through one of these: a vector of
+// values, or pointers to values that stay where they are (the grid's cells
+// in the model, read without copying a million QVariants).
+struct VectorCells
+{
+    const QVector<QVariant> &values;
+    int size() const { return values.size(); }
+    const QVariant &at(int i) const { return values.at(i); }
+};
+
+struct PointerCells
+{
+    const std::vector<const QVariant *> &values;
+    int size() const { return int(values.size()); }
+    const QVariant &at(int i) const { return *values[static_cast<size_t>(i)]; }
+};
+
 // One value reduced to what the ordering looks at, so that a million values
 // sort without touching QVariant in the comparator. Ordering: rank first
 // (valid types by type number, NaN after the other doubles, invalid values
@@ -202,7 +219,8 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
 
 // The values' keys in the statistics' order. \a textOf (if given) receives,
 // per position, the number of the distinct text there, -1 for other types.
-std::vector<SortKey> sortedKeys(const QVector<QVariant> &values, QVector<int> *textOfOut = nullptr)
+template <typename Cells>
+std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = nullptr)
 {
     const int n = values.size();
     std::vector<SortKey> keys(static_cast<size_t>(n));
@@ -292,7 +310,7 @@ bool isStatisticsNumeric(const QVariant &value)
 
 QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount)
 {
-    const std::vector<SortKey> keys = sortedKeys(values);
+    const std::vector<SortKey> keys = sortedKeys(VectorCells{values});
     QVector<int> order(int(keys.size()));
     int valid = 0;
     for (int i = 0; i < order.size(); ++i) {
@@ -372,7 +390,8 @@ inline quint64 bitsOf(double d)
 // sorted as plain 64-bit items; the walk below is the general one's, step
 // for step, so every result is the same to the bit. Returns false, having
 // set nothing, for any other column.
-bool scalarStatistics(const QVector<QVariant> &values, double &count, double &distinct,
+template <typename Cells>
+bool scalarStatistics(const Cells &values, double &count, double &distinct,
                       double &min, double &max, double &mean, double &stdev)
 {
     int type = QMetaType::UnknownType;
@@ -380,7 +399,8 @@ bool scalarStatistics(const QVector<QVariant> &values, double &count, double &di
     items.reserve(static_cast<size_t>(values.size()));
     // NaN orders after every other double, in position order.
     std::vector<double> nans;
-    for (const QVariant &v : values) {
+    for (int i = 0, size = values.size(); i < size; ++i) {
+        const QVariant &v = values.at(i);
         const int t = v.userType();
         if (t == QMetaType::UnknownType)
             continue;
@@ -496,12 +516,9 @@ bool scalarStatistics(const QVector<QVariant> &values, double &count, double &di
     return true;
 }
 
-} // namespace
-
-namespace vel {
-
-void generalStatistics(const QVector<QVariant> &values, double &count, double &distinct,
-                       double &min, double &max, double &mean, double &stdev)
+template <typename Cells>
+void generalStatisticsOf(const Cells &values, double &count, double &distinct, double &min,
+                         double &max, double &mean, double &stdev)
 {
     count = 0;
     distinct = 0;
@@ -509,7 +526,7 @@ void generalStatistics(const QVector<QVariant> &values, double &count, double &d
     max = 0;
     mean = 0;
     stdev = 0;
-    if (values.isEmpty())
+    if (values.size() == 0)
         return;
 
     distinct = 1;
@@ -567,10 +584,9 @@ void generalStatistics(const QVector<QVariant> &values, double &count, double &d
     }
 }
 
-} // namespace vel
-
-void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, double &distinct,
-                           double &min, double &max, double &mean, double &stdev)
+template <typename Cells>
+void statisticsOf(const Cells &values, double &count, double &distinct, double &min, double &max,
+                  double &mean, double &stdev)
 {
     count = 0;
     distinct = 0;
@@ -578,8 +594,32 @@ void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, doubl
     max = 0;
     mean = 0;
     stdev = 0;
-    if (values.isEmpty())
+    if (values.size() == 0)
         return;
     if (!scalarStatistics(values, count, distinct, min, max, mean, stdev))
-        vel::generalStatistics(values, count, distinct, min, max, mean, stdev);
+        generalStatisticsOf(values, count, distinct, min, max, mean, stdev);
+}
+
+} // namespace
+
+namespace vel {
+
+void generalStatistics(const QVector<QVariant> &values, double &count, double &distinct,
+                       double &min, double &max, double &mean, double &stdev)
+{
+    generalStatisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
+}
+
+void calcStatistics(const std::vector<const QVariant *> &values, double &count, double &distinct,
+                    double &min, double &max, double &mean, double &stdev)
+{
+    statisticsOf(PointerCells{values}, count, distinct, min, max, mean, stdev);
+}
+
+} // namespace vel
+
+void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, double &distinct,
+                           double &min, double &max, double &mean, double &stdev)
+{
+    statisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
 }
