@@ -172,11 +172,17 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
 {
     m_cells.clear();
     m_copies.clear();
+    m_numbers.ofCell.clear();
+    m_hasNumbers = false;
     if (m_rows.empty())
         return m_cells;
     if (!m_mapped)
         mapToSource();
     m_cells.reserve(m_rows.size());
+    // The table's numbers for the texts of the column, when every cell is
+    // read from the table (numbers and hashed texts are not mixed).
+    const QVector<int> *tableNumbers = nullptr;
+    int tableNumberCount = 0;
     auto copy = [this](QVariant &&value) {
         m_copies.push_back(std::move(value));
         m_cells.push_back(&m_copies.back());
@@ -195,11 +201,21 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
             copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
         } else if (m_table && m_records[i] >= 0) {
             m_cells.push_back(&gridTableCell(m_table, m_records[i], sourceCol));
+            if (!tableNumbers)
+                tableNumbers = &gridTableTextNumbers(m_table, sourceCol, &tableNumberCount);
         } else {
             const QModelIndex source = m_source->index(sourceRow, sourceCol, parent.source);
             // The proxy answers an empty cell where the source has no index.
             copy(source.isValid() ? m_source->data(source, Qt::DisplayRole) : QVariant());
         }
+    }
+    // Under a proxy every cell of a column comes from one source column.
+    if (tableNumbers && m_copies.empty() && !tableNumbers->isEmpty()) {
+        m_numbers.count = tableNumberCount;
+        m_numbers.ofCell.reserve(m_rows.size());
+        for (size_t i = 0; i < m_rows.size(); ++i)
+            m_numbers.ofCell.push_back(tableNumbers->at(m_records[i]));
+        m_hasNumbers = true;
     }
     return m_cells;
 }

@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
 #define VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
 
+#include "cmwstatisticsorder_p.h"
+
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
 #include <QtCore/QModelIndex>
@@ -48,6 +50,10 @@ public:
     // next call, while the model does not change.
     const std::vector<const QVariant *> &displayCells(int column);
 
+    // For the last displayCells(): the texts' numbers when the model had them
+    // ready for every cell, otherwise null.
+    const TextNumbers *textNumbers() const { return m_hasNumbers ? &m_numbers : nullptr; }
+
 private:
     struct Parent
     {
@@ -84,6 +90,8 @@ private:
     std::vector<const QVariant *> m_cells;
     // Cells read through data(); a deque keeps each where it was put.
     std::deque<QVariant> m_copies;
+    TextNumbers m_numbers;
+    bool m_hasNumbers = false;
 };
 
 } // namespace vel

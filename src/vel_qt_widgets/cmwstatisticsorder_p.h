@@ -81,11 +81,22 @@ VEL_QT_WIDGETS_EXPORT void generalStatistics(const QVector<QVariant> &values, do
                                              double &distinct, double &min, double &max,
                                              double &mean, double &stdev);
 
+// Numbers for the texts among some values, worked out where the values
+// live: per value, a number that two values share exactly when both are
+// texts and equal (-1 for a value that is not a text), all below count.
+struct TextNumbers
+{
+    std::vector<int> ofCell;
+    int count = 0;
+};
+
 // QVectorCalcStatistics of *values[0], *values[1], ...: the same results,
-// without copying the values into a vector first.
+// without copying the values into a vector first, and without hashing the
+// texts when \a textNumbers (if given) numbers them.
 VEL_QT_WIDGETS_EXPORT void calcStatistics(const std::vector<const QVariant *> &values,
-                                          double &count, double &distinct, double &min,
-                                          double &max, double &mean, double &stdev);
+                                          const TextNumbers *textNumbers, double &count,
+                                          double &distinct, double &min, double &max,
+                                          double &mean, double &stdev);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);

@@ -22,13 +22,18 @@ struct VectorCells
     const QVector<QVariant> &values;
     int size() const { return values.size(); }
     const QVariant &at(int i) const { return values.at(i); }
+    const int *textNumbers() const { return nullptr; }
+    int textNumberCount() const { return 0; }
 };
 
 struct PointerCells
 {
     const std::vector<const QVariant *> &values;
+    const vel::TextNumbers *numbers;
     int size() const { return int(values.size()); }
     const QVariant &at(int i) const { return *values[static_cast<size_t>(i)]; }
+    const int *textNumbers() const { return numbers ? numbers->ofCell.data() : nullptr; }
+    int textNumberCount() const { return numbers ? numbers->count : 0; }
 };
 
 // One value reduced to what the ordering looks at, so that a million values
@@ -228,6 +233,10 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
     QHash<QString, int> textIds;
     QVector<QString> texts;
     QVector<int> textOf;
+    // Texts numbered beforehand need no hashing here: a text's first
+    // appearance by position still gives it its number.
+    const int *numbers = values.textNumbers();
+    std::vector<int> numberedAs(numbers ? static_cast<size_t>(values.textNumberCount()) : 0, -1);
 
     for (int i = 0; i < n; ++i) {
         const QVariant &v = values.at(i);
@@ -262,6 +271,15 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
             if (textOf.isEmpty())
                 textOf.fill(-1, n);
             const QString &text = *static_cast<const QString *>(v.constData());
+            if (numbers) {
+                int &number = numberedAs[static_cast<size_t>(numbers[i])];
+                if (number < 0) {
+                    number = texts.size();
+                    texts.append(text);
+                }
+                textOf[i] = number;
+                break;
+            }
             auto it = textIds.constFind(text);
             if (it == textIds.constEnd()) {
                 it = textIds.insert(text, texts.size());
@@ -610,10 +628,11 @@ void generalStatistics(const QVector<QVariant> &values, double &count, double &d
     generalStatisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
 }
 
-void calcStatistics(const std::vector<const QVariant *> &values, double &count, double &distinct,
-                    double &min, double &max, double &mean, double &stdev)
+void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,
+                    double &count, double &distinct, double &min, double &max, double &mean,
+                    double &stdev)
 {
-    statisticsOf(PointerCells{values}, count, distinct, min, max, mean, stdev);
+    statisticsOf(PointerCells{values, textNumbers}, count, distinct, min, max, mean, stdev);
 }
 
 } // namespace vel
