@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <numeric>
 
 namespace {
@@ -64,21 +65,38 @@ void radixSort(std::vector<SortKey> &keys)
     if (n < 2)
         return;
     constexpr int digits = 12;
-    std::vector<std::array<size_t, 256>> counts(digits);
+    // A digit that all keys share orders nothing: only the others are
+    // counted and passed over (texts, for one, differ in two bytes of twelve).
+    quint64 bitsDiffer = 0;
+    quint32 rankDiffers = 0;
+    for (const SortKey &key : keys) {
+        bitsDiffer |= key.bits ^ keys.front().bits;
+        rankDiffers |= key.rank ^ keys.front().rank;
+    }
+    int varying[digits];
+    int varyingCount = 0;
+    for (int digit = 0; digit < digits; ++digit) {
+        const quint32 differs = digit < 8 ? quint32(bitsDiffer >> (8 * digit)) & 0xffu
+                                          : (rankDiffers >> (8 * (digit - 8))) & 0xffu;
+        if (differs)
+            varying[varyingCount++] = digit;
+    }
+    if (varyingCount == 0)
+        return;
+    std::vector<std::array<size_t, 256>> counts(static_cast<size_t>(varyingCount));
     for (auto &count : counts)
         count.fill(0);
     for (const SortKey &key : keys) {
-        for (int digit = 0; digit < digits; ++digit)
-            ++counts[digit][keyByte(key, digit)];
+        for (int v = 0; v < varyingCount; ++v)
+            ++counts[static_cast<size_t>(v)][keyByte(key, varying[v])];
     }
-    std::vector<SortKey> buffer(n);
+    // Every slot is written before it is read.
+    std::unique_ptr<SortKey[]> buffer(new SortKey[n]);
     SortKey *src = keys.data();
-    SortKey *dst = buffer.data();
-    for (int digit = 0; digit < digits; ++digit) {
-        std::array<size_t, 256> &count = counts[digit];
-        // A digit that all keys share orders nothing.
-        if (count[keyByte(src[0], digit)] == n)
-            continue;
+    SortKey *dst = buffer.get();
+    for (int v = 0; v < varyingCount; ++v) {
+        const int digit = varying[v];
+        std::array<size_t, 256> &count = counts[static_cast<size_t>(v)];
         size_t offset = 0;
         for (size_t &c : count) {
             const size_t here = c;
