@@ -169,6 +169,7 @@ private Q_SLOTS:
     void gridStatisticsMatchReference_data();
     void gridStatisticsMatchReference();
     void limitStopsEarly();
+    void toggleUnderOneParent();
     void emptyAndMissing();
 
 private:
@@ -359,6 +360,46 @@ void tst_SelectedRows::limitStopsEarly()
     // Only part of row 7 deselected: the row is no longer selected.
     selection.select(model.index(7, 1), QItemSelectionModel::Deselect);
     QCOMPARE(vel::SelectedRows(&selection).count(), 4);
+}
+
+// Qt's isRowSelected() drops a row number that the last toggle turned off
+// under one parent from every parent; the rows read must drop it too.
+void tst_SelectedRows::toggleUnderOneParent()
+{
+    QStandardItemModel model;
+    for (int p = 0; p < 2; ++p) {
+        auto *parent = new QStandardItem(QStringLiteral("p%1").arg(p));
+        for (int c = 0; c < 3; ++c)
+            parent->appendRow({new QStandardItem(QString::number(p * 10 + c)), new QStandardItem});
+        model.appendRow(parent);
+    }
+    const QModelIndex first = model.index(0, 0);
+    const QModelIndex second = model.index(1, 0);
+    QItemSelectionModel selection(&model);
+    for (const QModelIndex &parent : {first, second}) {
+        selection.select(QItemSelection(model.index(0, 0, parent), model.index(2, 1, parent)),
+                         QItemSelectionModel::Select);
+    }
+    selection.select(model.index(1, 0, first), QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+    // Row 1 of the second parent is still in the selection...
+    QVERIFY(selection.isSelected(model.index(1, 0, second)));
+    // ...but not among the selected rows.
+    QCOMPARE(selection.selectedRows(0).size(), 4);
+    vel::SelectedRows rows(&selection);
+    QCOMPARE(rows.count(), 4);
+    const QVector<QVariant> cells = rows.displayColumn(0);
+    QCOMPARE(cells, referenceColumn(&selection, 0));
+    QStringList texts;
+    for (const QVariant &cell : cells)
+        texts << cell.toString();
+    texts.sort();
+    QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("0 10 12 2"));
+
+    // The next command merges the toggle: row 1 of the second parent is back.
+    selection.select(model.index(0, 0), QItemSelectionModel::Select);
+    QCOMPARE(vel::SelectedRows(&selection).count(), selection.selectedRows(0).size());
+    QString message;
+    QVERIFY2(compareWithReference(&selection, &message), qPrintable(message));
 }
 
 void tst_SelectedRows::emptyAndMissing()

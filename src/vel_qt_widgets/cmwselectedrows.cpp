@@ -44,12 +44,12 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
     m_model = selection->model();
 
     const bool flat = knownFlat(m_model);
-    // isRowSelected() answers false for a row number that both a pending
-    // toggle (a Current selection) and an earlier range contain where they
-    // overlap, whatever the parent asked for; so under a tree the answer for
-    // a wholly selected row is asked once per row number (1: selected,
-    // 0: not, -1: not asked yet). In a flat model such a row cannot be
-    // wholly selected, so nothing needs asking.
+    // isRowSelected() answers false for a row number where the last toggle
+    // (not yet merged into the earlier ranges) overlaps one of those ranges,
+    // whatever the parent asked for; so under a tree the answer for a wholly
+    // selected row is asked once per row number (1: selected, 0: not, -1: not
+    // asked yet). In a flat model the toggled-off cells lie in the row itself,
+    // which then is not wholly selected, so nothing needs asking.
     std::vector<signed char> byRowNumber;
     QHash<QModelIndex, int> parentSlots;
     // Per parent, the rows already looked at: selectedRows() lists a row
