@@ -1,5 +1,7 @@
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
+#include "cmwstatisticsorder_p.h"
+
 #include "vel_test_main.h"
 
 #include <QtCore/QDate>
@@ -8,6 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -93,6 +97,19 @@ Stats reference(QVector<QVariant> copy)
     return s;
 }
 
+Stats general(const QVector<QVariant> &values)
+{
+    Stats s;
+    vel::generalStatistics(values, s.count, s.distinct, s.min, s.max, s.mean, s.stdev);
+    return s;
+}
+
+// Bit for bit, NaN included.
+bool identical(const Stats &a, const Stats &b)
+{
+    return std::memcmp(&a, &b, sizeof(Stats)) == 0;
+}
+
 QVector<QVariant> ints(std::initializer_list<int> list)
 {
     QVector<QVariant> out;
@@ -118,6 +135,9 @@ private Q_SLOTS:
     void largeInconsistentInputs_data();
     void largeInconsistentInputs();
     void largeMixedTypes();
+    void shortcutMatchesGeneralPath_data();
+    void shortcutMatchesGeneralPath();
+    void textEquality();
 };
 
 void tst_QVectorCalcStatistics::results_data()
@@ -337,6 +357,101 @@ void tst_QVectorCalcStatistics::largeMixedTypes()
     QCOMPARE(s.max, 99997.0);
     QVERIFY(std::isfinite(s.mean));
     QVERIFY(std::isfinite(s.stdev));
+}
+
+void tst_QVectorCalcStatistics::shortcutMatchesGeneralPath_data()
+{
+    QTest::addColumn<QVector<QVariant>>("values");
+
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    QRandomGenerator random(77);
+    auto column = [&random](int n, const std::function<QVariant()> &make, int emptyPercent) {
+        QVector<QVariant> out;
+        for (int i = 0; i < n; ++i)
+            out.append(int(random.bounded(100)) < emptyPercent ? QVariant() : make());
+        return out;
+    };
+    // Few distinct values, so that ties (and their order) matter.
+    QTest::newRow("doubles, repeats, empty cells")
+        << column(4000, [&] { return QVariant(double(random.bounded(50)) / 4 - 6); }, 10);
+    QTest::newRow("signed zeros") << column(
+        2000, [&] { return QVariant(random.bounded(2) ? 0.0 : -0.0); }, 5);
+    QTest::newRow("signed zeros and numbers") << column(
+        3000, [&] { return QVariant(random.bounded(3) == 0 ? -0.0 : random.bounded(3) - 1.0); }, 0);
+    QTest::newRow("first is -0.0") << QVector<QVariant>{-0.0, 0.0, 1.0, -0.0};
+    QTest::newRow("first is 0.0") << QVector<QVariant>{0.0, -0.0, 1.0, -0.0};
+    // Neighbours closer than QVariant's tolerance and just beyond the cut.
+    QTest::newRow("close doubles") << column(3000, [&] {
+        const double base = double(random.bounded(5)) + 1.0;
+        switch (random.bounded(4)) {
+        case 0: return QVariant(base);
+        case 1: return QVariant(base * (1 + 1e-13));
+        case 2: return QVariant(base * (1 + 2e-9));
+        default: return QVariant(base * (1 - 1e-12));
+        }
+    }, 3);
+    QTest::newRow("NaN, infinities, numbers") << column(3000, [&] {
+        switch (random.bounded(5)) {
+        case 0: return QVariant(nan);
+        case 1: return QVariant(-nan);
+        case 2: return QVariant(inf);
+        case 3: return QVariant(-inf);
+        default: return QVariant(random.generateDouble());
+        }
+    }, 5);
+    QTest::newRow("only NaN") << QVector<QVariant>{nan, QVariant(), nan};
+    QTest::newRow("doubles over a wide range") << column(5000, [&] {
+        return QVariant((random.generateDouble() - 0.5) * std::pow(10.0, int(random.bounded(40)) - 20));
+    }, 0);
+    QTest::newRow("int") << column(4000, [&] { return QVariant(int(random.bounded(200)) - 100); }, 10);
+    QTest::newRow("int extremes") << QVector<QVariant>{std::numeric_limits<int>::min(),
+                                                       std::numeric_limits<int>::max(), -1, 0, 1,
+                                                       std::numeric_limits<int>::min()};
+    QTest::newRow("uint") << column(4000, [&] { return QVariant(uint(random.generate())); }, 10);
+    // Different above 2^53, where their doubles coincide: still distinct.
+    QTest::newRow("long long beyond a double's precision") << column(3000, [&] {
+        return QVariant(qlonglong((qint64(1) << 60) + random.bounded(4)) * (random.bounded(2) ? 1 : -1));
+    }, 5);
+    QTest::newRow("long long extremes")
+        << QVector<QVariant>{std::numeric_limits<qlonglong>::min(),
+                             std::numeric_limits<qlonglong>::max(), qlonglong(0), qlonglong(-1)};
+    QTest::newRow("one value") << QVector<QVariant>{2.5};
+    QTest::newRow("only empty cells") << QVector<QVariant>(5);
+    // Not one numeric type: the general path answers (and must agree anyway).
+    QTest::newRow("int and double") << QVector<QVariant>{1, 2.0, QVariant(), 3};
+    QTest::newRow("double then text") << QVector<QVariant>{1.5, QStringLiteral("2")};
+    QTest::newRow("ulonglong") << QVector<QVariant>{qulonglong(3), qulonglong(1)};
+}
+
+void tst_QVectorCalcStatistics::shortcutMatchesGeneralPath()
+{
+    QFETCH(QVector<QVariant>, values);
+    const Stats fast = calc(values);
+    const Stats slow = general(values);
+    QVERIFY2(identical(fast, slow),
+             qPrintable(QStringLiteral("%1 %2 %3 %4 %5 %6 vs %7 %8 %9 %10 %11 %12")
+                            .arg(fast.count).arg(fast.distinct).arg(fast.min).arg(fast.max)
+                            .arg(fast.mean).arg(fast.stdev).arg(slow.count).arg(slow.distinct)
+                            .arg(slow.min).arg(slow.max).arg(slow.mean).arg(slow.stdev)));
+}
+
+void tst_QVectorCalcStatistics::textEquality()
+{
+    // Equal texts in separate string data and in shared data are one value;
+    // raw-data strings over one buffer with different lengths are two.
+    static const QChar buffer[] = {QLatin1Char('a'), QLatin1Char('b'), QLatin1Char('c')};
+    const QString shared = QStringLiteral("same");
+    QString separate = QStringLiteral("sa");
+    separate += QStringLiteral("me");
+    const QVector<QVariant> values = {shared, separate, shared,
+                                      QString::fromRawData(buffer, 2),
+                                      QString::fromRawData(buffer, 3), QString(), QString()};
+    const Stats s = calc(values);
+    QCOMPARE(s.count, 7.0);
+    // "", "ab", "abc", "same"
+    QCOMPARE(s.distinct, 4.0);
+    QVERIFY(identical(s, reference(values)));
 }
 
 VEL_TEST_MAIN(tst_QVectorCalcStatistics)

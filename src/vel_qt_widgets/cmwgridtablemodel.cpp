@@ -1,9 +1,11 @@
+#include "cmwgridtablemodel_p.h"
 #include "cmwstatisticsorder_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 #include <vel_qt_widgets/CMwGridTableModel.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QLocale>
 #include <QtCore/QTextStream>
@@ -50,6 +52,10 @@ public:
         return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
     }
     int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
+    static const CMwGridTableModelPrivate *of(const CMwGridTableModel *model)
+    {
+        return model->d.get();
+    }
 
     void buildGroups();
     void clearGroups();
@@ -69,7 +75,55 @@ public:
     QVector<int> groupOfRecord;
     QVector<int> rowInGroup;
     mutable QVector<QVector<QVariant>> stats;
+    // Per column, built on demand and dropped with stats: the number of each
+    // record's distinct text (-1 where the cell holds no text; empty when
+    // the column holds none) and how many distinct texts there are.
+    struct TextNumbers
+    {
+        QVector<int> ofRecord;
+        int count = -1;
+    };
+    mutable QVector<TextNumbers> textNumbers;
 };
+
+namespace vel {
+
+int gridTableRecord(const CMwGridTableModel *model, const QModelIndex &index)
+{
+    return CMwGridTableModelPrivate::of(model)->recordOf(index);
+}
+
+const QVariant &gridTableCell(const CMwGridTableModel *model, int record, int column)
+{
+    return CMwGridTableModelPrivate::of(model)->columns.at(column).at(record);
+}
+
+const QVector<int> &gridTableTextNumbers(const CMwGridTableModel *model, int column, int *count)
+{
+    const CMwGridTableModelPrivate *d = CMwGridTableModelPrivate::of(model);
+    CMwGridTableModelPrivate::TextNumbers &numbers = d->textNumbers[column];
+    if (numbers.count < 0) {
+        const QVector<QVariant> &cells = d->columns.at(column);
+        QHash<QString, int> ids;
+        for (int record = 0; record < cells.size(); ++record) {
+            const QVariant &cell = cells.at(record);
+            if (cell.userType() != QMetaType::QString)
+                continue;
+            if (numbers.ofRecord.isEmpty())
+                numbers.ofRecord.fill(-1, cells.size());
+            const QString &text = *static_cast<const QString *>(cell.constData());
+            auto it = ids.constFind(text);
+            if (it == ids.constEnd())
+                it = ids.insert(text, ids.size());
+            numbers.ofRecord[record] = it.value();
+        }
+        numbers.count = ids.size();
+    }
+    *count = numbers.count;
+    return numbers.ofRecord;
+}
+
+} // namespace vel
 
 void CMwGridTableModelPrivate::clearGroups()
 {
@@ -148,6 +202,7 @@ void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
     groupColumn = -1;
     clearGroups();
     stats = QVector<QVector<QVariant>>(paths.size());
+    textNumbers = QVector<TextNumbers>(paths.size());
     q->endResetModel();
     // The grid rebuilds its header, row numbers and statistics on
     // layoutChanged(), not on a reset; tell it that the shape is new.
@@ -227,6 +282,7 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
     for (int c = 0; c < d->columnCount(); ++c) {
         d->columns[c].append(c < record.size() ? record.at(c) : QVariant());
         d->stats[c].clear();
+        d->textNumbers[c] = {};
     }
     ++d->records;
     if (!d->isGrouped()) {
@@ -270,6 +326,7 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
         return;
     cell = value;
     d->stats[column].clear();
+    d->textNumbers[column] = {};
     if (column == d->groupColumn) {
         // The record may belong to another group now.
         d->regroup(column);

@@ -1,5 +1,8 @@
 #include "cmwhierarchicalgridview_p.h"
 
+#include "cmwselectedrows_p.h"
+#include "cmwstatisticsorder_p.h"
+
 #include <vel_system/MW_GetTranslation.h>
 
 #include <QtCore/QEvent>
@@ -389,7 +392,8 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
     CMwGridTreeView *view = d->dataView();
 
     QItemSelectionModel *selection = view ? view->selectionModel() : nullptr;
-    const QModelIndexList rows = selection ? selection->selectedRows(0) : QModelIndexList();
+    // The rows of selectedRows(0), read without building its index lists.
+    vel::SelectedRows rows(selection);
     int rowHeight = view ? view->sizeHintForRow(0) : 0;
     d->statisticsOnSelection = rows.count() > 1;
 
@@ -403,15 +407,11 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
         if (d->statisticsOnSelection) {
             // selectedRows(column) lists the rows of selectedRows(0) in the
             // same order (a row counts as selected whatever the column asked
-            // for); walking the selection once instead of once per column
-            // matters with a million rows.
-            QVector<QVariant> cells;
-            cells.reserve(rows.size());
-            for (const QModelIndex &row : rows)
-                cells.append(row.sibling(row.row(), column).data(Qt::DisplayRole));
+            // for), so the rows are found once for all columns.
             double results[statisticsRows];
-            QVectorCalcStatistics(cells, results[0], results[1], results[2], results[3],
-                                  results[4], results[5]);
+            const std::vector<const QVariant *> &cells = rows.displayCells(column);
+            vel::calcStatistics(cells, rows.textNumbers(), results[0], results[1], results[2],
+                                results[3], results[4], results[5]);
             for (int i = 0; i < statisticsRows; ++i)
                 values[i] = results[i];
         } else {
@@ -479,8 +479,8 @@ void CMwHierarchicalGridView::onTreeViewSelectionChanged(QItemSelection, QItemSe
     if (!view)
         return;
     view->repaint();
-    QItemSelectionModel *selection = view->selectionModel();
-    const int selectedRows = selection ? selection->selectedRows(0).count() : 0;
+    // Whether two rows are selected is known after finding two.
+    const int selectedRows = vel::SelectedRows(view->selectionModel(), 2).count();
     // After statistics over a selection, any change goes back to the model's.
     if (selectedRows >= 2 || d->statisticsOnSelection)
         updateStatisticDataModel();

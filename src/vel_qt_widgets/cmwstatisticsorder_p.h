@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
 #define VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
 
+#include <vel_qt_widgets/vel_qt_widgets_export.h>
+
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 
@@ -72,6 +74,29 @@ void boundedMergeSort(T *first, qint64 n, Less less)
 // receives how many come before them. Shared with the ready model, which
 // groups rows in the same order.
 QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount = nullptr);
+
+// QVectorCalcStatistics without its shortcut for columns of one numeric
+// type: the reference the shortcut must agree with to the bit.
+VEL_QT_WIDGETS_EXPORT void generalStatistics(const QVector<QVariant> &values, double &count,
+                                             double &distinct, double &min, double &max,
+                                             double &mean, double &stdev);
+
+// Numbers for the texts among some values, worked out where the values
+// live: per value, a number that two values share exactly when both are
+// texts and equal (-1 for a value that is not a text), all below count.
+struct TextNumbers
+{
+    std::vector<int> ofCell;
+    int count = 0;
+};
+
+// QVectorCalcStatistics of *values[0], *values[1], ...: the same results,
+// without copying the values into a vector first, and without hashing the
+// texts when \a textNumbers (if given) numbers them.
+VEL_QT_WIDGETS_EXPORT void calcStatistics(const std::vector<const QVariant *> &values,
+                                          const TextNumbers *textNumbers, double &count,
+                                          double &distinct, double &min, double &max,
+                                          double &mean, double &stdev);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);

@@ -1,0 +1,223 @@
+#include "cmwselectedrows_p.h"
+
+#include "cmwgridtablemodel_p.h"
+
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QItemSelectionModel>
+
+#include <typeinfo>
+
+namespace vel {
+
+namespace {
+
+const CMwGridTableModel *exactGridTable(const QAbstractItemModel *model)
+{
+    const auto *table = qobject_cast<const CMwGridTableModel *>(model);
+    return table && typeid(*table) == typeid(CMwGridTableModel) ? table : nullptr;
+}
+
+const CMwSortFilterProxyModel *exactProxy(const QAbstractItemModel *model)
+{
+    const auto *proxy = qobject_cast<const CMwSortFilterProxyModel *>(model);
+    return proxy && typeid(*proxy) == typeid(CMwSortFilterProxyModel) ? proxy : nullptr;
+}
+
+// True when no index of \a model has children: an ungrouped
+// CMwGridTableModel, also seen through the grid's proxy.
+bool knownFlat(const QAbstractItemModel *model)
+{
+    if (const CMwSortFilterProxyModel *proxy = exactProxy(model))
+        model = proxy->sourceModel();
+    const CMwGridTableModel *table = exactGridTable(model);
+    return table && table->groupColumn() < 0;
+}
+
+} // namespace
+
+SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
+{
+    if (!selection || !selection->model() || limit == 0)
+        return;
+    m_model = selection->model();
+
+    const bool flat = knownFlat(m_model);
+    // isRowSelected() answers false for a row number where the last toggle
+    // (not yet merged into the earlier ranges) overlaps one of those ranges,
+    // whatever the parent asked for; so under a tree the answer for a wholly
+    // selected row is asked once per row number (1: selected, 0: not, -1: not
+    // asked yet). In a flat model the toggled-off cells lie in the row itself,
+    // which then is not wholly selected, so nothing needs asking.
+    std::vector<signed char> byRowNumber;
+    QHash<QModelIndex, int> parentSlots;
+    // Per parent, the rows already looked at: selectedRows() lists a row
+    // once, where it first appears in the ranges, selected or not.
+    std::vector<std::vector<bool>> seen;
+
+    // The merged selection, in the order selectedRows() walks it.
+    const QItemSelection ranges = selection->selection();
+    for (const QItemSelectionRange &range : ranges) {
+        const QModelIndex parentIndex = range.parent();
+        auto slot = parentSlots.constFind(parentIndex);
+        if (slot == parentSlots.constEnd()) {
+            Parent parent;
+            parent.index = parentIndex;
+            parent.columns = m_model->columnCount(parentIndex);
+            slot = parentSlots.insert(parentIndex, m_parents.size());
+            m_parents.append(parent);
+            seen.emplace_back();
+        }
+        const int p = slot.value();
+        const int columns = m_parents.at(p).columns;
+        std::vector<bool> &looked = seen[static_cast<size_t>(p)];
+        if (range.bottom() >= int(looked.size()))
+            looked.resize(static_cast<size_t>(range.bottom()) + 1, false);
+        // A merged range that covers the whole row leaves nothing of the row
+        // deselected or toggled off in its parent, so apart from the row
+        // number rule above isRowSelected() reduces to the cells' flags: Qt
+        // counts the row when at least one cell is selectable, and the first
+        // cell being so settles it.
+        const bool wholeRows = columns > 0 && range.left() <= 0 && range.right() >= columns - 1;
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (looked[static_cast<size_t>(row)])
+                continue;
+            looked[static_cast<size_t>(row)] = true;
+            bool selected = false;
+            if (wholeRows && (m_model->flags(m_model->index(row, 0, parentIndex)) & Qt::ItemIsSelectable)) {
+                if (flat) {
+                    selected = true;
+                } else {
+                    if (row >= int(byRowNumber.size()))
+                        byRowNumber.resize(static_cast<size_t>(row) + 1, -1);
+                    signed char &known = byRowNumber[static_cast<size_t>(row)];
+                    if (known < 0)
+                        known = selection->isRowSelected(row, parentIndex) ? 1 : 0;
+                    selected = known == 1;
+                }
+            } else {
+                selected = selection->isRowSelected(row, parentIndex);
+            }
+            if (!selected)
+                continue;
+            m_rows.push_back(Row{p, row});
+            m_parents[p].anyRow = row;
+            if (limit > 0 && int(m_rows.size()) >= limit)
+                return;
+        }
+    }
+}
+
+SelectedRows::~SelectedRows() = default;
+
+// QSortFilterProxyModel::data() is the source's data() at mapToSource() of
+// the index, and mapToSource() is the source's index() at the source row of
+// the proxy row and the source column of the proxy column, under the source
+// parent. Both are fixed per row and per column, so they are looked up once.
+// Only the exact proxy class is read this way: a subclass might answer
+// data() itself.
+void SelectedRows::mapToSource()
+{
+    m_mapped = true;
+    const CMwSortFilterProxyModel *proxy = exactProxy(m_model);
+    if (!proxy || !proxy->sourceModel())
+        return;
+    m_source = proxy->sourceModel();
+    m_table = exactGridTable(m_source);
+
+    for (Parent &parent : m_parents) {
+        parent.source = proxy->mapToSource(parent.index);
+        parent.sourceColumns.assign(static_cast<size_t>(qMax(parent.columns, 0)), -2);
+    }
+    m_sourceRows.resize(m_rows.size(), -1);
+    if (m_table)
+        m_records.resize(m_rows.size(), -1);
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        const Row &row = m_rows[i];
+        if (m_parents.at(row.parent).columns <= 0)
+            continue;
+        const QModelIndex source =
+            proxy->mapToSource(proxy->index(row.row, 0, m_parents.at(row.parent).index));
+        if (!source.isValid())
+            continue;
+        m_sourceRows[i] = source.row();
+        if (m_table)
+            m_records[i] = gridTableRecord(m_table, source);
+    }
+}
+
+int SelectedRows::sourceColumn(Parent &parent, int column)
+{
+    int &known = parent.sourceColumns[static_cast<size_t>(column)];
+    if (known == -2) {
+        const QModelIndex source = static_cast<const QSortFilterProxyModel *>(m_model)->mapToSource(
+            m_model->index(parent.anyRow, column, parent.index));
+        known = source.isValid() ? source.column() : -1;
+    }
+    return known;
+}
+
+QVector<QVariant> SelectedRows::displayColumn(int column)
+{
+    QVector<QVariant> cells;
+    const std::vector<const QVariant *> &pointers = displayCells(column);
+    cells.reserve(int(pointers.size()));
+    for (const QVariant *cell : pointers)
+        cells.append(*cell);
+    return cells;
+}
+
+const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
+{
+    m_cells.clear();
+    m_copies.clear();
+    m_numbers.ofCell.clear();
+    m_hasNumbers = false;
+    if (m_rows.empty())
+        return m_cells;
+    if (!m_mapped)
+        mapToSource();
+    m_cells.reserve(m_rows.size());
+    // The table's numbers for the texts of the column, when every cell is
+    // read from the table (numbers and hashed texts are not mixed).
+    const QVector<int> *tableNumbers = nullptr;
+    int tableNumberCount = 0;
+    auto copy = [this](QVariant &&value) {
+        m_copies.push_back(std::move(value));
+        m_cells.push_back(&m_copies.back());
+    };
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        const Row &row = m_rows[i];
+        Parent &parent = m_parents[row.parent];
+        // An index the model does not have reads as an empty cell.
+        if (column < 0 || column >= parent.columns) {
+            copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
+            continue;
+        }
+        const int sourceRow = m_source ? m_sourceRows[i] : -1;
+        const int sourceCol = sourceRow >= 0 ? sourceColumn(parent, column) : -1;
+        if (sourceCol < 0) {
+            copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
+        } else if (m_table && m_records[i] >= 0) {
+            m_cells.push_back(&gridTableCell(m_table, m_records[i], sourceCol));
+            if (!tableNumbers)
+                tableNumbers = &gridTableTextNumbers(m_table, sourceCol, &tableNumberCount);
+        } else {
+            const QModelIndex source = m_source->index(sourceRow, sourceCol, parent.source);
+            // The proxy answers an empty cell where the source has no index.
+            copy(source.isValid() ? m_source->data(source, Qt::DisplayRole) : QVariant());
+        }
+    }
+    // Under a proxy every cell of a column comes from one source column.
+    if (tableNumbers && m_copies.empty() && !tableNumbers->isEmpty()) {
+        m_numbers.count = tableNumberCount;
+        m_numbers.ofCell.reserve(m_rows.size());
+        for (size_t i = 0; i < m_rows.size(); ++i)
+            m_numbers.ofCell.push_back(tableNumbers->at(m_records[i]));
+        m_hasNumbers = true;
+    }
+    return m_cells;
+}
+
+} // namespace vel
