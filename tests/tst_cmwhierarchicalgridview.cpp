@@ -78,6 +78,8 @@ private Q_SLOTS:
     void renderedGrid();
     void rowNumbersScrollWithBody();
     void updateControlRefreshesStatistics();
+    void resizeButtonFitsContents();
+    void statisticsGridLinesRunOn();
 
 private:
     static CMwGridTableModel *cities(QObject *parent);
@@ -942,6 +944,72 @@ void tst_CMwHierarchicalGridView::updateControlRefreshesStatistics()
     // A new sort order refreshes it too.
     grid.horizontalHeader()->setSortIndicator(1, Qt::DescendingOrder);
     QCOMPARE(geometries.count(), 2);
+}
+
+void tst_CMwHierarchicalGridView::resizeButtonFitsContents()
+{
+    CMwHierarchicalGridView grid;
+    grid.setModel(cities(&grid));
+    grid.resize(600, 400);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QHeaderView *header = grid.horizontalHeader();
+    // What fitting to the contents gives (header captions and cells alike).
+    header->resizeSections(QHeaderView::ResizeToContents);
+    QVector<int> fitted;
+    for (int column = 0; column < 3; ++column)
+        fitted << header->sectionSize(column);
+    for (int column = 0; column < 3; ++column)
+        header->resizeSection(column, 300);
+    QTableView *table = statistics(grid);
+
+    auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    // Pressing is enough, no release needed.
+    QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, button->rect().center());
+    for (int column = 0; column < 3; ++column) {
+        QVERIFY(fitted.at(column) < 300);
+        QCOMPARE(header->sectionSize(column), fitted.at(column));
+        QCOMPARE(table->columnWidth(column), fitted.at(column));
+    }
+    QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, button->rect().center());
+}
+
+void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
+{
+    CMwHierarchicalGridView grid;
+    grid.setModel(cities(&grid));
+    grid.resize(600, 400);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    for (int column = 0; column < 3; ++column)
+        grid.horizontalHeader()->resizeSection(column, 60);
+    QCoreApplication::processEvents();
+    QTableView *table = statistics(grid);
+    QVERIFY(table->showGrid());
+    const QImage image = renderWidget(table->viewport());
+    QStyleOptionViewItem option;
+    option.initFrom(table);
+    const QColor line = QColor::fromRgb(static_cast<QRgb>(
+        table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table)));
+    const QColor base = table->palette().color(QPalette::Base);
+    QVERIFY(line != base);
+
+    // Right of the last column, across to the table's edge.
+    const int firstX = table->columnViewportPosition(2) + table->columnWidth(2) + 5;
+    const int lastX = table->viewport()->width() - 5;
+    QVERIFY(lastX - firstX > 100);
+    for (int row = 0; row < 6; ++row) {
+        const int below = table->rowViewportPosition(row) + table->rowHeight(row) - 1;
+        const int middle = table->rowViewportPosition(row) + table->rowHeight(row) / 2;
+        for (int x : {firstX, (firstX + lastX) / 2, lastX}) {
+            QCOMPARE(QColor(image.pixel(x, below)), line);
+            QCOMPARE(QColor(image.pixel(x, middle)), base);
+        }
+    }
+    // Only the first row also draws a line along its top.
+    QCOMPARE(QColor(image.pixel(firstX, 0)), line);
+    QCOMPARE(QColor(image.pixel(firstX + 10, 0)), line);
+    QCOMPARE(QColor(image.pixel(firstX, table->rowViewportPosition(1))), base);
 }
 
 VEL_TEST_MAIN(tst_CMwHierarchicalGridView)
