@@ -117,6 +117,7 @@ private Q_SLOTS:
     void choosingAColumnGrowsThePlaceholder();
     void sampleValue_data();
     void sampleValue();
+    void sampleUsesTheViewsLocale();
     void onlyPlaceholder();
     void activateTwice();
     void editWhileOff();
@@ -310,6 +311,29 @@ void tst_CMwFilterWidget::sampleValue()
     editor.chooseColumn(0, "X");
     QCOMPARE(editor.item(0, 4)->text(), text);
     QCOMPARE(editor.item(0, 4)->textAlignment(), alignment);
+}
+
+void tst_CMwFilterWidget::sampleUsesTheViewsLocale()
+{
+    // The editor's own locale formats the sample, not the default one.
+    const QLocale german(QLocale::German, QLocale::Germany);
+    QVERIFY(german.toString(1234.5, 'g', 6) != QLocale().toString(1234.5, 'g', 6));
+    QStandardItemModel model(1, 2);
+    model.setHorizontalHeaderLabels({"D", "F"});
+    model.setData(model.index(0, 0), 1234.5);
+    model.setData(model.index(0, 1), QVariant(0.25f));
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    Probe editor;
+    editor.setLocale(german);
+    editor.setRefModel(&proxy);
+    editor.defineFilter();
+    editor.chooseColumn(0, "D");
+    editor.chooseColumn(1, "F");
+    QCOMPARE(editor.item(0, 4)->text(), german.toString(1234.5, 'g', 6));
+    QCOMPARE(editor.item(0, 4)->text(), QString::fromUtf8("1.234,5"));
+    QCOMPARE(editor.item(1, 4)->text(), QStringLiteral("0,25"));
+    QCOMPARE(editor.item(1, 4)->textAlignment(), int(Qt::AlignLeft));
 }
 
 void tst_CMwFilterWidget::onlyPlaceholder()

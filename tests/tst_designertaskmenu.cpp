@@ -49,6 +49,7 @@ private Q_SLOTS:
     void registeredOncePerPlugin();
     void onlyClearWithoutFiles();
     void caseInsensitiveOrder();
+    void caseInsensitiveOrderNotCodePoints();
     void completeBaseName();
     void applyThenClear();
     void fileNamedClearAppliesTheFile();
@@ -56,6 +57,7 @@ private Q_SLOTS:
     void directoryReadOncePerFactory();
     void missingQssFolder();
     void defaultStyleSheet();
+    void defaultStyleSheetIgnoresCase();
     void defaultStyleSheetNested();
     void defaultStyleSheetFromCurrentDirectory();
 
@@ -171,6 +173,26 @@ void tst_DesignerTaskMenu::caseInsensitiveOrder()
     QCOMPARE(taskMenu(&widget), menu);
 }
 
+void tst_DesignerTaskMenu::caseInsensitiveOrderNotCodePoints()
+{
+    // b, A, c come out the same in code-point order; here only an order that
+    // ignores case puts a before B and C.
+    writeFile(qssDir() + QStringLiteral("/C.qss"), "QWidget { color: green; }");
+    writeFile(qssDir() + QStringLiteral("/a.qss"), "QWidget { color: red; }");
+    writeFile(qssDir() + QStringLiteral("/B.qss"), "QWidget { color: blue; }");
+    widgetPlugin()->initialize(m_core.data());
+
+    QWidget widget;
+    QDesignerTaskMenuExtension *menu = taskMenu(&widget);
+    QVERIFY(menu);
+    QCOMPARE(texts(menu->taskActions()),
+             (QStringList {QStringLiteral("a"), QStringLiteral("B"), QStringLiteral("C"),
+                           QStringLiteral("Clear styleSheet")}));
+    QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("a"));
+    menu->preferredEditAction()->trigger();
+    QCOMPARE(widget.styleSheet(), QStringLiteral("QWidget { color: red; }"));
+}
+
 void tst_DesignerTaskMenu::completeBaseName()
 {
     writeFile(qssDir() + QStringLiteral("/dark.blue.qss"), "QWidget { color: navy; }");
@@ -266,6 +288,16 @@ void tst_DesignerTaskMenu::defaultStyleSheet()
     QWidget form;
     QScopedPointer<QWidget> widget(widgetPlugin()->createWidget(&form));
     QCOMPARE(widget->metaObject()->className(), "CMwQWidget");
+    QCOMPARE(widget->styleSheet(), QStringLiteral("CMwQWidget { color: red; }"));
+}
+
+void tst_DesignerTaskMenu::defaultStyleSheetIgnoresCase()
+{
+    // In code-point order B.qss would come first.
+    writeFile(qssDir() + QStringLiteral("/B.qss"), "QWidget { color: blue; }");
+    writeFile(qssDir() + QStringLiteral("/a.qss"), "CMwQWidget { color: red; }");
+    QWidget form;
+    QScopedPointer<QWidget> widget(widgetPlugin()->createWidget(&form));
     QCOMPARE(widget->styleSheet(), QStringLiteral("CMwQWidget { color: red; }"));
 }
 
