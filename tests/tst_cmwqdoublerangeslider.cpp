@@ -79,6 +79,8 @@ private Q_SLOTS:
     void handlesKeepTheirOwnOffsets();
     void singleValueSettersGiveWay();
     void singleValueSetterWithinOneStepGivesWay();
+    void pushedHandleTakesTheFractionOfTheValue();
+    void handlesAreClampedIntoTheRangeWithTheirOwnFractions();
     void silentMoveBelowTheNoiseThreshold();
     void crossingOffsetsMeetHalfway();
     void setRangeReversed();
@@ -88,6 +90,7 @@ private Q_SLOTS:
     void setSingleStepRejected_data();
     void setSingleStepRejected();
     void setSingleStepIsSilent();
+    void setSingleStepLeavesTheInnerSignalsFlowing();
     void positionSignalsInPublicUnits();
     void positionsWithTrackingOff();
     void tickIntervalAndItems();
@@ -208,6 +211,73 @@ void tst_CMwQDoubleRangeSlider::singleValueSetterWithinOneStepGivesWay()
     w.setMaximumValue(0.33); // only the upper side moves
     QCOMPARE(w.minimumValue(), 0.29);
     QCOMPARE(log.entries, QStringList({"valuesChanged 0.29 0.33", "maximumValueChanged 0.33"}));
+}
+
+void tst_CMwQDoubleRangeSlider::pushedHandleTakesTheFractionOfTheValue()
+{
+    // Step 0.25: 0.3 is step 1 + 0.2, 0.45 is step 2 - 0.2.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.45);
+    QCOMPARE(w.slider()->minimumValue(), 1);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    SignalLog log(&w);
+    // 0.8 is step 3 + 0.2; the upper handle is pushed onto step 3 by the
+    // inner slider and takes the fraction of 0.8 too, so it reads 0.8 (with
+    // its own fraction it would come back as (3 - 0.2) * 0.25 = 0.7).
+    w.setMinimumValue(0.8);
+    QCOMPARE(w.slider()->minimumValue(), 3);
+    QCOMPARE(w.slider()->maximumValue(), 3);
+    QCOMPARE(w.minimumValue(), 0.8);
+    QCOMPARE(w.maximumValue(), 0.8);
+    QCOMPARE(log.entries, QStringList({"valuesChanged 0.8 0.8", "minimumValueChanged 0.8",
+                                       "maximumValueChanged 0.8"}));
+
+    // The mirror image: 0.1 is step 0 + 0.4; the lower handle (step 3 + 0.2)
+    // is pushed onto step 0 and reads 0.1, not (0 + 0.2) * 0.25 = 0.05.
+    w.setValues(0.3, 0.45);
+    log.entries.clear();
+    w.setMaximumValue(0.1);
+    QCOMPARE(w.slider()->minimumValue(), 0);
+    QCOMPARE(w.slider()->maximumValue(), 0);
+    QCOMPARE(w.minimumValue(), 0.1);
+    QCOMPARE(w.maximumValue(), 0.1);
+    QCOMPARE(log.entries, QStringList({"valuesChanged 0.1 0.1", "minimumValueChanged 0.1",
+                                       "maximumValueChanged 0.1"}));
+}
+
+void tst_CMwQDoubleRangeSlider::handlesAreClampedIntoTheRangeWithTheirOwnFractions()
+{
+    // Step 0.3 on 0..1: the inner range is 0..3. The lower handle at 0.14
+    // carries +0.4667 steps, the upper one at 0.85 carries -0.1667 steps.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setValues(0.0, 1.0);
+    w.setSingleStep(0.3);
+    QCOMPARE(w.slider()->maximum(), 3);
+    w.setValues(0.14, 0.85);
+    QCOMPARE(w.slider()->minimumValue(), 0);
+    QCOMPARE(w.slider()->maximumValue(), 3);
+    // Both handles to the top: (3 + 0.4667) * 0.3 = 1.04 is clamped to 1.0,
+    // (3 - 0.1667) * 0.3 = 0.85 stays; the two would cross, so they meet
+    // halfway, at 0.925 (0.945 without the clamp).
+    w.slider()->setValues(3, 3);
+    QCOMPARE(w.maximumValue(), 0.925);
+    QCOMPARE(w.minimumValue(), 0.925);
+    // Both to the bottom: (0 - 0.1667) * 0.3 = -0.05 is clamped to 0.0 and
+    // the lower handle reads (0 + 0.4667) * 0.3 = 0.14, which the upper one
+    // cannot stay below: they meet halfway, at 0.07 (0.045 without the clamp).
+    w.setValues(0.14, 0.85);
+    w.slider()->setValues(0, 0);
+    QCOMPARE(w.maximumValue(), 0.07);
+    QCOMPARE(w.minimumValue(), 0.07);
+    // Apart, each is clamped on its own side: the lower at 0.14 + 1 step
+    // (0.44), the upper at the top, (3 - 0.1667) * 0.3 = 0.85.
+    w.setValues(0.14, 0.85);
+    w.slider()->setValues(1, 3);
+    QCOMPARE(w.minimumValue(), 0.44);
+    QCOMPARE(w.maximumValue(), 0.85);
 }
 
 void tst_CMwQDoubleRangeSlider::silentMoveBelowTheNoiseThreshold()
@@ -373,6 +443,39 @@ void tst_CMwQDoubleRangeSlider::setSingleStepIsSilent()
     w.setRange(0.5, 0.5);
     w.setSingleStep(3.0);
     QCOMPARE(w.singleStep(), 3.0);
+}
+
+void tst_CMwQDoubleRangeSlider::setSingleStepLeavesTheInnerSignalsFlowing()
+{
+    // Only this widget's own signals are held back while the step changes;
+    // the inner slider reports its new range and integer values as usual.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.7);
+    SignalLog log(&w);
+    QSignalSpy innerRange(w.slider(), &CMwQRangeSlider::rangeChanged);
+    QSignalSpy innerValues(w.slider(), &CMwQRangeSlider::valuesChanged);
+    w.setSingleStep(0.1);
+    QCOMPARE(innerRange.count(), 1);
+    QCOMPARE(innerRange.at(0).at(0).toInt(), 0);
+    QCOMPARE(innerRange.at(0).at(1).toInt(), 10);
+    QCOMPARE(innerValues.count(), 1);
+    QCOMPARE(innerValues.at(0).at(0).toInt(), 3);
+    QCOMPARE(innerValues.at(0).at(1).toInt(), 7);
+    QVERIFY(log.entries.isEmpty());
+    QVERIFY(!w.signalsBlocked());
+    QVERIFY(!w.slider()->signalsBlocked());
+
+    // A widget whose signals were blocked before stays blocked.
+    w.blockSignals(true);
+    w.setSingleStep(0.05);
+    QVERIFY(w.signalsBlocked());
+    w.blockSignals(false);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.minimumValue(), 0.3);
+    QCOMPARE(w.maximumValue(), 0.7);
+    QVERIFY(log.entries.isEmpty());
 }
 
 void tst_CMwQDoubleRangeSlider::positionSignalsInPublicUnits()
