@@ -101,6 +101,7 @@ private Q_SLOTS:
     void handleToolTip();
     void proxyChangingItsFactor();
     void logarithmicProxy();
+    void replacedProxyIsDisconnected();
     void proxyDestroyedWhileSet();
     void decreasingProxy();
     void notANumberIsIgnored();
@@ -723,6 +724,39 @@ void tst_CMwQDoubleRangeSlider::logarithmicProxy()
     // 10^(1 + log10(2) - 1.3) ... the handles keep their fractions: 2 * 10^(1 - 1.3 + 1.3).
     QCOMPARE(w.minimumValue(), std::pow(10.0, (100 + (std::log10(20.0) / 0.01 - 130)) * 0.01));
     QCOMPARE(w.maximumValue(), std::pow(10.0, (400 + (std::log10(2000.0) / 0.01 - 330)) * 0.01));
+}
+
+void tst_CMwQDoubleRangeSlider::replacedProxyIsDisconnected()
+{
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 10.0);
+    LinearProxy first(2.0);
+    LinearProxy second(3.0);
+    w.setValueProxy(&first);
+    QCOMPARE(first.protocolReceivers(), 2);
+    QVERIFY(connect(&first, SIGNAL(valueChanged(double)), &w, SLOT(setMinimumValue(double))));
+    w.setValues(2.0, 5.0);
+    QCOMPARE(w.slider()->minimumValue(), 4);
+    QCOMPARE(w.slider()->maximumValue(), 10);
+    w.setValueProxy(&second);
+    QCOMPARE(first.protocolReceivers(), 0);
+    QCOMPARE(first.valueReceivers(), 0);
+    QCOMPARE(second.protocolReceivers(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 6);
+    QCOMPARE(w.slider()->maximumValue(), 15);
+    QCOMPARE(w.slider()->maximum(), 30);
+    first.setFactor(10.0); // no longer connected
+    QCOMPARE(w.slider()->maximum(), 30);
+    second.setFactor(4.0);
+    QCOMPARE(w.slider()->minimumValue(), 8);
+    QCOMPARE(w.slider()->maximumValue(), 20);
+    QCOMPARE(w.slider()->maximum(), 40);
+    QCOMPARE(w.minimumValue(), 2.0);
+    QCOMPARE(w.maximumValue(), 5.0);
+    w.setValueProxy(nullptr);
+    QCOMPARE(second.protocolReceivers(), 0);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 5);
 }
 
 void tst_CMwQDoubleRangeSlider::proxyDestroyedWhileSet()

@@ -737,9 +737,17 @@ void tst_CMwQDoubleSlider::replacedProxyIsDisconnected()
     LinearProxy first(2.0);
     LinearProxy second(3.0);
     w.setValueProxy(&first);
+    QCOMPARE(first.protocolReceivers(), 2);
+    // Every connection from the old proxy to the widget goes, also one the
+    // application made.
+    QVERIFY(connect(&first, SIGNAL(valueChanged(double)), &w, SLOT(setValue(double))));
+    QCOMPARE(first.valueReceivers(), 1);
     w.setValue(2.0);
     QCOMPARE(w.slider()->value(), 4);
     w.setValueProxy(&second);
+    QCOMPARE(first.protocolReceivers(), 0);
+    QCOMPARE(first.valueReceivers(), 0);
+    QCOMPARE(second.protocolReceivers(), 2);
     QCOMPARE(w.value(), 2.0);
     QCOMPARE(w.slider()->value(), 6);
     QCOMPARE(w.slider()->maximum(), 30);
