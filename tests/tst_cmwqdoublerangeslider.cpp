@@ -85,6 +85,7 @@ private Q_SLOTS:
     void crossingOffsetsMeetHalfway();
     void setRangeReversed();
     void setRangeCutsHandlesWithTheirOffsets();
+    void setRangePushesBothHandlesWithTheFractionOfTheEnd();
     void setRangeReadsBackAValueWhoseIntegerSurvives();
     void innerRangeChangeIsFollowed();
     void setSingleStepRejected_data();
@@ -92,6 +93,7 @@ private Q_SLOTS:
     void setSingleStepIsSilent();
     void setSingleStepLeavesTheInnerSignalsFlowing();
     void positionSignalsInPublicUnits();
+    void positionsUseEachHandlesFraction();
     void positionsWithTrackingOff();
     void tickIntervalAndItems();
     void forwardedProperties();
@@ -349,10 +351,40 @@ void tst_CMwQDoubleRangeSlider::setRangeCutsHandlesWithTheirOffsets()
     w.setRange(0.35, 0.6);
     QCOMPARE(w.slider()->minimum(), 1);
     QCOMPARE(w.slider()->maximum(), 2);
-    QCOMPARE(w.minimumValue(), 0.3 < 0.35 ? 0.35 : 0.3);
+    QCOMPARE(w.minimumValue(), 0.35);
     QCOMPARE(w.maximumValue(), 0.6);
     QCOMPARE(log.entries, QStringList({"valuesChanged 0.35 0.6", "minimumValueChanged 0.35",
                                        "maximumValueChanged 0.6", "rangeChanged 0.35 0.6"}));
+}
+
+void tst_CMwQDoubleRangeSlider::setRangePushesBothHandlesWithTheFractionOfTheEnd()
+{
+    // Step 0.25. From below: 0.1 is step 0 + 0.4, 0.3 is step 1 + 0.2; the
+    // new minimum 0.45 is step 2 - 0.2. Both handles land on inner step 2
+    // and both take the minimum's fraction: with its own, the upper one
+    // would read (2 + 0.2) * 0.25 = 0.55.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.1, 0.3);
+    w.setRange(0.45, 1.0);
+    QCOMPARE(w.slider()->minimum(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    QCOMPARE(w.minimumValue(), 0.45);
+    QCOMPARE(w.maximumValue(), 0.45);
+
+    // From above: 0.7 is step 3 - 0.2, 0.9 is step 4 - 0.4; the new maximum
+    // 0.55 is step 2 + 0.2. With its own fraction the lower handle would
+    // read (2 - 0.2) * 0.25 = 0.45.
+    w.setRange(0.0, 1.0);
+    w.setValues(0.7, 0.9);
+    w.setRange(0.0, 0.55);
+    QCOMPARE(w.slider()->maximum(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    QCOMPARE(w.minimumValue(), 0.55);
+    QCOMPARE(w.maximumValue(), 0.55);
 }
 
 void tst_CMwQDoubleRangeSlider::setRangeReadsBackAValueWhoseIntegerSurvives()
@@ -507,6 +539,34 @@ void tst_CMwQDoubleRangeSlider::positionSignalsInPublicUnits()
     w.slider()->setSliderDown(false);
     QCOMPARE(w.minimumPosition(), 1.0);
     QCOMPARE(w.maximumPosition(), 8.0);
+}
+
+void tst_CMwQDoubleRangeSlider::positionsUseEachHandlesFraction()
+{
+    // Step 0.25: the lower handle at 0.3 carries +0.2 steps, the upper one at
+    // 0.7 carries -0.2 steps; their positions keep those fractions.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.7);
+    w.setTracking(false);
+    QCOMPARE(w.minimumPosition(), 0.3);
+    QCOMPARE(w.maximumPosition(), 0.7);
+    SignalLog log(&w);
+    w.slider()->setSliderDown(true);
+    w.slider()->setPositions(2, 3);
+    QCOMPARE(log.entries, QStringList({"sliderPressed", "minimumPositionChanged 0.55", "positionsChanged 0.55 0.7"}));
+    log.entries.clear();
+    // (4 - 0.2) * 0.25 = 0.95; with the lower handle's fraction it would be
+    // 1.05, clamped to 1.
+    w.slider()->setPositions(2, 4);
+    QCOMPARE(log.entries, QStringList({"maximumPositionChanged 0.95", "positionsChanged 0.55 0.95"}));
+    QCOMPARE(w.minimumPosition(), 0.55);
+    QCOMPARE(w.maximumPosition(), 0.95);
+    // Tracking off: the values stay.
+    QCOMPARE(w.minimumValue(), 0.3);
+    QCOMPARE(w.maximumValue(), 0.7);
+    w.slider()->setSliderDown(false);
 }
 
 void tst_CMwQDoubleRangeSlider::positionsWithTrackingOff()
