@@ -26,6 +26,12 @@ public:
         updateProxyValue();
         Q_EMIT proxyModified();
     }
+    // Connections from this proxy's signals, to see which slider listens.
+    int protocolReceivers() const
+    {
+        return receivers(SIGNAL(proxyAboutToBeModified())) + receivers(SIGNAL(proxyModified()));
+    }
+    int valueReceivers() const { return receivers(SIGNAL(valueChanged(double))); }
 
 private:
     double m_factor;

@@ -79,16 +79,21 @@ private Q_SLOTS:
     void handlesKeepTheirOwnOffsets();
     void singleValueSettersGiveWay();
     void singleValueSetterWithinOneStepGivesWay();
+    void pushedHandleTakesTheFractionOfTheValue();
+    void handlesAreClampedIntoTheRangeWithTheirOwnFractions();
     void silentMoveBelowTheNoiseThreshold();
     void crossingOffsetsMeetHalfway();
     void setRangeReversed();
     void setRangeCutsHandlesWithTheirOffsets();
+    void setRangePushesBothHandlesWithTheFractionOfTheEnd();
     void setRangeReadsBackAValueWhoseIntegerSurvives();
     void innerRangeChangeIsFollowed();
     void setSingleStepRejected_data();
     void setSingleStepRejected();
     void setSingleStepIsSilent();
+    void setSingleStepLeavesTheInnerSignalsFlowing();
     void positionSignalsInPublicUnits();
+    void positionsUseEachHandlesFraction();
     void positionsWithTrackingOff();
     void tickIntervalAndItems();
     void forwardedProperties();
@@ -98,6 +103,7 @@ private Q_SLOTS:
     void handleToolTip();
     void proxyChangingItsFactor();
     void logarithmicProxy();
+    void replacedProxyIsDisconnected();
     void proxyDestroyedWhileSet();
     void decreasingProxy();
     void notANumberIsIgnored();
@@ -210,6 +216,73 @@ void tst_CMwQDoubleRangeSlider::singleValueSetterWithinOneStepGivesWay()
     QCOMPARE(log.entries, QStringList({"valuesChanged 0.29 0.33", "maximumValueChanged 0.33"}));
 }
 
+void tst_CMwQDoubleRangeSlider::pushedHandleTakesTheFractionOfTheValue()
+{
+    // Step 0.25: 0.3 is step 1 + 0.2, 0.45 is step 2 - 0.2.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.45);
+    QCOMPARE(w.slider()->minimumValue(), 1);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    SignalLog log(&w);
+    // 0.8 is step 3 + 0.2; the upper handle is pushed onto step 3 by the
+    // inner slider and takes the fraction of 0.8 too, so it reads 0.8 (with
+    // its own fraction it would come back as (3 - 0.2) * 0.25 = 0.7).
+    w.setMinimumValue(0.8);
+    QCOMPARE(w.slider()->minimumValue(), 3);
+    QCOMPARE(w.slider()->maximumValue(), 3);
+    QCOMPARE(w.minimumValue(), 0.8);
+    QCOMPARE(w.maximumValue(), 0.8);
+    QCOMPARE(log.entries, QStringList({"valuesChanged 0.8 0.8", "minimumValueChanged 0.8",
+                                       "maximumValueChanged 0.8"}));
+
+    // The mirror image: 0.1 is step 0 + 0.4; the lower handle (step 3 + 0.2)
+    // is pushed onto step 0 and reads 0.1, not (0 + 0.2) * 0.25 = 0.05.
+    w.setValues(0.3, 0.45);
+    log.entries.clear();
+    w.setMaximumValue(0.1);
+    QCOMPARE(w.slider()->minimumValue(), 0);
+    QCOMPARE(w.slider()->maximumValue(), 0);
+    QCOMPARE(w.minimumValue(), 0.1);
+    QCOMPARE(w.maximumValue(), 0.1);
+    QCOMPARE(log.entries, QStringList({"valuesChanged 0.1 0.1", "minimumValueChanged 0.1",
+                                       "maximumValueChanged 0.1"}));
+}
+
+void tst_CMwQDoubleRangeSlider::handlesAreClampedIntoTheRangeWithTheirOwnFractions()
+{
+    // Step 0.3 on 0..1: the inner range is 0..3. The lower handle at 0.14
+    // carries +0.4667 steps, the upper one at 0.85 carries -0.1667 steps.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setValues(0.0, 1.0);
+    w.setSingleStep(0.3);
+    QCOMPARE(w.slider()->maximum(), 3);
+    w.setValues(0.14, 0.85);
+    QCOMPARE(w.slider()->minimumValue(), 0);
+    QCOMPARE(w.slider()->maximumValue(), 3);
+    // Both handles to the top: (3 + 0.4667) * 0.3 = 1.04 is clamped to 1.0,
+    // (3 - 0.1667) * 0.3 = 0.85 stays; the two would cross, so they meet
+    // halfway, at 0.925 (0.945 without the clamp).
+    w.slider()->setValues(3, 3);
+    QCOMPARE(w.maximumValue(), 0.925);
+    QCOMPARE(w.minimumValue(), 0.925);
+    // Both to the bottom: (0 - 0.1667) * 0.3 = -0.05 is clamped to 0.0 and
+    // the lower handle reads (0 + 0.4667) * 0.3 = 0.14, which the upper one
+    // cannot stay below: they meet halfway, at 0.07 (0.045 without the clamp).
+    w.setValues(0.14, 0.85);
+    w.slider()->setValues(0, 0);
+    QCOMPARE(w.maximumValue(), 0.07);
+    QCOMPARE(w.minimumValue(), 0.07);
+    // Apart, each is clamped on its own side: the lower at 0.14 + 1 step
+    // (0.44), the upper at the top, (3 - 0.1667) * 0.3 = 0.85.
+    w.setValues(0.14, 0.85);
+    w.slider()->setValues(1, 3);
+    QCOMPARE(w.minimumValue(), 0.44);
+    QCOMPARE(w.maximumValue(), 0.85);
+}
+
 void tst_CMwQDoubleRangeSlider::silentMoveBelowTheNoiseThreshold()
 {
     OpenDoubleRangeSlider w;
@@ -278,10 +351,40 @@ void tst_CMwQDoubleRangeSlider::setRangeCutsHandlesWithTheirOffsets()
     w.setRange(0.35, 0.6);
     QCOMPARE(w.slider()->minimum(), 1);
     QCOMPARE(w.slider()->maximum(), 2);
-    QCOMPARE(w.minimumValue(), 0.3 < 0.35 ? 0.35 : 0.3);
+    QCOMPARE(w.minimumValue(), 0.35);
     QCOMPARE(w.maximumValue(), 0.6);
     QCOMPARE(log.entries, QStringList({"valuesChanged 0.35 0.6", "minimumValueChanged 0.35",
                                        "maximumValueChanged 0.6", "rangeChanged 0.35 0.6"}));
+}
+
+void tst_CMwQDoubleRangeSlider::setRangePushesBothHandlesWithTheFractionOfTheEnd()
+{
+    // Step 0.25. From below: 0.1 is step 0 + 0.4, 0.3 is step 1 + 0.2; the
+    // new minimum 0.45 is step 2 - 0.2. Both handles land on inner step 2
+    // and both take the minimum's fraction: with its own, the upper one
+    // would read (2 + 0.2) * 0.25 = 0.55.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.1, 0.3);
+    w.setRange(0.45, 1.0);
+    QCOMPARE(w.slider()->minimum(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    QCOMPARE(w.minimumValue(), 0.45);
+    QCOMPARE(w.maximumValue(), 0.45);
+
+    // From above: 0.7 is step 3 - 0.2, 0.9 is step 4 - 0.4; the new maximum
+    // 0.55 is step 2 + 0.2. With its own fraction the lower handle would
+    // read (2 - 0.2) * 0.25 = 0.45.
+    w.setRange(0.0, 1.0);
+    w.setValues(0.7, 0.9);
+    w.setRange(0.0, 0.55);
+    QCOMPARE(w.slider()->maximum(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 2);
+    QCOMPARE(w.minimumValue(), 0.55);
+    QCOMPARE(w.maximumValue(), 0.55);
 }
 
 void tst_CMwQDoubleRangeSlider::setRangeReadsBackAValueWhoseIntegerSurvives()
@@ -375,6 +478,39 @@ void tst_CMwQDoubleRangeSlider::setSingleStepIsSilent()
     QCOMPARE(w.singleStep(), 3.0);
 }
 
+void tst_CMwQDoubleRangeSlider::setSingleStepLeavesTheInnerSignalsFlowing()
+{
+    // Only this widget's own signals are held back while the step changes;
+    // the inner slider reports its new range and integer values as usual.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.7);
+    SignalLog log(&w);
+    QSignalSpy innerRange(w.slider(), &CMwQRangeSlider::rangeChanged);
+    QSignalSpy innerValues(w.slider(), &CMwQRangeSlider::valuesChanged);
+    w.setSingleStep(0.1);
+    QCOMPARE(innerRange.count(), 1);
+    QCOMPARE(innerRange.at(0).at(0).toInt(), 0);
+    QCOMPARE(innerRange.at(0).at(1).toInt(), 10);
+    QCOMPARE(innerValues.count(), 1);
+    QCOMPARE(innerValues.at(0).at(0).toInt(), 3);
+    QCOMPARE(innerValues.at(0).at(1).toInt(), 7);
+    QVERIFY(log.entries.isEmpty());
+    QVERIFY(!w.signalsBlocked());
+    QVERIFY(!w.slider()->signalsBlocked());
+
+    // A widget whose signals were blocked before stays blocked.
+    w.blockSignals(true);
+    w.setSingleStep(0.05);
+    QVERIFY(w.signalsBlocked());
+    w.blockSignals(false);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.minimumValue(), 0.3);
+    QCOMPARE(w.maximumValue(), 0.7);
+    QVERIFY(log.entries.isEmpty());
+}
+
 void tst_CMwQDoubleRangeSlider::positionSignalsInPublicUnits()
 {
     OpenDoubleRangeSlider w;
@@ -403,6 +539,34 @@ void tst_CMwQDoubleRangeSlider::positionSignalsInPublicUnits()
     w.slider()->setSliderDown(false);
     QCOMPARE(w.minimumPosition(), 1.0);
     QCOMPARE(w.maximumPosition(), 8.0);
+}
+
+void tst_CMwQDoubleRangeSlider::positionsUseEachHandlesFraction()
+{
+    // Step 0.25: the lower handle at 0.3 carries +0.2 steps, the upper one at
+    // 0.7 carries -0.2 steps; their positions keep those fractions.
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 1.0);
+    w.setSingleStep(0.25);
+    w.setValues(0.3, 0.7);
+    w.setTracking(false);
+    QCOMPARE(w.minimumPosition(), 0.3);
+    QCOMPARE(w.maximumPosition(), 0.7);
+    SignalLog log(&w);
+    w.slider()->setSliderDown(true);
+    w.slider()->setPositions(2, 3);
+    QCOMPARE(log.entries, QStringList({"sliderPressed", "minimumPositionChanged 0.55", "positionsChanged 0.55 0.7"}));
+    log.entries.clear();
+    // (4 - 0.2) * 0.25 = 0.95; with the lower handle's fraction it would be
+    // 1.05, clamped to 1.
+    w.slider()->setPositions(2, 4);
+    QCOMPARE(log.entries, QStringList({"maximumPositionChanged 0.95", "positionsChanged 0.55 0.95"}));
+    QCOMPARE(w.minimumPosition(), 0.55);
+    QCOMPARE(w.maximumPosition(), 0.95);
+    // Tracking off: the values stay.
+    QCOMPARE(w.minimumValue(), 0.3);
+    QCOMPARE(w.maximumValue(), 0.7);
+    w.slider()->setSliderDown(false);
 }
 
 void tst_CMwQDoubleRangeSlider::positionsWithTrackingOff()
@@ -620,6 +784,39 @@ void tst_CMwQDoubleRangeSlider::logarithmicProxy()
     // 10^(1 + log10(2) - 1.3) ... the handles keep their fractions: 2 * 10^(1 - 1.3 + 1.3).
     QCOMPARE(w.minimumValue(), std::pow(10.0, (100 + (std::log10(20.0) / 0.01 - 130)) * 0.01));
     QCOMPARE(w.maximumValue(), std::pow(10.0, (400 + (std::log10(2000.0) / 0.01 - 330)) * 0.01));
+}
+
+void tst_CMwQDoubleRangeSlider::replacedProxyIsDisconnected()
+{
+    OpenDoubleRangeSlider w;
+    w.setRange(0.0, 10.0);
+    LinearProxy first(2.0);
+    LinearProxy second(3.0);
+    w.setValueProxy(&first);
+    QCOMPARE(first.protocolReceivers(), 2);
+    QVERIFY(connect(&first, SIGNAL(valueChanged(double)), &w, SLOT(setMinimumValue(double))));
+    w.setValues(2.0, 5.0);
+    QCOMPARE(w.slider()->minimumValue(), 4);
+    QCOMPARE(w.slider()->maximumValue(), 10);
+    w.setValueProxy(&second);
+    QCOMPARE(first.protocolReceivers(), 0);
+    QCOMPARE(first.valueReceivers(), 0);
+    QCOMPARE(second.protocolReceivers(), 2);
+    QCOMPARE(w.slider()->minimumValue(), 6);
+    QCOMPARE(w.slider()->maximumValue(), 15);
+    QCOMPARE(w.slider()->maximum(), 30);
+    first.setFactor(10.0); // no longer connected
+    QCOMPARE(w.slider()->maximum(), 30);
+    second.setFactor(4.0);
+    QCOMPARE(w.slider()->minimumValue(), 8);
+    QCOMPARE(w.slider()->maximumValue(), 20);
+    QCOMPARE(w.slider()->maximum(), 40);
+    QCOMPARE(w.minimumValue(), 2.0);
+    QCOMPARE(w.maximumValue(), 5.0);
+    w.setValueProxy(nullptr);
+    QCOMPARE(second.protocolReceivers(), 0);
+    QCOMPARE(w.slider()->minimumValue(), 2);
+    QCOMPARE(w.slider()->maximumValue(), 5);
 }
 
 void tst_CMwQDoubleRangeSlider::proxyDestroyedWhileSet()

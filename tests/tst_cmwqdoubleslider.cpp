@@ -64,6 +64,7 @@ private Q_SLOTS:
     void toInteger();
     void valueBetweenStepsSurvives();
     void stepThatDoesNotDivideTheRange();
+    void safeFromIntegerClampsIntoTheRange();
     void quotientBeyondTheIntegerRangeIsClamped();
     void setRangeReversed();
     void setRangeSignalOrder();
@@ -195,6 +196,39 @@ void tst_CMwQDoubleSlider::stepThatDoesNotDivideTheRange()
     w.setValue(1.0);
     QCOMPARE(w.value(), 1.0);
     QCOMPARE(w.slider()->value(), 3);
+}
+
+void tst_CMwQDoubleSlider::safeFromIntegerClampsIntoTheRange()
+{
+    // Range 0..1, step 0.3: inner range 0..3.
+    CMwQDoubleSlider w;
+    w.setRange(0.0, 1.0);
+    w.setValue(0.0);
+    w.setSingleStep(0.3);
+    QCOMPARE(w.slider()->maximum(), 3);
+    QSignalSpy spy(&w, &CMwQDoubleSlider::valueChanged);
+
+    // 0.14 is step 0 + 0.4667; at the top that fraction gives
+    // (3 + 0.4667) * 0.3 = 1.04, which is clamped to the maximum.
+    w.setValue(0.14);
+    QCOMPARE(w.slider()->value(), 0);
+    QCOMPARE(w.value(), 0.14);
+    w.slider()->setValue(3);
+    QCOMPARE(w.value(), 1.0);
+    QCOMPARE(w.sliderPosition(), 1.0);
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(spy.at(1).at(0).toDouble(), 1.0);
+
+    // 0.85 is step 3 - 0.1667; at the bottom (0 - 0.1667) * 0.3 = -0.05 is
+    // clamped to the minimum.
+    w.setValue(0.85);
+    QCOMPARE(w.slider()->value(), 3);
+    w.slider()->setValue(0);
+    QCOMPARE(w.value(), 0.0);
+    QCOMPARE(w.sliderPosition(), 0.0);
+    // In between the fraction is kept: (1 - 0.1667) * 0.3 = 0.25.
+    w.slider()->setValue(1);
+    QCOMPARE(w.value(), 0.25);
 }
 
 void tst_CMwQDoubleSlider::quotientBeyondTheIntegerRangeIsClamped()
@@ -703,9 +737,17 @@ void tst_CMwQDoubleSlider::replacedProxyIsDisconnected()
     LinearProxy first(2.0);
     LinearProxy second(3.0);
     w.setValueProxy(&first);
+    QCOMPARE(first.protocolReceivers(), 2);
+    // Every connection from the old proxy to the widget goes, also one the
+    // application made.
+    QVERIFY(connect(&first, SIGNAL(valueChanged(double)), &w, SLOT(setValue(double))));
+    QCOMPARE(first.valueReceivers(), 1);
     w.setValue(2.0);
     QCOMPARE(w.slider()->value(), 4);
     w.setValueProxy(&second);
+    QCOMPARE(first.protocolReceivers(), 0);
+    QCOMPARE(first.valueReceivers(), 0);
+    QCOMPARE(second.protocolReceivers(), 2);
     QCOMPARE(w.value(), 2.0);
     QCOMPARE(w.slider()->value(), 6);
     QCOMPARE(w.slider()->maximum(), 30);
