@@ -38,12 +38,12 @@ QString number(double value)
 CMwQDoubleSlider::TMwTickItemList decadeTicks()
 {
     // One word each: the slider wraps a label at its spaces.
-    return {{1.0, QSlider::TicksBelow, QStringLiteral("1Hz")},
-            {10.0, QSlider::TicksBelow, QStringLiteral("10Hz")},
-            {100.0, QSlider::TicksBelow, QStringLiteral("100Hz")},
-            {1000.0, QSlider::TicksBelow, QStringLiteral("1kHz")},
-            {10000.0, QSlider::TicksBelow, QStringLiteral("10kHz")},
-            {20000.0, QSlider::TicksAbove, QStringLiteral("20kHz")}};
+    return {{1.0, QSlider::TicksBelow, QStringLiteral("1 Hz")},
+            {10.0, QSlider::TicksBelow, QStringLiteral("10 Hz")},
+            {100.0, QSlider::TicksBelow, QStringLiteral("100 Hz")},
+            {1000.0, QSlider::TicksBelow, QStringLiteral("1 kHz")},
+            {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")},
+            {20000.0, QSlider::TicksAbove, QStringLiteral("20 kHz")}};
 }
 
 QWidget *createDoubleSlidersPage(GalleryLog *log)

@@ -49,11 +49,11 @@ int main(int argc, char **argv)
     band->setRange(20.0, 20000.0); // in Hz...
     band->setValueProxy(proxy); // ...kept in Hz while the slider runs in decades
     band->setSingleStep(0.01); // one step is 0.01 decade (slider units)
-    band->setTickItemList({{20.0, QSlider::TicksBelow, QStringLiteral("20Hz")},
-        {100.0, QSlider::TicksBelow, QStringLiteral("100Hz")},
-        {1000.0, QSlider::TicksBelow, QStringLiteral("1kHz")},
-        {10000.0, QSlider::TicksBelow, QStringLiteral("10kHz")},
-        {20000.0, QSlider::TicksAbove, QStringLiteral("20kHz")}});
+    band->setTickItemList({{20.0, QSlider::TicksBelow, QStringLiteral("20 Hz")},
+        {100.0, QSlider::TicksBelow, QStringLiteral("100 Hz")},
+        {1000.0, QSlider::TicksBelow, QStringLiteral("1 kHz")},
+        {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")},
+        {20000.0, QSlider::TicksAbove, QStringLiteral("20 kHz")}});
     band->setHandleToolTip(QStringLiteral("%1 Hz"));
     band->setValues(300.0, 3400.0); // a telephone band
 
