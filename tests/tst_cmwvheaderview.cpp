@@ -94,6 +94,7 @@ private Q_SLOTS:
     void treeViewGone();
     void wrapperForwards();
     void wrapperModelTester();
+    void wrapperResetsOnEveryShapeChange();
 };
 
 void tst_CMwVHeaderView::rowKShowsK()
@@ -389,6 +390,29 @@ void tst_CMwVHeaderView::wrapperModelTester()
     QVERIFY(!wrapper.sourceModel());
     QCOMPARE(wrapper.rowCount(), 0);
     QCOMPARE(wrapper.columnCount(), 0);
+}
+
+void tst_CMwVHeaderView::wrapperResetsOnEveryShapeChange()
+{
+    // Views over the wrapper learn of every change of the source's shape by
+    // one completed reset, also on the second and later changes.
+    QStandardItemModel source;
+    fillNumbered(source, 3);
+    CMwVHeaderViewModel wrapper;
+    wrapper.setSourceModel(&source);
+    QSignalSpy aboutToReset(&wrapper, &QAbstractItemModel::modelAboutToBeReset);
+    QSignalSpy reset(&wrapper, &QAbstractItemModel::modelReset);
+
+    source.appendRow(new QStandardItem(QStringLiteral("d")));
+    QCOMPARE(aboutToReset.count(), 1);
+    QCOMPARE(reset.count(), 1);
+    source.removeRows(0, 1);
+    QCOMPARE(reset.count(), 2);
+    source.insertColumn(1);
+    QCOMPARE(reset.count(), 3);
+    source.sort(0, Qt::DescendingOrder);
+    QCOMPARE(reset.count(), 4);
+    QCOMPARE(aboutToReset.count(), reset.count());
 }
 
 VEL_TEST_MAIN(tst_CMwVHeaderView)
