@@ -1,5 +1,7 @@
 #include "cmwhierarchicalheaderview_p.h"
 
+#include "modelshapesignals_p.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QItemSelectionModel>
 #include <QtGui/QCursor>
@@ -43,19 +45,8 @@ void CMwHeaderLeafCache::watch(QAbstractItemModel *model)
         m_watched = model;
         if (model) {
             // Any change of shape can move leaves between sections.
-            const char *signalList[] = {
-                SIGNAL(destroyed()),
-                SIGNAL(modelReset()),
-                SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
-                SIGNAL(rowsInserted(QModelIndex, int, int)),
-                SIGNAL(rowsRemoved(QModelIndex, int, int)),
-                SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
-                SIGNAL(columnsInserted(QModelIndex, int, int)),
-                SIGNAL(columnsRemoved(QModelIndex, int, int)),
-                SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
-            };
-            for (const char *signal : signalList)
-                connect(model, signal, this, SLOT(invalidate()));
+            connect(model, SIGNAL(destroyed()), this, SLOT(invalidate()));
+            velConnectShapeChanged(model, this, SLOT(invalidate()));
         }
     }
     invalidate();

@@ -1,5 +1,7 @@
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
+#include "modelshapesignals_p.h"
+
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
@@ -27,30 +29,8 @@ void CMwVHeaderViewModel::setSourceModel(QAbstractItemModel *model)
     if (model) {
         // The visible row count may change with any change of the source's
         // shape, and nothing tells by how much: every such change resets.
-        const char *aboutToChange[] = {
-            SIGNAL(modelAboutToBeReset()),
-            SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
-            SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
-            SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)),
-            SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
-            SIGNAL(columnsAboutToBeInserted(QModelIndex, int, int)),
-            SIGNAL(columnsAboutToBeRemoved(QModelIndex, int, int)),
-            SIGNAL(columnsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
-        };
-        const char *changed[] = {
-            SIGNAL(modelReset()),
-            SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
-            SIGNAL(rowsInserted(QModelIndex, int, int)),
-            SIGNAL(rowsRemoved(QModelIndex, int, int)),
-            SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
-            SIGNAL(columnsInserted(QModelIndex, int, int)),
-            SIGNAL(columnsRemoved(QModelIndex, int, int)),
-            SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
-        };
-        for (const char *signal : aboutToChange)
-            connect(model, signal, this, SLOT(onSourceAboutToChange()));
-        for (const char *signal : changed)
-            connect(model, signal, this, SLOT(onSourceChanged()));
+        velConnectShapeAboutToChange(model, this, SLOT(onSourceAboutToChange()));
+        velConnectShapeChanged(model, this, SLOT(onSourceChanged()));
         connect(model, SIGNAL(headerDataChanged(Qt::Orientation, int, int)), this,
                 SLOT(onSourceHeaderDataChanged(Qt::Orientation)));
         connect(model, SIGNAL(destroyed()), this, SLOT(onSourceAboutToChange()));
