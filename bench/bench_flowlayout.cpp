@@ -63,42 +63,48 @@ std::unique_ptr<CMwQFlowLayout> makeLayout(int items, bool grid)
     return layout;
 }
 
-void BM_SetGeometry(benchmark::State &state)
+// Every benchmark here is per item: N items, O(N) expected.
+void reportPerItem(benchmark::State &state)
 {
-    const auto layout = makeLayout(int(state.range(0)), false);
+    state.SetComplexityN(state.range(0));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void setGeometryPass(benchmark::State &state, bool grid)
+{
+    const auto layout = makeLayout(int(state.range(0)), grid);
     const QRect rect(0, 0, 800, 600);
     for (auto _ : state)
         layout->setGeometry(rect);
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    reportPerItem(state);
+}
+
+void heightForWidthPass(benchmark::State &state, bool grid)
+{
+    const auto layout = makeLayout(int(state.range(0)), grid);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(layout->heightForWidth(800));
+    reportPerItem(state);
+}
+
+void BM_SetGeometry(benchmark::State &state)
+{
+    setGeometryPass(state, false);
 }
 
 void BM_SetGeometryGrid(benchmark::State &state)
 {
-    const auto layout = makeLayout(int(state.range(0)), true);
-    const QRect rect(0, 0, 800, 600);
-    for (auto _ : state)
-        layout->setGeometry(rect);
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    setGeometryPass(state, true);
 }
 
 void BM_HeightForWidth(benchmark::State &state)
 {
-    const auto layout = makeLayout(int(state.range(0)), false);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(layout->heightForWidth(800));
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    heightForWidthPass(state, false);
 }
 
 void BM_HeightForWidthGrid(benchmark::State &state)
 {
-    const auto layout = makeLayout(int(state.range(0)), true);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(layout->heightForWidth(800));
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    heightForWidthPass(state, true);
 }
 
 // Real widgets: the pass also moves and resizes every (hidden-window) child.
@@ -116,8 +122,7 @@ void BM_SetGeometryWidgets(benchmark::State &state)
         layout->setGeometry(toggle ? wide : narrow);
         toggle = !toggle;
     }
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    reportPerItem(state);
 }
 
 constexpr int kPeerColumns = 10;
@@ -140,8 +145,7 @@ void BM_QtGridLayoutSetGeometry(benchmark::State &state)
         layout->invalidate();
         layout->setGeometry(rect);
     }
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    reportPerItem(state);
     state.SetLabel("QGridLayout");
 }
 
@@ -154,8 +158,7 @@ void BM_QtGridLayoutSizeHint(benchmark::State &state)
         layout->invalidate();
         benchmark::DoNotOptimize(layout->sizeHint());
     }
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    reportPerItem(state);
     state.SetLabel("QGridLayout");
 }
 
@@ -174,8 +177,7 @@ void BM_QtGridLayoutSetGeometryWidgets(benchmark::State &state)
         layout->setGeometry(toggle ? wide : narrow);
         toggle = !toggle;
     }
-    state.SetComplexityN(state.range(0));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    reportPerItem(state);
     state.SetLabel("QGridLayout");
 }
 
