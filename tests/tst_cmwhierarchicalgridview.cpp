@@ -19,6 +19,14 @@
 namespace {
 
 // "A(x y) B": the header model's cells, children in brackets.
+// Shows a widget at a given size and waits until it is on screen.
+bool showAt(QWidget &widget, int width, int height)
+{
+    widget.resize(width, height);
+    widget.show();
+    return QTest::qWaitForWindowExposed(&widget);
+}
+
 QString describe(const QAbstractItemModel *model, const QModelIndex &parent = QModelIndex())
 {
     QStringList cells;
@@ -606,9 +614,7 @@ void tst_CMwHierarchicalGridView::hideAndShowColumnsThroughMenu()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
 
@@ -631,9 +637,7 @@ void tst_CMwHierarchicalGridView::resizeSectionsFollow()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
     QCOMPARE(table->columnWidth(0), header->sectionSize(0));
@@ -664,9 +668,7 @@ void tst_CMwHierarchicalGridView::scrollStatisticsScrollsBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(260, 300);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 260, 300));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 200);
     QScrollBar *bar = statistics(grid)->horizontalScrollBar();
@@ -680,9 +682,7 @@ void tst_CMwHierarchicalGridView::sortByClickingHeader()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QAbstractItemModel *proxy = grid.model();
     // Sorted by the first column from the start.
@@ -708,9 +708,7 @@ void tst_CMwHierarchicalGridView::groupAndUngroupThroughMenu()
     grid.setModel(model);
     QVERIFY(connect(grid.horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
                     SLOT(groupByColumn(mw_int32))));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     QAbstractItemModel *proxy = grid.model();
     QHeaderView *rows = grid.verticalHeader();
     QCOMPARE(rows->count(), 4);
@@ -736,9 +734,7 @@ void tst_CMwHierarchicalGridView::filterThroughEditor()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(800, 500);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 800, 500));
     auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
     action(grid, QStringLiteral("Define Filter"))->trigger();
     QVERIFY(filter->isVisible());
@@ -763,9 +759,7 @@ void tst_CMwHierarchicalGridView::eventFilterHeights()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(700, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 700, 400));
     QTableView *table = statistics(grid);
     QScrollBar *bar = table->horizontalScrollBar();
     const int rows = 6 * table->rowHeight(0);
@@ -795,9 +789,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     CMwGridTableModel deep;
     deep.setTable(paths({"L1/L2/a", "L1/L2/b"}), {{1, 2}});
     grid.setModel(&flat);
-    grid.resize(500, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 500, 400));
     QHeaderView *header = grid.horizontalHeader();
     auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
     const int one = header->height();
@@ -821,9 +813,7 @@ void tst_CMwHierarchicalGridView::rowHeightsFollowBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(500, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 500, 400));
     const int row = body(grid)->sizeHintForRow(0);
     QVERIFY(row > 0);
     QTableView *table = statistics(grid);
@@ -845,9 +835,7 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
-    grid.resize(600, 420);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 420));
     QHeaderView *header = grid.horizontalHeader();
     header->resizeSection(1, 90);
     header->resizeSection(2, 90);
@@ -925,9 +913,7 @@ void tst_CMwHierarchicalGridView::rowNumbersScrollWithBody()
         records.append(QVector<QVariant>{i});
     model.setTable(paths({"N"}), records);
     grid.setModel(&model);
-    grid.resize(300, 300);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 300, 300));
     QScrollBar *bar = body(grid)->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 100);
     bar->setValue(77);
@@ -950,9 +936,7 @@ void tst_CMwHierarchicalGridView::resizeButtonFitsContents()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     // What fitting to the contents gives (header captions and cells alike).
     header->resizeSections(QHeaderView::ResizeToContents);
@@ -978,9 +962,7 @@ void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    QVERIFY(showAt(grid, 600, 400));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 60);
     QCoreApplication::processEvents();
