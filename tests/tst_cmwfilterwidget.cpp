@@ -164,9 +164,7 @@ void tst_CMwFilterWidget::widthsHold()
     QCOMPARE(editor.columnWidth(1), 50);
     QCOMPARE(editor.columnWidth(2), 180);
     QCOMPARE(editor.columnWidth(3), 170);
-    editor.resize(700, 200);
-    editor.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&editor));
+    QVERIFY(showAt(editor, 700, 200));
     QCOMPARE(editor.columnWidth(0), 20);
     QCOMPARE(editor.columnWidth(1), 50);
     QCOMPARE(editor.columnWidth(2), 180);

@@ -157,9 +157,7 @@ void tst_CMwGridTreeView::groupRowIsOneBand()
     CMwHierarchicalGridView grid;
     Rig rig(&model, insideGrid ? &grid : nullptr);
     if (insideGrid) {
-        grid.resize(400, 300);
-        grid.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QVERIFY(showAt(grid, 400, 300));
     } else {
         rig.tree.show();
         QVERIFY(QTest::qWaitForWindowExposed(&rig.tree));

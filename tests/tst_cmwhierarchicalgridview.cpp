@@ -19,14 +19,6 @@
 namespace {
 
 // "A(x y) B": the header model's cells, children in brackets.
-// Shows a widget at a given size and waits until it is on screen.
-bool showAt(QWidget &widget, int width, int height)
-{
-    widget.resize(width, height);
-    widget.show();
-    return QTest::qWaitForWindowExposed(&widget);
-}
-
 QString describe(const QAbstractItemModel *model, const QModelIndex &parent = QModelIndex())
 {
     QStringList cells;

@@ -249,9 +249,7 @@ void tst_CMwHierarchicalHeaderView::topLevelLeavesFillHeight()
     header.setHeaderModel(cells);
     for (int i = 0; i < 3; ++i)
         header.resizeSection(i, 60);
-    header.resize(180, 50);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 180, 50));
     style.calls.clear();
     const QImage image = renderWidget(&header);
 
@@ -287,9 +285,7 @@ void tst_CMwHierarchicalHeaderView::parentSpansLeaves()
         {group("P", {leaf("a"), leaf("b"), leaf("c")}, QSize(10, 30)), leaf("Q")}, &header));
     for (int i = 0; i < 4; ++i)
         header.resizeSection(i, 50);
-    header.resize(260, 80);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 260, 80));
 
     style.calls.clear();
     QImage image = renderWidget(&header);
@@ -332,9 +328,7 @@ void tst_CMwHierarchicalHeaderView::resizedMiddleSectionRepaintsParent()
         buildHeaderModel({leaf("L"), group("P", {leaf("a"), leaf("b"), leaf("c")})}, &header));
     for (int i = 0; i < 4; ++i)
         header.resizeSection(i, 50);
-    header.resize(300, 60);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 300, 60));
     QApplication::processEvents();
 
     PaintSpy spy;
@@ -369,9 +363,7 @@ void tst_CMwHierarchicalHeaderView::onlyLeafShowsSelection()
     view.setSelectionBehavior(QAbstractItemView::SelectColumns);
     view.selectionModel()->select(
         QItemSelection(items.index(0, 0), items.index(2, 0)), QItemSelectionModel::Select);
-    view.resize(400, 200);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QVERIFY(showAt(view, 400, 200));
 
     style.calls.clear();
     renderWidget(header);
@@ -407,9 +399,7 @@ void tst_CMwHierarchicalHeaderView::rotatedCaption()
     header.setHeaderModel(buildHeaderModel({turned, leaf("WWWWWWWW")}, &header));
     header.resizeSection(0, 40);
     header.resizeSection(1, 120);
-    header.resize(200, 130);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 200, 130));
 
     style.calls.clear();
     const QImage image = renderWidget(&header);
@@ -462,9 +452,7 @@ void tst_CMwHierarchicalHeaderView::sectionWithoutLeafIsBlank()
     header.setHeaderModel(buildHeaderModel({leaf("a"), leaf("b")}, &header));
     for (int i = 0; i < 3; ++i)
         header.resizeSection(i, 100);
-    header.resize(300, 40);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 300, 40));
 
     style.calls.clear();
     const QImage image = renderWidget(&header);
@@ -494,9 +482,7 @@ void tst_CMwHierarchicalHeaderView::extraPieceRightOfLastSection()
     header.setHeaderModel(buildHeaderModel({leaf("a"), leaf("b")}, &header));
     header.resizeSection(0, 60);
     header.resizeSection(1, 60);
-    header.resize(300, 40);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 300, 40));
 
     style.calls.clear();
     const QImage image = renderWidget(&header);
@@ -526,9 +512,7 @@ void tst_CMwHierarchicalHeaderView::cellBrushesAndFont()
     cells->item(0, 0)->setForeground(QBrush(Qt::red));
     cells->item(0, 0)->setBackground(QBrush(Qt::blue));
     header.setHeaderModel(cells);
-    header.resize(120, 40);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 120, 40));
     style.calls.clear();
     renderWidget(&header);
     const auto *call = findCall(style.callsOf(QStyle::CE_Header), "a");
@@ -721,9 +705,7 @@ void tst_CMwHierarchicalHeaderView::contextMenuTexts()
     QStandardItemModel items(1, 3);
     CMwHierarchicalHeaderView header(Qt::Horizontal);
     header.setModel(&items);
-    header.resize(300, 30);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 300, 30));
     int minimumWidth = 0;
     const QStringList texts = runMenu(&header, QPoint(5, 5), QString(), &minimumWidth);
     QCOMPARE(texts, QStringList({"Hide Column", "Show All Columns", "|", "Group By", "Ungroup"}));
@@ -763,9 +745,7 @@ void tst_CMwHierarchicalHeaderView::contextMenu()
         header.resizeSection(i, 50);
     if (hiddenBefore >= 0)
         header.setSectionHidden(hiddenBefore, true);
-    header.resize(300, 30);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 300, 30));
 
     QStringList emitted;
     connect(&header, &CMwHierarchicalHeaderView::showColumn, this,
@@ -789,9 +769,7 @@ void tst_CMwHierarchicalHeaderView::hideColumnKeepsLastVisible()
     header.resizeSection(0, 80);
     header.resizeSection(1, 80);
     header.setSectionHidden(0, true);
-    header.resize(200, 30);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 200, 30));
     QSignalSpy spy(&header, SIGNAL(showColumn(mw_int32, bool)));
     QVERIFY(spy.isValid());
 
@@ -818,9 +796,7 @@ void tst_CMwHierarchicalHeaderView::groupBySortsModel()
     header.setModel(&items);
     header.resizeSection(0, 60);
     header.resizeSection(1, 60);
-    header.resize(200, 30);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 200, 30));
     QSignalSpy spy(&header, SIGNAL(groupByColumn(mw_int32)));
     runMenu(&header, QPoint(header.sectionViewportPosition(1) + 5, 10), "Group By");
     QCOMPARE(items.index(0, 1).data().toString(), QString("apple"));
@@ -832,9 +808,7 @@ void tst_CMwHierarchicalHeaderView::groupBySortsModel()
 
     // Without a model the choice is still reported (outside any section: -1).
     CMwHierarchicalHeaderView bare(Qt::Horizontal);
-    bare.resize(200, 30);
-    bare.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bare));
+    QVERIFY(showAt(bare, 200, 30));
     QSignalSpy bareSpy(&bare, SIGNAL(groupByColumn(mw_int32)));
     runMenu(&bare, QPoint(10, 10), "Group By");
     QCOMPARE(bareSpy.count(), 1);
@@ -897,9 +871,7 @@ void tst_CMwHierarchicalHeaderView::guardedHeaderModel()
     header.setModel(&items);
     auto *cells = buildHeaderModel({leaf("a"), leaf("b")}, nullptr);
     header.setHeaderModel(cells);
-    header.resize(200, 30);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 200, 30));
     const QSize measured = header.sectionSizeFromContents(0);
     delete cells;
     QVERIFY(!header.headerModel());
@@ -928,9 +900,7 @@ void tst_CMwHierarchicalHeaderView::verticalHeader()
     QCOMPARE(header.count(), 3);
     for (int i = 0; i < 3; ++i)
         header.resizeSection(i, 30);
-    header.resize(100, 120);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 100, 120));
     style.calls.clear();
     renderWidget(&header);
     const auto headers = style.callsOf(QStyle::CE_Header);
@@ -1053,9 +1023,7 @@ void tst_CMwHierarchicalHeaderView::cachedPaintingMatchesWalk()
     header.setModel(&items);
     header.setHeaderModel(buildHeaderModel(irregularTree(), &header));
     header.resizeSections(QHeaderView::ResizeToContents);
-    header.resize(900, header.sizeHint().height());
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 900, header.sizeHint().height()));
 
     QVector<QSize> cachedSizes;
     for (int i = 0; i < header.count(); ++i)

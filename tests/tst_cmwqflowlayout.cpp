@@ -713,9 +713,7 @@ void tst_CMwQFlowLayout::topLevelWindowRewraps()
 
     // Exactly three per line: the third ends on the last column.
     const int threeWide = m.left() + 3 * 40 + 2 * s + m.right() + 1;
-    window.resize(threeWide, 300);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAt(window, threeWide, 300));
     for (int i = 0; i < 6; ++i) {
         QCOMPARE(widgets.at(i)->geometry(),
             QRect(m.left() + (i % 3) * (40 + s), m.top() + (i / 3) * (20 + v), 40, 20));
@@ -750,9 +748,7 @@ void tst_CMwQFlowLayout::nestedWidgetHeightFollowsHeightForWidth()
     for (int i = 0; i < 5; ++i)
         flow->layout()->addWidget(new FixedWidget(QSize(50, 16)));
 
-    window.resize(400, 400);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAt(window, 400, 400));
     QTRY_COMPARE(flow->height(), flow->heightForWidth(flow->width()));
     const int wideHeight = flow->height();
 
@@ -800,9 +796,7 @@ void tst_CMwQFlowLayout::widgetPropertiesAreOnlyStored()
     auto *b = new FixedWidget(QSize(30, 10));
     layout->addWidget(a);
     layout->addWidget(b);
-    widget.resize(200, 100);
-    widget.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    QVERIFY(showAt(widget, 200, 100));
     const QRect aBefore = a->geometry();
     QCOMPARE(
         aBefore, QRect(layout->contentsMargins().left(), layout->contentsMargins().top(), 30, 10));

@@ -262,9 +262,7 @@ void tst_CMwVHeaderView::emptyModelShowsBlankColumn()
     header.setTreeView(&tree);
     header.setModel(&model);
     QCOMPARE(header.count(), 0);
-    header.resize(40, 200);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 40, 200));
     style.calls.clear();
     const QImage image = renderWidget(&header);
 
@@ -319,9 +317,7 @@ void tst_CMwVHeaderView::treeViewGone()
     header.setTreeView(tree);
     QCOMPARE(header.treeView(), tree);
     header.setModel(&model);
-    header.resize(40, 120);
-    header.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&header));
+    QVERIFY(showAt(header, 40, 120));
     delete tree;
     QVERIFY(!header.treeView());
     // Falls back to the plain header: still four sections, nothing breaks.

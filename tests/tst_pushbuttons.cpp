@@ -458,9 +458,7 @@ void tst_PushButtons::directionChangeRepaints()
 {
     CMwPickerPushButton picker;
     setTriangleColor(&picker);
-    picker.resize(100, 30);
-    picker.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&picker));
+    QVERIFY(showAt(picker, 100, 30));
     PaintCounter counter;
     picker.installEventFilter(&counter);
     QCoreApplication::processEvents();

@@ -18,6 +18,14 @@ inline void velSetUpTestLook()
     QApplication::setFont(font);
 }
 
+// Shows a widget at a given size and waits until it is on screen.
+inline bool showAt(QWidget &widget, int width, int height)
+{
+    widget.resize(width, height);
+    widget.show();
+    return QTest::qWaitForWindowExposed(&widget);
+}
+
 #define VEL_TEST_MAIN(TestObject)                                                                  \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
