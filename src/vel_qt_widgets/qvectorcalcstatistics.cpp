@@ -426,6 +426,30 @@ inline quint64 bitsOf(double d)
 // sorted as plain 64-bit items; the walk below is the general one's, step
 // for step, so every result is the same to the bit. Returns false, having
 // set nothing, for any other column.
+
+// Adds the n-th value x of a numeric column to the running figures: the
+// mean updated value by value, and the spread accumulated as x times its
+// distance from the mean *before* the update. That spread is the figure the
+// grid has always shown, kept on purpose (1, 2, 3 give 7.5).
+inline void accumulate(double x, qint64 n, double &mean, double &sum, double &min, double &max)
+{
+    const double d = x - mean;
+    mean = mean + d / double(n);
+    sum += x * d;
+    if (x < min)
+        min = x;
+    if (x > max)
+        max = x;
+}
+
+inline double standardDeviation(double sum, qint64 n)
+{
+    double variance = n != 0 ? sum / double(n) : 0.0;
+    if (variance < 0)
+        variance = 0;
+    return std::sqrt(variance);
+}
+
 template <typename Cells>
 bool scalarStatistics(const Cells &values, double &count, double &distinct,
                       double &min, double &max, double &mean, double &stdev)
@@ -529,15 +553,7 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
             distinct += 1;
         }
         n += 1;
-        const double d = x - mean;
-        mean = mean + d / double(n);
-        // x times its distance from the mean *before* the update, as in the
-        // general walk.
-        sum += x * d;
-        if (x < min)
-            min = x;
-        if (x > max)
-            max = x;
+        accumulate(x, n, mean, sum, min, max);
     };
     for (const quint64 item : items)
         visit(item, valueOf(item), false);
@@ -545,10 +561,7 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
         visit(bitsOf(x), x, true);
 
     count = double(n);
-    double variance = n != 0 ? sum / double(n) : 0.0;
-    if (variance < 0)
-        variance = 0;
-    stdev = std::sqrt(variance);
+    stdev = standardDeviation(sum, n);
     return true;
 }
 
@@ -598,26 +611,12 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
             distinct += 1;
         }
         n += 1;
-        if (numeric) {
-            const double x = v.toDouble();
-            const double d = x - mean;
-            mean = mean + d / double(n);
-            // x times its distance from the mean *before* the update: the
-            // spread the grid has always shown, kept on purpose.
-            sum += x * d;
-            if (x < min)
-                min = x;
-            if (x > max)
-                max = x;
-        }
+        if (numeric)
+            accumulate(v.toDouble(), n, mean, sum, min, max);
     }
     count = double(n);
-    if (numeric) {
-        double variance = n != 0 ? sum / double(n) : 0.0;
-        if (variance < 0)
-            variance = 0;
-        stdev = std::sqrt(variance);
-    }
+    if (numeric)
+        stdev = standardDeviation(sum, n);
 }
 
 template <typename Cells>
