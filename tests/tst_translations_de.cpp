@@ -19,6 +19,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyleOptionComboBox>
+#include <QtWidgets/QStyleOptionHeader>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QTreeView>
@@ -456,6 +457,17 @@ void tst_TranslationsDe::statisticsLabels()
     for (int row = 0; row < statistics->model()->rowCount(); ++row)
         labels << statistics->model()->headerData(row, Qt::Vertical).toString();
     QCOMPARE(labels, ::statisticsLabels);
+    // The label column is at most 50 pixels wide; no German label is cut.
+    QHeaderView *labelColumn = statistics->verticalHeader();
+    QStyleOptionHeader option;
+    option.initFrom(labelColumn);
+    option.rect = QRect(0, 0, labelColumn->width(), labelColumn->defaultSectionSize());
+    const int room = labelColumn->style()
+                         ->subElementRect(QStyle::SE_HeaderLabel, &option, labelColumn)
+                         .width();
+    QVERIFY(room > 0);
+    for (const QString &label : qAsConst(labels))
+        QVERIFY2(labelColumn->fontMetrics().horizontalAdvance(label) <= room, qPrintable(label));
 }
 
 void tst_TranslationsDe::filterEditor()
