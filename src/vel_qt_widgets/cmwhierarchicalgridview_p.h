@@ -21,6 +21,9 @@ public:
     QTableView *statisticTableView() const;
     CMwFilterWidget *filterTable() const;
     CMwVHeaderView *rowNumbers() const;
+    // The menu key or Shift+F10 in the body: runs the column menu for the
+    // current column and says whether the event was used.
+    bool handleBodyMenuKey(QEvent *event);
 
     CMwHierarchicalGridView *q_ptr = nullptr;
     QColor branchParentColor = Qt::lightGray;
