@@ -14,11 +14,24 @@ CMwPickerForTablePrivate::CMwPickerForTablePrivate(CMwPickerForTable *q)
 
 CMwPickerForTablePrivate::~CMwPickerForTablePrivate() = default;
 
+void CMwPickerForTablePrivate::updateDescription()
+{
+    Q_Q(CMwPickerForTable);
+    if (q->accessibleDescription() != ownDescription)
+        return;
+    QString description;
+    if (q->currentIndex() == -1 && q->currentText().isEmpty())
+        description = m_text.isEmpty() ? VelFilterTexts::selectText() : m_text;
+    ownDescription = description;
+    q->setAccessibleDescription(description);
+}
+
 CMwPickerForTable::CMwPickerForTable(QWidget *parent)
     : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
 {
     init(nullptr, parent);
     setCurrentIndex(-1);
+    d_vel->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
@@ -26,6 +39,7 @@ CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
 {
     init(model, parent);
     setCurrentIndex(-1);
+    d_vel->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *model, QWidget *parent)
@@ -35,6 +49,7 @@ CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *mo
     init(model, parent);
     setCurrentIndex(findData(text, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive));
     d->m_text = text;
+    d->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(CMwPickerForTablePrivate *d, QWidget *parent)
@@ -123,6 +138,8 @@ void CMwPickerForTable::paintEvent(QPaintEvent *event)
 
 void CMwPickerForTable::onCurrentIndexChanged(int index)
 {
+    Q_D(CMwPickerForTable);
+    d->updateDescription();
     // The popup closes (and says so) before the choice is reported.
     hidePopup();
     QModelIndex modelIndex;
