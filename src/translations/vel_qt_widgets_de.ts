@@ -157,5 +157,9 @@
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
+    <message>
+        <source>Fit Columns to Contents</source>
+        <translation>Spalten an Inhalt anpassen</translation>
+    </message>
 </context>
 </TS>
