@@ -1,4 +1,5 @@
 #include <vel_qt_widgets/CMwGridTableModel.h>
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 
 #include "vel_test_main.h"
 
@@ -23,14 +24,51 @@ private Q_SLOTS:
     void groupingKeepsPersistentIndexes();
     void groupingSignals();
     void groupByInvalidColumn();
+    void groupingUnderFilter();
+    void groupingFollowsRecordChangesUnderFilter();
+    void regroupingMovesPersistentRecords();
     void modelTesterThroughEveryOperation();
     void readCsv();
     void readCsvFailures();
     void loadCsvFile();
 
 private:
+    static void watch(QAbstractItemModel *model);
     static void fillCities(CMwGridTableModel &model);
 };
+
+// A fatal-mode tester for the lifetime of \a model: any broken model
+// contract aborts the test at the signal that broke it.
+void tst_CMwGridTableModel::watch(QAbstractItemModel *model)
+{
+    new QAbstractItemModelTester(
+        model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
+}
+
+namespace {
+
+QVector<QVariant> condition(const QString &column, int comparator, const QVariant &value)
+{
+    return {QVariant(), CMwSortFilterProxyModel::operatorTexts().at(0), column,
+        CMwSortFilterProxyModel::comparatorTexts().at(comparator), value};
+}
+
+// Positions in CMwSortFilterProxyModel::comparatorTexts().
+constexpr int isGreater = 2;
+constexpr int isEqual = 4;
+constexpr int isEmpty = 6;
+
+// The display texts of \a parent's rows in column \a column.
+QStringList texts(
+    const QAbstractItemModel &model, const QModelIndex &parent = QModelIndex(), int column = 0)
+{
+    QStringList result;
+    for (int r = 0; r < model.rowCount(parent); ++r)
+        result.append(model.index(r, column, parent).data().toString());
+    return result;
+}
+
+} // namespace
 
 // City, Value: Oslo 1, Bergen 2, Oslo 3, (empty) 4, Bergen 5
 void tst_CMwGridTableModel::fillCities(CMwGridTableModel &model)
@@ -47,6 +85,7 @@ void tst_CMwGridTableModel::fillCities(CMwGridTableModel &model)
 void tst_CMwGridTableModel::headerRoles()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QCOMPARE(model.columnCount(), 2);
     const QVariant path = model.headerData(0, Qt::Horizontal, HeaderPathRole);
@@ -61,6 +100,7 @@ void tst_CMwGridTableModel::headerRoles()
 void tst_CMwGridTableModel::itemRoles()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QCOMPARE(model.rowCount(), 5);
     QCOMPARE(model.index(2, 0).data().toString(), QStringLiteral("Oslo"));
@@ -79,6 +119,7 @@ void tst_CMwGridTableModel::itemRoles()
 void tst_CMwGridTableModel::statisticsRoles()
 {
     CMwGridTableModel model;
+    watch(&model);
     model.setTable({{QStringLiteral("N")}, {QStringLiteral("T")}},
                    {{1, QStringLiteral("b")}, {2, QStringLiteral("a")}, {3, QStringLiteral("b")}});
     // Asked on row 0, and on any other row alike (a sorting proxy asks on
@@ -103,6 +144,7 @@ void tst_CMwGridTableModel::statisticsRoles()
 void tst_CMwGridTableModel::statisticsFollowChanges()
 {
     CMwGridTableModel model;
+    watch(&model);
     model.setTable({{QStringLiteral("N")}}, {{1}, {2}, {3}});
     QCOMPARE(model.index(0, 0).data(StatMaxRole).toDouble(), 3.0);
 
@@ -128,6 +170,7 @@ void tst_CMwGridTableModel::statisticsFollowChanges()
 void tst_CMwGridTableModel::visibleRowCount()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QCOMPARE(model.headerData(0, Qt::Vertical, VisibleRowCountRole).toInt(), 5);
     QCOMPARE(model.headerData(3, Qt::Vertical, VisibleRowCountRole).toInt(), 5);
@@ -139,6 +182,7 @@ void tst_CMwGridTableModel::visibleRowCount()
 void tst_CMwGridTableModel::grouping()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     model.groupByColumn(0);
     QCOMPARE(model.groupColumn(), 0);
@@ -188,6 +232,7 @@ void tst_CMwGridTableModel::grouping()
 void tst_CMwGridTableModel::groupingKeepsPersistentIndexes()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     const QPersistentModelIndex record4(model.index(4, 1));
     model.groupByColumn(0);
@@ -205,6 +250,7 @@ void tst_CMwGridTableModel::groupingKeepsPersistentIndexes()
 void tst_CMwGridTableModel::groupingSignals()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
     QSignalSpy column(&model, &CMwGridTableModel::groupColumnChanged);
@@ -227,6 +273,7 @@ void tst_CMwGridTableModel::groupingSignals()
 void tst_CMwGridTableModel::groupByInvalidColumn()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
     QTest::ignoreMessage(QtWarningMsg, "CMwGridTableModel::groupByColumn: no column 2");
@@ -239,15 +286,123 @@ void tst_CMwGridTableModel::groupByInvalidColumn()
     QCOMPARE(model.groupColumn(), -1);
 }
 
+// A filter on another column keeps working on records: a group row shows
+// while any of its records passes, with just the records that pass.
+void tst_CMwGridTableModel::groupingUnderFilter()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    fillCities(model);
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    watch(&proxy);
+    const QString value = QStringLiteral("Data / Value");
+    proxy.setFilterRows({condition(value, isGreater, QStringLiteral("1"))});
+    QCOMPARE(texts(proxy, QModelIndex(), 1),
+        (QStringList {
+            QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5")}));
+
+    model.groupByColumn(0);
+    QCOMPARE(texts(proxy),
+        (QStringList {QStringLiteral("City: Bergen (2)"), QStringLiteral("City: Oslo (2)"),
+            QStringLiteral("City: (empty) (1)")}));
+    QCOMPARE(texts(proxy, proxy.index(0, 0), 1),
+        (QStringList {QStringLiteral("2"), QStringLiteral("5")}));
+    QCOMPARE(texts(proxy, proxy.index(1, 0), 1), QStringList {QStringLiteral("3")});
+    QCOMPARE(texts(proxy, proxy.index(2, 0), 1), QStringList {QStringLiteral("4")});
+
+    proxy.setFilterRows({condition(value, isGreater, QStringLiteral("4"))});
+    QCOMPARE(texts(proxy), QStringList {QStringLiteral("City: Bergen (2)")});
+    QCOMPARE(texts(proxy, proxy.index(0, 0), 1), QStringList {QStringLiteral("5")});
+
+    // A condition on the grouped column itself tests the records' values,
+    // not the group row's caption.
+    proxy.setFilterRows({condition(QStringLiteral("Place / City"), isEqual, QStringLiteral("Oslo"))});
+    QCOMPARE(texts(proxy), QStringList {QStringLiteral("City: Oslo (2)")});
+    QCOMPARE(texts(proxy, proxy.index(0, 0), 1),
+        (QStringList {QStringLiteral("1"), QStringLiteral("3")}));
+
+    // Group rows hold no value of their own in the other columns; an empty
+    // test passes them only through a record with an empty cell.
+    proxy.setFilterRows({condition(value, isEmpty, QVariant())});
+    QCOMPARE(proxy.rowCount(), 0);
+
+    proxy.setFilterRows({condition(value, isGreater, QStringLiteral("3"))});
+    model.groupByColumn(-1);
+    QCOMPARE(
+        texts(proxy, QModelIndex(), 1), (QStringList {QStringLiteral("4"), QStringLiteral("5")}));
+}
+
+// A record whose value changes can show or hide its group row.
+void tst_CMwGridTableModel::groupingFollowsRecordChangesUnderFilter()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    fillCities(model);
+    model.groupByColumn(0);
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    watch(&proxy);
+    proxy.setFilterRows(
+        {condition(QStringLiteral("Data / Value"), isGreater, QStringLiteral("4"))});
+    QCOMPARE(texts(proxy), QStringList {QStringLiteral("City: Bergen (2)")});
+
+    model.setValue(4, 1, 0);
+    QCOMPARE(proxy.rowCount(), 0);
+
+    model.setValue(2, 1, 7);
+    QCOMPARE(texts(proxy), QStringList {QStringLiteral("City: Oslo (2)")});
+    QCOMPARE(texts(proxy, proxy.index(0, 0), 1), QStringList {QStringLiteral("7")});
+}
+
+// Regrouping moves records between parents; every persistent index on a
+// record must follow it, whoever holds it.
+void tst_CMwGridTableModel::regroupingMovesPersistentRecords()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    fillCities(model);
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    watch(&proxy);
+    proxy.setFilterRows(
+        {condition(QStringLiteral("Data / Value"), isGreater, QStringLiteral("1"))});
+    model.groupByColumn(0);
+    QVector<QPersistentModelIndex> kept;
+    for (int g = 0; g < proxy.rowCount(); ++g) {
+        const QModelIndex group = proxy.index(g, 0);
+        for (int r = 0; r < proxy.rowCount(group); ++r)
+            kept.append(proxy.index(r, 1, group));
+    }
+    QCOMPARE(kept.size(), 4);
+    model.groupByColumn(1);
+    model.setValue(1, 0, QStringLiteral("Oslo"));
+    model.groupByColumn(0);
+    model.setValue(1, 0, QStringLiteral("Bergen"));
+    model.appendRecord({QStringLiteral("Oslo"), 8});
+    for (const QPersistentModelIndex &index : kept) {
+        QVERIFY(index.isValid());
+        QVERIFY(index.parent().isValid());
+        QCOMPARE(index.parent().data().toString().left(5), QStringLiteral("City:"));
+    }
+    QSet<int> values;
+    for (const QPersistentModelIndex &index : kept)
+        values.insert(index.data().toInt());
+    QCOMPARE(values, (QSet<int> {2, 3, 4, 5}));
+    model.groupByColumn(-1);
+    for (const QPersistentModelIndex &index : kept)
+        QCOMPARE(
+            index.sibling(index.row(), 1).data(RowNumberRole).toInt() + 1, index.data().toInt());
+}
+
 void tst_CMwGridTableModel::modelTesterThroughEveryOperation()
 {
     CMwGridTableModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    watch(&model);
     QSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
     proxy.sort(1, Qt::DescendingOrder);
-    QAbstractItemModelTester proxyTester(&proxy,
-                                         QAbstractItemModelTester::FailureReportingMode::QtTest);
+    watch(&proxy);
 
     fillCities(model);
     model.appendRecord({QStringLiteral("Tromsø"), 7});
@@ -279,7 +434,7 @@ void tst_CMwGridTableModel::readCsv()
     QBuffer buffer(&csv);
     buffer.open(QIODevice::ReadOnly);
     CMwGridTableModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    watch(&model);
     QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
     QVERIFY(model.readCsv(&buffer));
     QCOMPARE(layout.count(), 1);
@@ -316,6 +471,7 @@ void tst_CMwGridTableModel::readCsv()
 void tst_CMwGridTableModel::readCsvFailures()
 {
     CMwGridTableModel model;
+    watch(&model);
     fillCities(model);
     QByteArray nothing;
     QBuffer empty(&nothing);
@@ -339,6 +495,7 @@ void tst_CMwGridTableModel::loadCsvFile()
     file.write("A|x,A|y,B\n1,2,3\n4,5,6\n");
     file.close();
     CMwGridTableModel model;
+    watch(&model);
     QVERIFY(model.loadCsv(file.fileName()));
     QCOMPARE(model.recordCount(), 2);
     QCOMPARE(model.value(1, 2).toInt(), 6);

@@ -334,6 +334,12 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
     }
     const QModelIndex changed = d->indexOfRecord(record, column);
     emit dataChanged(changed, changed);
+    // A filter shows a group row while any of its records passes: the group
+    // row is announced too, so that a filtering proxy asks again.
+    if (d->isGrouped()) {
+        const QModelIndex group = changed.parent();
+        emit dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
+    }
 }
 
 int CMwGridTableModel::groupColumn() const
