@@ -4,6 +4,7 @@
 #include "vel_test_main.h"
 
 #include <QtCore/QBuffer>
+#include <QtCore/QDate>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtCore/QTemporaryFile>
 #include <QtTest/QAbstractItemModelTester>
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void groupingUnderFilter();
     void groupingFollowsRecordChangesUnderFilter();
     void regroupingMovesPersistentRecords();
+    void groupsFollowStatisticsOrder();
     void modelTesterThroughEveryOperation();
     void readCsv();
     void readCsvFailures();
@@ -393,6 +395,38 @@ void tst_CMwGridTableModel::regroupingMovesPersistentRecords()
     for (const QPersistentModelIndex &index : kept)
         QCOMPARE(
             index.sibling(index.row(), 1).data(RowNumberRole).toInt() + 1, index.data().toInt());
+}
+
+// "Distinct" and the groups split one column at the same places, whatever
+// the types in it.
+void tst_CMwGridTableModel::groupsFollowStatisticsOrder()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    // An empty text and an invalid date: the text orders first (smaller
+    // type number), and the date differs from it.
+    model.setTable({{QStringLiteral("Mixed")}}, {{QDate()}, {QString(QLatin1String(""))}});
+    QCOMPARE(model.index(0, 0).data(StatDistinctRole).toDouble(), 2.0);
+    model.groupByColumn(0);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.rowCount(model.index(0, 0)), 1);
+    QCOMPARE(model.index(0, 0, model.index(0, 0)).data(RowNumberRole).toInt(), 1);
+    QCOMPARE(model.rowCount(model.index(1, 0)), 1);
+    QCOMPARE(model.index(0, 0, model.index(1, 0)).data(RowNumberRole).toInt(), 0);
+
+    // Numbers that QVariant holds equal within its tolerance are one value
+    // for both; a NaN differs even from another NaN.
+    const double nan = std::nan("");
+    model.setTable({{QStringLiteral("N")}, {QStringLiteral("M")}},
+        {{1.0, 1}, {1.0 + 1e-15, QStringLiteral("1")}, {2.0, 1}, {nan, QVariant()}, {nan, 2},
+            {QVariant(), 1.5}});
+    for (int column = 0; column < 2; ++column) {
+        model.groupByColumn(column);
+        QCOMPARE(double(model.rowCount()),
+            model.index(0, column).data(StatDistinctRole).toDouble() + 1.0);
+    }
+    model.groupByColumn(0);
+    QCOMPARE(model.rowCount(model.index(0, 0)), 2);
 }
 
 void tst_CMwGridTableModel::modelTesterThroughEveryOperation()

@@ -133,23 +133,20 @@ void CMwGridTableModelPrivate::clearGroups()
 }
 
 // Groups in the order the statistics walk the column, split where that walk
-// counts a new distinct value: as many groups as "Distinct" says, plus one
-// for the empty cells.
+// counts a new distinct value (so there are as many groups as "Distinct"
+// says), plus one for the empty cells.
 void CMwGridTableModelPrivate::buildGroups()
 {
     clearGroups();
     if (!isGrouped())
         return;
     const QVector<QVariant> &column = columns.at(groupColumn);
-    const QVector<int> order = vel::statisticsOrder(column);
+    const QVector<QVector<int>> runs = vel::statisticsRuns(column);
     groupOfRecord.resize(records);
     rowInGroup.resize(records);
-    for (int record : order) {
-        const QVariant &v = column.at(record);
-        if (groups.isEmpty() || groups.last().value != v)
-            groups.append(Group{v, {}});
-        groups.last().records.append(record);
-    }
+    groups.reserve(runs.size());
+    for (const QVector<int> &run : runs)
+        groups.append(Group {column.at(run.first()), run});
     // Inside a group the records keep their table order.
     for (int g = 0; g < groups.size(); ++g) {
         QVector<int> &members = groups[g].records;
