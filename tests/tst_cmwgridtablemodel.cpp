@@ -10,6 +10,7 @@
 #include <QtTest/QAbstractItemModelTester>
 
 #include <cmath>
+#include <utility>
 
 class tst_CMwGridTableModel : public QObject
 {
@@ -33,6 +34,12 @@ private Q_SLOTS:
     void readCsv();
     void readCsvFailures();
     void loadCsvFile();
+    void csvKeepsQuotedLineBreaks();
+    void csvQuotesInsideFields();
+    void csvUnclosedQuote();
+    void csvRefusesBinaryInput();
+    void csvSizeLimit();
+    void csvExtraFields();
 
 private:
     static void watch(QAbstractItemModel *model);
@@ -68,6 +75,68 @@ QStringList texts(
     for (int r = 0; r < model.rowCount(parent); ++r)
         result.append(model.index(r, column, parent).data().toString());
     return result;
+}
+
+// Collects the warnings issued while it lives, so that a test can compare
+// them all, and see that a warning comes exactly once.
+class WarningLog
+{
+public:
+    WarningLog()
+    {
+        messages().clear();
+        previous = qInstallMessageHandler(&WarningLog::handle);
+    }
+    ~WarningLog() { qInstallMessageHandler(previous); }
+    QStringList take() { return std::exchange(messages(), QStringList()); }
+
+private:
+    static QStringList &messages()
+    {
+        static QStringList list;
+        return list;
+    }
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        if (type == QtWarningMsg)
+            messages().append(text);
+        else if (previous)
+            previous(type, context, text);
+    }
+    static QtMessageHandler previous;
+};
+
+QtMessageHandler WarningLog::previous = nullptr;
+
+// An endless CSV stream ("1,2\n" over and over) that counts what it served.
+class EndlessCsv : public QIODevice
+{
+    Q_OBJECT
+
+public:
+    EndlessCsv() { open(QIODevice::ReadOnly | QIODevice::Unbuffered); }
+    bool isSequential() const override { return true; }
+    qint64 served = 0;
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        static const char pattern[] = "1,2\n";
+        for (qint64 i = 0; i < maxSize; ++i)
+            data[i] = pattern[(served + i) % 4];
+        served += maxSize;
+        return maxSize;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+};
+
+// Reads \a bytes with readCsv() from a buffer opened in \a mode.
+bool readBytes(
+    CMwGridTableModel &model, QByteArray bytes, QIODevice::OpenMode mode = QIODevice::ReadOnly)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(mode);
+    return model.readCsv(&buffer);
 }
 
 } // namespace
@@ -538,6 +607,185 @@ void tst_CMwGridTableModel::loadCsvFile()
                          QRegularExpression(QStringLiteral("cannot open .*missing\\.csv")));
     QVERIFY(!model.loadCsv(QStringLiteral("/nonexistent/missing.csv")));
     QCOMPARE(model.recordCount(), 2);
+}
+
+// Inside quotes the text is kept byte for byte, whether the table comes
+// from a file, a buffer, or a device opened in text mode.
+void tst_CMwGridTableModel::csvKeepsQuotedLineBreaks()
+{
+    const QByteArray csv = "A,B\r\n\"x\r\ny\",1\r\n\"p\nq\",2\r\n";
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write(csv);
+    file.close();
+
+    CMwGridTableModel model;
+    watch(&model);
+    QVERIFY(model.loadCsv(file.fileName()));
+    QCOMPARE(model.recordCount(), 2);
+    QCOMPARE(model.value(0, 0).toString(), QStringLiteral("x\r\ny"));
+    QCOMPARE(model.value(1, 0).toString(), QStringLiteral("p\nq"));
+    QCOMPARE(model.value(1, 1).toInt(), 2);
+
+    CMwGridTableModel fromBuffer;
+    watch(&fromBuffer);
+    QVERIFY(readBytes(fromBuffer, csv));
+    QCOMPARE(fromBuffer.value(0, 0).toString(), QStringLiteral("x\r\ny"));
+    QCOMPARE(fromBuffer.value(1, 0).toString(), QStringLiteral("p\nq"));
+
+    QByteArray bytes = csv;
+    QBuffer textMode(&bytes);
+    textMode.open(QIODevice::ReadOnly | QIODevice::Text);
+    QVERIFY(fromBuffer.readCsv(&textMode));
+    QCOMPARE(fromBuffer.value(0, 0).toString(), QStringLiteral("x\r\ny"));
+    QVERIFY(textMode.isTextModeEnabled());
+}
+
+// Well-formed quoting as RFC 4180 has it; a quote inside an unquoted field
+// is an ordinary character, as spreadsheet programs read it.
+void tst_CMwGridTableModel::csvQuotesInsideFields()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    WarningLog warnings;
+    QVERIFY(readBytes(model,
+        "Height,Name,City\n"
+        "5'10\",Ann,Oslo\n"
+        "6'1\",Bob,Bergen\n"
+        "a\"b\"c,\"x\"\"y\",\"q\"r\n"
+        "\"\",\"\"\"\",\",\"\n"));
+    QCOMPARE(warnings.take(), QStringList());
+    QCOMPARE(model.recordCount(), 4);
+    QCOMPARE(model.value(0, 0).toString(), QStringLiteral("5'10\""));
+    QCOMPARE(model.value(0, 1).toString(), QStringLiteral("Ann"));
+    QCOMPARE(model.value(0, 2).toString(), QStringLiteral("Oslo"));
+    QCOMPARE(model.value(1, 0).toString(), QStringLiteral("6'1\""));
+    QCOMPARE(model.value(1, 2).toString(), QStringLiteral("Bergen"));
+    QCOMPARE(model.value(2, 0).toString(), QStringLiteral("a\"b\"c"));
+    QCOMPARE(model.value(2, 1).toString(), QStringLiteral("x\"y"));
+    QCOMPARE(model.value(2, 2).toString(), QStringLiteral("qr"));
+    QVERIFY(!model.value(3, 0).isValid());
+    QCOMPARE(model.value(3, 1).toString(), QStringLiteral("\""));
+    QCOMPARE(model.value(3, 2).toString(), QStringLiteral(","));
+}
+
+// A quote that is never closed keeps what it took, and says where it opened.
+void tst_CMwGridTableModel::csvUnclosedQuote()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    WarningLog warnings;
+    QVERIFY(readBytes(model, "A,B\r\n1,x\r\n2,\"abc\r\ndef,3\r\n"));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral("CMwGridTableModel::readCsv: the quote opened on line 3 "
+                                    "is never closed; the rest of the input is its field")});
+    QCOMPARE(model.recordCount(), 2);
+    QCOMPARE(model.value(1, 0).toInt(), 2);
+    QCOMPARE(model.value(1, 1).toString(), QStringLiteral("abc\r\ndef,3\r\n"));
+
+    // Lines are counted through line breaks inside quotes (LF, CR LF, CR).
+    QVERIFY(readBytes(model, "A\n\"a\nb\r\nc\rd\"\n\"open\nend"));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral("CMwGridTableModel::readCsv: the quote opened on line 6 "
+                                    "is never closed; the rest of the input is its field")});
+    QCOMPARE(model.recordCount(), 2);
+    QCOMPARE(model.value(0, 0).toString(), QStringLiteral("a\nb\r\nc\rd"));
+    QCOMPARE(model.value(1, 0).toString(), QStringLiteral("open\nend"));
+}
+
+// Input that is not text is refused at its first NUL byte, before it is
+// read to the end (an endless device such as /dev/zero included).
+void tst_CMwGridTableModel::csvRefusesBinaryInput()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    fillCities(model);
+    QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+    WarningLog warnings;
+    QVERIFY(!readBytes(model, QByteArray("A,B\n1,2\n3\0,4\n", 13)));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral("CMwGridTableModel::readCsv: the input is not text (a NUL "
+                                    "byte at offset 9); nothing read")});
+    if (QFile::exists(QStringLiteral("/dev/zero"))) {
+        QVERIFY(!model.loadCsv(QStringLiteral("/dev/zero")));
+        QCOMPARE(warnings.take(),
+            QStringList {QStringLiteral("CMwGridTableModel::readCsv: the input is not text (a "
+                                        "NUL byte at offset 0); nothing read")});
+    }
+    QCOMPARE(reset.count(), 0);
+    QCOMPARE(model.recordCount(), 5);
+    QCOMPARE(model.value(4, 0).toString(), QStringLiteral("Bergen"));
+}
+
+// Input beyond csvSizeLimit is refused without reading much further: an
+// endless stream ends there, and the model stays as it was.
+void tst_CMwGridTableModel::csvSizeLimit()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    QCOMPARE(model.csvSizeLimit(), qint64(1) << 30);
+    QCOMPARE(model.property("csvSizeLimit").toLongLong(), qint64(1) << 30);
+    fillCities(model);
+    WarningLog warnings;
+
+    model.setCsvSizeLimit(0);
+    QCOMPARE(warnings.take(),
+        QStringList {
+            QStringLiteral("CMwGridTableModel::setCsvSizeLimit: 0 bytes is no limit; ignored")});
+    QCOMPARE(model.csvSizeLimit(), CMwGridTableModel::defaultCsvSizeLimit);
+
+    const qint64 limit = qint64(1) << 20;
+    model.setCsvSizeLimit(limit);
+    EndlessCsv endless;
+    QVERIFY(!model.readCsv(&endless));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral("CMwGridTableModel::readCsv: the input is larger than "
+                                    "csvSizeLimit (1048576 bytes); nothing read")});
+    QVERIFY(endless.served > limit);
+    QVERIFY(endless.served <= limit + 1);
+    QCOMPARE(model.recordCount(), 5);
+
+    // Exactly at the limit is read; one byte more is not.
+    const QByteArray csv = "A,B\n1,2\n";
+    model.setCsvSizeLimit(csv.size() - 1);
+    QVERIFY(!readBytes(model, csv));
+    QCOMPARE(warnings.take().size(), 1);
+    QCOMPARE(model.recordCount(), 5);
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write(csv);
+    file.close();
+    QVERIFY(!model.loadCsv(file.fileName()));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral("CMwGridTableModel::readCsv: the input is larger than "
+                                    "csvSizeLimit (7 bytes); nothing read")});
+    model.setCsvSizeLimit(csv.size());
+    QVERIFY(readBytes(model, csv));
+    QCOMPARE(warnings.take(), QStringList());
+    QCOMPARE(model.recordCount(), 1);
+    QCOMPARE(model.value(0, 1).toInt(), 2);
+}
+
+// Fields beyond the header's are dropped with one warning per read, naming
+// the first line (where its record starts); empty ones lose nothing.
+void tst_CMwGridTableModel::csvExtraFields()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    WarningLog warnings;
+    QVERIFY(readBytes(model, "A,B\n1,2,\n\"3\n3\",4,5\n6,7,8,9\n"));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral(
+            "CMwGridTableModel::readCsv: line 3 has more fields than the header's 2; "
+            "fields beyond them are dropped (reported for the first such line only)")});
+    QCOMPARE(model.columnCount(), 2);
+    QCOMPARE(model.recordCount(), 3);
+    QCOMPARE(model.value(1, 0).toString(), QStringLiteral("3\n3"));
+    QCOMPARE(model.value(1, 1).toInt(), 4);
+    QCOMPARE(model.value(2, 1).toInt(), 7);
+
+    QVERIFY(readBytes(model, "A,B\n1,2,\n3,4, \n"));
+    QCOMPARE(warnings.take(), QStringList());
 }
 
 VEL_TEST_MAIN(tst_CMwGridTableModel)
