@@ -667,6 +667,16 @@ void tst_CMwGridTableModel::csvQuotesInsideFields()
     QVERIFY(!model.value(3, 0).isValid());
     QCOMPARE(model.value(3, 1).toString(), QStringLiteral("\""));
     QCOMPARE(model.value(3, 2).toString(), QStringLiteral(","));
+
+    // A quote cannot separate fields as well.
+    QByteArray bytes = "A\"B\n1\"2\n";
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QVERIFY(!model.readCsv(&buffer, QLatin1Char('"')));
+    QCOMPARE(warnings.take(),
+        QStringList {QStringLiteral(
+            "CMwGridTableModel::readCsv: a quote or a line break cannot separate fields")});
+    QCOMPARE(model.recordCount(), 4);
 }
 
 // A quote that is never closed keeps what it took, and says where it opened.

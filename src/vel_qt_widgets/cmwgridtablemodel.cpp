@@ -601,6 +601,11 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
         qWarning("CMwGridTableModel::readCsv: the device is not readable");
         return false;
     }
+    if (separator == QLatin1Char('"') || separator == QLatin1Char('\n')
+        || separator == QLatin1Char('\r')) {
+        qWarning("CMwGridTableModel::readCsv: a quote or a line break cannot separate fields");
+        return false;
+    }
 
     // The whole input is read before anything is parsed, so that a stream
     // that is endless, too large or not text leaves the model as it was.
