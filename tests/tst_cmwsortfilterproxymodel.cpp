@@ -1,3 +1,4 @@
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
@@ -6,6 +7,7 @@
 #include <QtGui/QColor>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtWidgets/QTreeView>
 
 namespace {
 
@@ -114,6 +116,7 @@ private Q_SLOTS:
     void silentHeaderChangeSeenByNextPass();
     void modelTester();
     void sourceReplacedOrDeleted();
+    void sourceDeletedUnderAView();
     void tenThousandConditions();
     void everyVariantType_data();
     void everyVariantType();
@@ -531,6 +534,47 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
     proxy.setSourceModel(&second);
     QCOMPARE(proxy.rowCount(), 1);
     proxy.setSourceModel(nullptr);
+    QCOMPARE(proxy.rowCount(), 0);
+}
+
+void tst_CMwSortFilterProxyModel::sourceDeletedUnderAView()
+{
+    QStandardItemModel *model = makeModel(nullptr);
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(model);
+    watchModel(model);
+    watchModel(&proxy);
+    proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5")});
+    proxy.sort(0, Qt::DescendingOrder);
+    QTreeView view;
+    view.setModel(&proxy);
+    view.selectionModel()->select(
+        QItemSelection(proxy.index(0, 0), proxy.index(1, 3)), QItemSelectionModel::Select);
+    view.setCurrentIndex(proxy.index(2, 1));
+    QVERIFY(showAt(view, 300, 200));
+    const QPersistentModelIndex held = proxy.index(1, 2);
+    QCOMPARE(held.data(), QVariant(10.0));
+    QSignalSpy reset(&proxy, SIGNAL(modelReset()));
+
+    delete model;
+    // Told at once, so that the view drops its items before it paints.
+    QCOMPARE(reset.count(), 1);
+    QCOMPARE(proxy.rowCount(), 0);
+    QCOMPARE(proxy.columnCount(), 0);
+    QVERIFY(!held.isValid());
+    QVERIFY(!proxy.sourceModel());
+    view.repaint();
+    QVERIFY(!view.grab().isNull());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QVERIFY(!view.currentIndex().isValid());
+
+    // A new source works as before, filter and sort included.
+    QStandardItemModel *next = makeModel(nullptr);
+    watchModel(next);
+    proxy.setSourceModel(next);
+    QCOMPARE(names(proxy), QStringList({"d", "c", "b"}));
+    view.repaint();
+    delete next;
     QCOMPARE(proxy.rowCount(), 0);
 }
 
