@@ -3,6 +3,7 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <QtCore/QIdentityProxyModel>
 #include <QtCore/QTimer>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QAction>
@@ -40,6 +41,25 @@ QVector<QStringList> paths(const QStringList &joined)
         result.append(path.split(QLatin1Char('/')));
     return result;
 }
+
+// Passes a model on and supplies a ready-made horizontal header model
+// through the root's HorizontalHeaderModelRole.
+class SuppliedHeaderModel : public QIdentityProxyModel
+{
+    Q_OBJECT
+
+public:
+    using QIdentityProxyModel::QIdentityProxyModel;
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() && role == HorizontalHeaderModelRole)
+            return headerModel ? QVariant::fromValue<QObject *>(headerModel.data()) : QVariant();
+        return QIdentityProxyModel::data(index, role);
+    }
+
+    QPointer<QStandardItemModel> headerModel;
+};
 
 } // namespace
 
@@ -80,6 +100,9 @@ private Q_SLOTS:
     void updateControlRefreshesStatistics();
     void resizeButtonFitsContents();
     void statisticsGridLinesRunOn();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
+    void gridDeletedBeforeItsModel();
 
 private:
     static CMwGridTableModel *cities(QObject *parent);
@@ -984,6 +1007,162 @@ void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
     QCOMPARE(QColor(image.pixel(firstX, 0)), line);
     QCOMPARE(QColor(image.pixel(firstX + 10, 0)), line);
     QCOMPARE(QColor(image.pixel(firstX, table->rowViewportPosition(1))), base);
+}
+
+void tst_CMwHierarchicalGridView::modelsDeletedWhileShown_data()
+{
+    // What is deleted, in this order, while the grid is shown, with rows
+    // selected, the filter on and the mouse over the body: "source" is the
+    // model handed to setModel(), "proxy" the grid's model(), "header" the
+    // header model the source supplies through HorizontalHeaderModelRole.
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("source") << QStringList {"source"};
+    QTest::newRow("proxy") << QStringList {"proxy"};
+    QTest::newRow("header") << QStringList {"header"};
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"};
+    QTest::newRow("header, source") << QStringList {"header", "source"};
+    QTest::newRow("source, header") << QStringList {"source", "header"};
+    QTest::newRow("header, proxy, source") << QStringList {"header", "proxy", "source"};
+}
+
+void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    CMwHierarchicalGridView grid;
+    QPointer<SuppliedHeaderModel> source = new SuppliedHeaderModel;
+    CMwGridTableModel *table = cities(source);
+    source->setSourceModel(table);
+    QPointer<QStandardItemModel> supplied = new QStandardItemModel(1, 3);
+    source->headerModel = supplied;
+    watchModel(table);
+    watchModel(source);
+    watchModel(supplied);
+    grid.setModel(source);
+    QPointer<QAbstractItemModel> proxy = grid.model();
+    watchModel(proxy);
+    QVERIFY(showAt(grid, 700, 400));
+
+    // Filter City Is Not Equal Bergen switched on: three rows.
+    auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+    action(grid, QStringLiteral("Define Filter"))->trigger();
+    auto *column = qobject_cast<QComboBox *>(filter->cellWidget(0, 2));
+    column->setCurrentIndex(column->findText(QStringLiteral("Place / City")));
+    auto *comparator = qobject_cast<QComboBox *>(filter->cellWidget(0, 3));
+    comparator->setCurrentIndex(comparator->findText(QStringLiteral("Is Not Equal")));
+    filter->item(0, 4)->setText(QStringLiteral("Bergen"));
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    QCOMPARE(proxy->rowCount(), 3);
+
+    // Two rows selected: statistics over the selection.
+    CMwGridTreeView *view = body(grid);
+    view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(1, 0)),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 2.0);
+    auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
+    watchModel(header->headerModel());
+    watchModel(grid.verticalHeader()->model());
+    watchModel(statistics(grid)->model());
+    QTest::mouseMove(view->viewport(), view->visualRect(proxy->index(1, 1)).center());
+    const int numbered = grid.verticalHeader()->count();
+    QVERIFY(numbered > 0);
+    grid.repaint();
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("source"))
+            delete source.data();
+        else if (what == QLatin1String("proxy"))
+            delete proxy.data();
+        else
+            delete supplied.data();
+        // Painted at once and after the event loop has run.
+        grid.repaint();
+        QVERIFY(!grid.grab().isNull());
+        QCoreApplication::processEvents();
+        grid.repaint();
+    }
+
+    const bool empty
+        = order.contains(QLatin1String("source")) || order.contains(QLatin1String("proxy"));
+    if (empty) {
+        // As before the first model: nothing shown, nothing left behind.
+        QVERIFY(!proxy);
+        QVERIFY(!grid.model());
+        QVERIFY(!view->model());
+        QCOMPARE(header->count(), 0);
+        QVERIFY(!header->headerModel());
+        QCOMPARE(grid.verticalHeader()->count(), 0);
+        QVERIFY(!statistics(grid)->model());
+        QCOMPARE(grid.findChildren<CMwSortFilterProxyModel *>().size(), 0);
+        QCOMPARE(
+            grid.findChildren<QStandardItemModel *>(QString(), Qt::FindDirectChildrenOnly).size(),
+            0);
+    } else {
+        // The grid derives its own header model: a supplied one going away
+        // changes nothing.
+        QCOMPARE(proxy->rowCount(), 3);
+        QCOMPARE(describe(header->headerModel()), QStringLiteral("Place(City) Data(Value Note)"));
+        QCOMPARE(grid.verticalHeader()->count(), numbered);
+    }
+
+    // Still usable: hover, click, resize, the filter editor, the header menu.
+    QTest::mouseMove(view->viewport(), QPoint(20, 10));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 10));
+    QTest::mouseMove(grid.verticalHeader()->viewport(), QPoint(5, 5));
+    grid.resize(500, 300);
+    QCoreApplication::processEvents();
+    grid.repaint();
+    column = qobject_cast<QComboBox *>(filter->cellWidget(1, 2));
+    column->setCurrentIndex(0);
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    grid.onResizeToContents();
+    grid.onDataChanged();
+    grid.updateControl();
+    grid.repaint();
+
+    // A fresh model is shown as usual.
+    CMwGridTableModel *fresh = cities(&grid);
+    watchModel(fresh);
+    grid.setModel(fresh);
+    watchModel(grid.model());
+    watchModel(header->headerModel());
+    watchModel(grid.verticalHeader()->model());
+    watchModel(statistics(grid)->model());
+    QCoreApplication::processEvents();
+    grid.repaint();
+    QCOMPARE(grid.model()->rowCount(), 4);
+    QCOMPARE(grid.verticalHeader()->count(), 4);
+    QCOMPARE(describe(header->headerModel()), QStringLiteral("Place(City) Data(Value Note)"));
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 4.0);
+    view->selectionModel()->select(
+        QItemSelection(grid.model()->index(1, 0), grid.model()->index(2, 0)),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 2.0);
+    QCOMPARE(grid.findChildren<CMwSortFilterProxyModel *>().size(), 1);
+    delete source.data();
+    delete supplied.data();
+}
+
+void tst_CMwHierarchicalGridView::gridDeletedBeforeItsModel()
+{
+    // The grid goes first: the model outlives it and stays usable.
+    CMwGridTableModel *model = cities(nullptr);
+    watchModel(model);
+    QPointer<QAbstractItemModel> statisticsModel;
+    {
+        CMwHierarchicalGridView grid;
+        grid.setModel(model);
+        QVERIFY(showAt(grid, 600, 300));
+        body(grid)->selectionModel()->select(
+            QItemSelection(grid.model()->index(0, 0), grid.model()->index(2, 0)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        statisticsModel = statistics(grid)->model();
+        QVERIFY(statisticsModel);
+    }
+    QVERIFY(!statisticsModel);
+    QCOMPARE(model->rowCount(), 4);
+    emit model->layoutChanged();
+    delete model;
 }
 
 VEL_TEST_MAIN(tst_CMwHierarchicalGridView)
