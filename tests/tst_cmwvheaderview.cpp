@@ -1,6 +1,7 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
 #include <QtTest/QAbstractItemModelTester>
@@ -95,6 +96,8 @@ private Q_SLOTS:
     void wrapperForwards();
     void wrapperModelTester();
     void wrapperResetsOnEveryShapeChange();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
 };
 
 void tst_CMwVHeaderView::rowKShowsK()
@@ -409,6 +412,75 @@ void tst_CMwVHeaderView::wrapperResetsOnEveryShapeChange()
     source.sort(0, Qt::DescendingOrder);
     QCOMPARE(reset.count(), 4);
     QCOMPARE(aboutToReset.count(), reset.count());
+}
+
+void tst_CMwVHeaderView::modelsDeletedWhileShown_data()
+{
+    // Deleted in this order while shown: "source" the numbered model,
+    // "proxy" the filter proxy that tree and header show, as in the grid.
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("source") << QStringList {"source"};
+    QTest::newRow("proxy") << QStringList {"proxy"};
+    QTest::newRow("source, proxy") << QStringList {"source", "proxy"};
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"};
+}
+
+void tst_CMwVHeaderView::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    QPointer<QStandardItemModel> source = new QStandardItemModel;
+    fillNumbered(*source, 6);
+    QPointer<CMwSortFilterProxyModel> proxy = new CMwSortFilterProxyModel;
+    proxy->setSourceModel(source);
+    watchModel(source);
+    watchModel(proxy);
+    Rig rig(proxy);
+    watchModel(rig.header->model());
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.window));
+    rig.tree->selectionModel()->select(QItemSelection(proxy->index(1, 0), proxy->index(3, 1)),
+                                       QItemSelectionModel::Select);
+    QTest::mouseMove(rig.header->viewport(), QPoint(5, 5));
+    QTest::mouseMove(rig.tree->viewport(), QPoint(20, 5));
+    rig.render();
+    const int rowHeight = rig.tree->sizeHintForRow(0);
+    QCOMPARE(rig.textAt(rowHeight / 2), QStringLiteral("1"));
+    QCOMPARE(rig.header->count(), 6);
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("source"))
+            delete source.data();
+        else
+            delete proxy.data();
+        rig.window.repaint();
+        rig.render();
+        QCoreApplication::processEvents();
+        rig.window.repaint();
+        // No rows left to number: blank cells only.
+        QCOMPARE(rig.header->count(), 0);
+        const auto cells = rig.style.callsOf(QStyle::CE_Header);
+        QVERIFY(!cells.isEmpty());
+        for (const auto &cell : cells)
+            QCOMPARE(cell.text, QString());
+        QTest::mouseMove(rig.header->viewport(), QPoint(5, 25));
+        QTest::mouseClick(rig.tree->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 5));
+    }
+    rig.window.resize(200, 150);
+    rig.window.repaint();
+
+    // Shown again with a new model, the numbers come back.
+    QStandardItemModel next;
+    fillNumbered(next, 3, 10);
+    watchModel(&next);
+    rig.tree->setModel(&next);
+    rig.header->setModel(&next);
+    watchModel(rig.header->model());
+    rig.render();
+    QCOMPARE(rig.header->count(), 3);
+    QCOMPARE(rig.textAt(rowHeight / 2), QStringLiteral("11"));
+    rig.tree->setModel(nullptr);
+    rig.header->setModel(nullptr);
+    delete proxy.data();
+    delete source.data();
 }
 
 VEL_TEST_MAIN(tst_CMwVHeaderView)
