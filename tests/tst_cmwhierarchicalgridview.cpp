@@ -1149,6 +1149,8 @@ void tst_CMwHierarchicalGridView::gridDeletedBeforeItsModel()
     CMwGridTableModel *model = cities(nullptr);
     watchModel(model);
     QPointer<QAbstractItemModel> statisticsModel;
+    // Another view of the grid's statistics, outliving the grid.
+    QTableView outside;
     {
         CMwHierarchicalGridView grid;
         grid.setModel(model);
@@ -1158,8 +1160,15 @@ void tst_CMwHierarchicalGridView::gridDeletedBeforeItsModel()
             QItemSelectionModel::Select | QItemSelectionModel::Rows);
         statisticsModel = statistics(grid)->model();
         QVERIFY(statisticsModel);
+        watchModel(statisticsModel);
+        outside.setModel(statisticsModel);
+        QVERIFY(showAt(outside, 300, 200));
+        QCOMPARE(outside.model()->index(0, 1).data(Qt::SizeHintRole).toSize(),
+            QSize(grid.columnWidth(1) - 1, 0));
     }
     QVERIFY(!statisticsModel);
+    QVERIFY(!outside.model());
+    outside.repaint();
     QCOMPARE(model->rowCount(), 4);
     emit model->layoutChanged();
     delete model;
