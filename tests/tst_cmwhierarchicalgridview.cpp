@@ -317,6 +317,7 @@ void tst_CMwHierarchicalGridView::toolbarWiring()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QTableView *table = statistics(grid);
     auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
 
@@ -384,6 +385,7 @@ void tst_CMwHierarchicalGridView::headerDerivation()
     CMwGridTableModel model;
     model.setTable(paths(columns), {});
     grid.setModel(&model);
+    watchGrid(grid);
     auto *view = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QVERIFY(view->headerModel());
     QCOMPARE(view->headerModel()->parent(), &grid);
@@ -398,6 +400,7 @@ void tst_CMwHierarchicalGridView::headerPathNotAList()
     model.setHeaderData(2, Qt::Horizontal, QStringList{"A", "y"}, HeaderPathRole);
     CMwHierarchicalGridView grid;
     grid.setModel(&model);
+    watchGrid(grid);
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     // The text adds no cell, so "A/y" still joins the preceding branch, and
     // the third section has no leaf of its own.
@@ -409,6 +412,7 @@ void tst_CMwHierarchicalGridView::layoutChangeRebuilds()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QPointer<QAbstractItemModel> first = header->headerModel();
     QPointer<QAbstractItemModel> firstStatistics = statistics(grid)->model();
@@ -425,6 +429,7 @@ void tst_CMwHierarchicalGridView::repeatedSetModelReleasesOldObjects()
     CMwGridTableModel *a = cities(&grid);
     CMwGridTableModel *b = cities(&grid);
     grid.setModel(a);
+    watchGrid(grid);
     QPointer<QAbstractItemModel> firstProxy = grid.model();
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QPointer<QAbstractItemModel> firstHeaderModel = header->headerModel();
@@ -450,8 +455,10 @@ void tst_CMwHierarchicalGridView::nullModelIgnored()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QAbstractItemModel *proxy = grid.model();
     grid.setModel(nullptr);
+    watchGrid(grid);
     QCOMPARE(grid.model(), proxy);
 }
 
@@ -474,6 +481,7 @@ void tst_CMwHierarchicalGridView::missingChildren()
     QVERIFY(!grid.findChild<QWidget *>(name));
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     grid.show();
     grid.updateControl();
     grid.onShowColumn(1, false);
@@ -503,6 +511,7 @@ void tst_CMwHierarchicalGridView::statisticsFromModel()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QAbstractItemModel *stats = statistics(grid)->model();
     QVERIFY(qobject_cast<CMwStatisticsItemModel *>(stats));
     QCOMPARE(stats->parent(), &grid);
@@ -530,6 +539,7 @@ void tst_CMwHierarchicalGridView::statisticsWithoutRoles()
             model.setItem(row, column, new QStandardItem(QString::number(row)));
     CMwHierarchicalGridView grid;
     grid.setModel(&model);
+    watchGrid(grid);
     QAbstractItemModel *stats = statistics(grid)->model();
     QCOMPARE(stats->columnCount(), 2);
     for (int row = 0; row < 6; ++row)
@@ -548,6 +558,7 @@ void tst_CMwHierarchicalGridView::statisticsOverSelection()
                     {2, 4, QStringLiteral("12")},
                     {3, QVariant(), QStringLiteral("y")}});
     grid.setModel(&model);
+    watchGrid(grid);
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(2, 0)),
@@ -580,6 +591,7 @@ void tst_CMwHierarchicalGridView::selectionRevertsStatistics()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     QItemSelectionModel *selection = view->selectionModel();
@@ -613,6 +625,7 @@ void tst_CMwHierarchicalGridView::statisticsColumnSizeHint()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     body(grid)->setColumnWidth(1, 137);
     QAbstractItemModel *stats = statistics(grid)->model();
     QCOMPARE(stats->index(0, 1).data(Qt::SizeHintRole).toSize(), QSize(136, 0));
@@ -629,6 +642,7 @@ void tst_CMwHierarchicalGridView::hideAndShowColumnsThroughMenu()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
@@ -652,6 +666,7 @@ void tst_CMwHierarchicalGridView::resizeSectionsFollow()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
@@ -683,6 +698,7 @@ void tst_CMwHierarchicalGridView::scrollStatisticsScrollsBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 260, 300));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 200);
@@ -697,6 +713,7 @@ void tst_CMwHierarchicalGridView::sortByClickingHeader()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QAbstractItemModel *proxy = grid.model();
@@ -721,6 +738,7 @@ void tst_CMwHierarchicalGridView::groupAndUngroupThroughMenu()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QVERIFY(connect(grid.horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
                     SLOT(groupByColumn(mw_int32))));
     QVERIFY(showAt(grid, 600, 400));
@@ -749,6 +767,7 @@ void tst_CMwHierarchicalGridView::filterThroughEditor()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 800, 500));
     auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
     action(grid, QStringLiteral("Define Filter"))->trigger();
@@ -774,6 +793,7 @@ void tst_CMwHierarchicalGridView::eventFilterHeights()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 700, 400));
     QTableView *table = statistics(grid);
     QScrollBar *bar = table->horizontalScrollBar();
@@ -804,6 +824,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     CMwGridTableModel deep;
     deep.setTable(paths({"L1/L2/a", "L1/L2/b"}), {{1, 2}});
     grid.setModel(&flat);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 500, 400));
     QHeaderView *header = grid.horizontalHeader();
     auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
@@ -812,6 +833,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     QTRY_COMPARE(button->height(), one);
 
     grid.setModel(&deep);
+    watchGrid(grid);
     // Three caption levels on the leaf's path.
     QTRY_VERIFY(header->height() > 2 * one);
     QCOMPARE(button->maximumHeight(), header->height());
@@ -820,6 +842,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
              grid.verticalHeader()->mapTo(&grid, QPoint(0, 0)).y());
 
     grid.setModel(&flat);
+    watchGrid(grid);
     QTRY_COMPARE(header->height(), one);
     QTRY_COMPARE(button->height(), one);
 }
@@ -828,6 +851,7 @@ void tst_CMwHierarchicalGridView::rowHeightsFollowBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 500, 400));
     const int row = body(grid)->sizeHintForRow(0);
     QVERIFY(row > 0);
@@ -850,6 +874,7 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 420));
     QHeaderView *header = grid.horizontalHeader();
     header->resizeSection(1, 90);
@@ -928,6 +953,7 @@ void tst_CMwHierarchicalGridView::rowNumbersScrollWithBody()
         records.append(QVector<QVariant>{i});
     model.setTable(paths({"N"}), records);
     grid.setModel(&model);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 300, 300));
     QScrollBar *bar = body(grid)->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 100);
@@ -939,6 +965,7 @@ void tst_CMwHierarchicalGridView::updateControlRefreshesStatistics()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QSignalSpy geometries(statistics(grid)->horizontalHeader(), SIGNAL(geometriesChanged()));
     grid.updateControl();
     QCOMPARE(geometries.count(), 1);
@@ -951,6 +978,7 @@ void tst_CMwHierarchicalGridView::resizeButtonFitsContents()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     // What fitting to the contents gives (header captions and cells alike).
@@ -977,6 +1005,7 @@ void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 60);
@@ -1038,6 +1067,7 @@ void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
     watchModel(source);
     watchModel(supplied);
     grid.setModel(source);
+    watchGrid(grid);
     QPointer<QAbstractItemModel> proxy = grid.model();
     watchModel(proxy);
     QVERIFY(showAt(grid, 700, 400));
@@ -1124,6 +1154,7 @@ void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
     CMwGridTableModel *fresh = cities(&grid);
     watchModel(fresh);
     grid.setModel(fresh);
+    watchGrid(grid);
     watchModel(grid.model());
     watchModel(header->headerModel());
     watchModel(grid.verticalHeader()->model());
