@@ -43,6 +43,8 @@ struct Rig
         tree->setModel(model);
         header->setTreeView(tree);
         header->setModel(model);
+        watchModel(model);
+        watchModel(header->model());
         header->setDefaultSectionSize(tree->sizeHintForRow(0) > 0 ? tree->sizeHintForRow(0) : 20);
         QObject::connect(tree->verticalScrollBar(), SIGNAL(valueChanged(int)), header,
                          SLOT(setOffset(int)));
@@ -291,6 +293,9 @@ void tst_CMwVHeaderView::newWrapperOnEverySetModel()
     fillNumbered(second, 7);
     CMwVHeaderView header(Qt::Vertical);
     header.setModel(&first);
+    watchModel(&first);
+    watchModel(&second);
+    watchModel(header.model());
     QPointer<CMwVHeaderViewModel> wrapper = qobject_cast<CMwVHeaderViewModel *>(header.model());
     QVERIFY(wrapper);
     QCOMPARE(wrapper->parent(), &header);
@@ -298,6 +303,7 @@ void tst_CMwVHeaderView::newWrapperOnEverySetModel()
     QCOMPARE(header.count(), 4);
 
     header.setModel(&second);
+    watchModel(header.model());
     auto *next = qobject_cast<CMwVHeaderViewModel *>(header.model());
     QVERIFY(next);
     QVERIFY(next != wrapper.data());
@@ -339,6 +345,8 @@ void tst_CMwVHeaderView::wrapperForwards()
     QCOMPARE(wrapper.columnCount(), 0);
     QVERIFY(!wrapper.headerData(1, Qt::Horizontal).isValid());
     wrapper.setSourceModel(&source);
+    watchModel(&wrapper);
+    watchModel(&source);
     QCOMPARE(wrapper.rowCount(), 5);
     QCOMPARE(wrapper.columnCount(), 2);
     QCOMPARE(wrapper.index(3, 0).data().toString(), QString("row 3"));
@@ -363,6 +371,8 @@ void tst_CMwVHeaderView::wrapperModelTester()
     CMwVHeaderViewModel wrapper;
     QAbstractItemModelTester tester(&wrapper, QAbstractItemModelTester::FailureReportingMode::QtTest);
     wrapper.setSourceModel(source);
+    watchModel(&wrapper);
+    watchModel(source);
     QCOMPARE(wrapper.rowCount(), 5);
 
     auto *extra = new QStandardItem("extra");
@@ -399,6 +409,8 @@ void tst_CMwVHeaderView::wrapperResetsOnEveryShapeChange()
     fillNumbered(source, 3);
     CMwVHeaderViewModel wrapper;
     wrapper.setSourceModel(&source);
+    watchModel(&wrapper);
+    watchModel(&source);
     QSignalSpy aboutToReset(&wrapper, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&wrapper, &QAbstractItemModel::modelReset);
 
