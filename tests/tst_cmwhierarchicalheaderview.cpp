@@ -797,6 +797,7 @@ void tst_CMwHierarchicalHeaderView::groupBySortsModel()
     CMwHierarchicalHeaderView header(Qt::Horizontal);
     header.setStretchLastSection(false);
     header.setModel(&items);
+    watchModel(&items);
     header.resizeSection(0, 60);
     header.resizeSection(1, 60);
     QVERIFY(showAt(header, 200, 30));
@@ -987,6 +988,8 @@ void tst_CMwHierarchicalHeaderView::cacheFollowsChanges()
     header.setModel(&items);
     QStandardItemModel *cells = buildHeaderModel(irregularTree(), &header);
     header.setHeaderModel(cells);
+    watchModel(&items);
+    watchModel(cells);
     CMwHierarchicalHeaderViewPrivate *d = header.priv();
     compareWithWalk(header);
     QCOMPARE(d->leafForSection(5).data().toString(), QString("L1"));
@@ -1012,6 +1015,7 @@ void tst_CMwHierarchicalHeaderView::cacheFollowsChanges()
     compareWithWalk(header);
     QStandardItemModel *other = buildHeaderModel({leaf("x"), group("Y", {leaf("y")})}, &header);
     header.setHeaderModel(other);
+    watchModel(other);
     QCOMPARE(d->leafForSection(1).data().toString(), QString("y"));
     compareWithWalk(header);
     delete other;
