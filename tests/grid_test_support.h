@@ -1,10 +1,7 @@
 #ifndef VEL_TESTS_GRID_TEST_SUPPORT_H
 #define VEL_TESTS_GRID_TEST_SUPPORT_H
 
-#include <vel_qt_widgets/CMwHierarchicalGridView.h>
-
 #include <QtCore/QAbstractItemModel>
-#include <QtCore/QAbstractProxyModel>
 #include <QtCore/QPointer>
 #include <QtCore/QVector>
 #include <QtGui/QImage>
@@ -15,7 +12,6 @@
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionHeader>
 #include <QtWidgets/QStyleOptionViewItem>
-#include <QtWidgets/QTableView>
 #include <QtWidgets/QWidget>
 
 // Fusion, recording every control it is asked to draw: what the widgets
@@ -113,43 +109,6 @@ inline QAbstractItemModelTester *watchModel(QAbstractItemModel *model)
         return tester;
     return new QAbstractItemModelTester(
         model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
-}
-
-// Watches every model a grid shows: the model handed to setModel(), the
-// grid's proxy, the header model, the row-number model and the statistics
-// model. The grid builds new header and statistics models when the model's
-// layout or the selection changes; those are watched as they come, since
-// these connections are made after the grid's own. Call again after
-// setModel(), which brings a new proxy and selection model.
-inline void watchGrid(CMwHierarchicalGridView &grid)
-{
-    const QPointer<CMwHierarchicalGridView> guarded(&grid);
-    const auto watchShown = [guarded]() {
-        if (!guarded)
-            return;
-        QAbstractItemModel *proxy = guarded->model();
-        watchModel(proxy);
-        if (auto *filter = qobject_cast<QAbstractProxyModel *>(proxy))
-            watchModel(filter->sourceModel());
-        if (auto *header = qobject_cast<CMwHierarchicalHeaderView *>(guarded->horizontalHeader()))
-            watchModel(header->headerModel());
-        if (QHeaderView *rows = guarded->verticalHeader())
-            watchModel(rows->model());
-        if (auto *table = guarded->findChild<QTableView *>(QStringLiteral("statisticTableView")))
-            watchModel(table->model());
-    };
-    watchShown();
-
-    auto *proxy = qobject_cast<QAbstractProxyModel *>(grid.model());
-    if (QAbstractItemModel *source = proxy ? proxy->sourceModel() : nullptr) {
-        QObject::connect(source, &QAbstractItemModel::layoutChanged, &grid, watchShown);
-        QObject::connect(source, &QAbstractItemModel::modelReset, &grid, watchShown);
-        QObject::connect(source, &QAbstractItemModel::rowsInserted, &grid, watchShown);
-        QObject::connect(source, &QAbstractItemModel::rowsRemoved, &grid, watchShown);
-    }
-    auto *view = grid.findChild<QAbstractItemView *>(QStringLiteral("DataView"));
-    if (QItemSelectionModel *selection = view ? view->selectionModel() : nullptr)
-        QObject::connect(selection, &QItemSelectionModel::selectionChanged, &grid, watchShown);
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

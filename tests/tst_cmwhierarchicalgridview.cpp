@@ -1,6 +1,6 @@
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
-#include "grid_test_support.h"
+#include "grid_view_watch.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QIdentityProxyModel>
