@@ -267,8 +267,8 @@ void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
 void CMwHierarchicalGridView::onSourceModelDestroyed()
 {
     Q_D(CMwHierarchicalGridView);
-    // Only the model shown now is connected; the guard is for a form that
-    // connects another one by hand.
+    // The guarded pointer to the model shown is null by now; a live one
+    // means some other model went, one a subclass may have connected.
     if (d->sourceModel)
         return;
     d->showNoModel();
