@@ -877,6 +877,7 @@ void tst_CMwFilterWidget::refModelGoneOrMissingColumns()
     QSignalSpy changed(&f.editor, SIGNAL(filterChanged()));
     auto *proxy = new CMwSortFilterProxyModel;
     proxy->setSourceModel(f.model);
+    watchModel(proxy);
     Probe editor;
     editor.setRefModel(proxy);
     editor.defineFilter();
