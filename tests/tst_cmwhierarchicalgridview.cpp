@@ -1045,18 +1045,22 @@ void tst_CMwHierarchicalGridView::modelsDeletedWhileShown_data()
     // model handed to setModel(), "proxy" the grid's model(), "header" the
     // header model the source supplies through HorizontalHeaderModelRole.
     QTest::addColumn<QStringList>("order");
-    QTest::newRow("source") << QStringList {"source"};
-    QTest::newRow("proxy") << QStringList {"proxy"};
-    QTest::newRow("header") << QStringList {"header"};
-    QTest::newRow("proxy, source") << QStringList {"proxy", "source"};
-    QTest::newRow("header, source") << QStringList {"header", "source"};
-    QTest::newRow("source, header") << QStringList {"source", "header"};
-    QTest::newRow("header, proxy, source") << QStringList {"header", "proxy", "source"};
+    QTest::addColumn<bool>("grouped"); // rows grouped by City and expanded before
+    QTest::newRow("source") << QStringList {"source"} << false;
+    QTest::newRow("proxy") << QStringList {"proxy"} << false;
+    QTest::newRow("header") << QStringList {"header"} << false;
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"} << false;
+    QTest::newRow("header, source") << QStringList {"header", "source"} << false;
+    QTest::newRow("source, header") << QStringList {"source", "header"} << false;
+    QTest::newRow("header, proxy, source") << QStringList {"header", "proxy", "source"} << false;
+    QTest::newRow("grouped: source") << QStringList {"source"} << true;
+    QTest::newRow("grouped: proxy, source") << QStringList {"proxy", "source"} << true;
 }
 
 void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
 {
     QFETCH(QStringList, order);
+    QFETCH(bool, grouped);
     CMwHierarchicalGridView grid;
     QPointer<SuppliedHeaderModel> source = new SuppliedHeaderModel;
     CMwGridTableModel *table = cities(source);
@@ -1095,6 +1099,19 @@ void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
     QTest::mouseMove(view->viewport(), view->visualRect(proxy->index(1, 1)).center());
     const int numbered = grid.verticalHeader()->count();
     QVERIFY(numbered > 0);
+    if (grouped) {
+        // Filter off: the groups' records are all shown.
+        action(grid, QStringLiteral("Use Filter"))->trigger();
+        table->groupByColumn(0);
+        view->expandAll();
+        QCOMPARE(proxy->rowCount(), 3);
+        QCOMPARE(proxy->rowCount(proxy->index(1, 0)), 2);
+        view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(1, 0)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        watchModel(header->headerModel());
+        watchModel(grid.verticalHeader()->model());
+        watchModel(statistics(grid)->model());
+    }
     grid.repaint();
 
     for (const QString &what : order) {
