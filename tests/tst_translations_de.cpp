@@ -6,12 +6,12 @@
 #include "vel_test_main.h"
 
 #include <QtCore/QFile>
-#include <QtGui/QAccessible>
 #include <QtCore/QHash>
 #include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QAccessible>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QHeaderView>

@@ -7,9 +7,9 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QContextMenuEvent>
-#include <QtGui/QKeyEvent>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QIcon>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
@@ -73,7 +73,7 @@ bool CMwHierarchicalGridViewPrivate::handleBodyMenuKey(QEvent *event)
         const Qt::KeyboardModifiers modifiers
             = key->modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
         menuKey = (key->key() == Qt::Key_Menu && modifiers == Qt::NoModifier)
-                  || (key->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier);
+            || (key->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier);
     } else if (event->type() == QEvent::ContextMenu) {
         // Some platforms turn the menu key into a context-menu event; a right
         // click in the body (mouse reason, sent to the viewport) stays as it is.
@@ -88,8 +88,8 @@ bool CMwHierarchicalGridViewPrivate::handleBodyMenuKey(QEvent *event)
         return true;
     int section = view->currentIndex().isValid() ? view->currentIndex().column() : -1;
     // Without a current cell, the first column the user can see.
-    for (int visual = 0; (section < 0 || header->isSectionHidden(section)) && visual < header->count();
-         ++visual) {
+    for (int visual = 0;
+         (section < 0 || header->isSectionHidden(section)) && visual < header->count(); ++visual) {
         section = header->logicalIndex(visual);
     }
     if (section >= 0 && !header->isSectionHidden(section))

@@ -622,8 +622,8 @@ void CMwHierarchicalHeaderView::showColumnMenu(int logicalIndex)
     d->runColumnMenu(logicalIndex, pos, viewport()->mapToGlobal(pos));
 }
 
-void CMwHierarchicalHeaderViewPrivate::runColumnMenu(int section, const QPoint &pos,
-                                                     const QPoint &globalPos)
+void CMwHierarchicalHeaderViewPrivate::runColumnMenu(
+    int section, const QPoint &pos, const QPoint &globalPos)
 {
     Q_Q(CMwHierarchicalHeaderView);
     QMenu *menu = new QMenu(q);
