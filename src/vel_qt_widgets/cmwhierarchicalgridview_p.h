@@ -21,6 +21,9 @@ public:
     QTableView *statisticTableView() const;
     CMwFilterWidget *filterTable() const;
     CMwVHeaderView *rowNumbers() const;
+    // Back to the state before the first model: nothing shown, nothing
+    // left that could reach a destroyed source or proxy.
+    void showNoModel();
 
     CMwHierarchicalGridView *q_ptr = nullptr;
     QColor branchParentColor = Qt::lightGray;
@@ -29,6 +32,9 @@ public:
     QPointer<QStandardItemModel> headerModel;
     // The model whose layoutChanged() reaches onDataChanged().
     QPointer<QAbstractItemModel> sourceModel;
+    // The proxy shown now, only compared with the sender of destroyed()
+    // (a guarded pointer is already null then).
+    const QObject *shownProxy = nullptr;
 };
 
 #endif // VEL_QT_WIDGETS_CMWHIERARCHICALGRIDVIEW_P_H
