@@ -125,12 +125,22 @@ mkdir -p "$ARCHIVES/partial"
 WORK=$(mktemp -d /tmp/vel-check-debs.XXXXXX)
 ROOT=$WORK/root
 MOUNTS=()
+CHILD=
 cleanup() {
     local i
+    if [ -n "$CHILD" ]; then # stop whatever still runs in the root
+        kill -TERM -- "-$CHILD" 2>/dev/null || true
+        wait "$CHILD" 2>/dev/null || true
+    fi
     for ((i = ${#MOUNTS[@]} - 1; i >= 0; i--)); do
         umount "${MOUNTS[i]}" 2>/dev/null || umount -l "${MOUNTS[i]}" 2>/dev/null || true
     done
-    rm -rf "$WORK"
+    # Never delete through a mount that is still there (/dev is bound in).
+    if grep -F " $WORK" /proc/mounts >/dev/null; then
+        echo "check-debs: still mounted under $WORK, left in place" >&2
+    else
+        rm -rf --one-file-system "$WORK"
+    fi
 }
 trap cleanup EXIT
 trap 'exit 130' INT TERM
@@ -262,5 +272,10 @@ INSIDE
 chmod +x "$ROOT/tmp/vel/inside.sh"
 
 say "trying the packages in a clean Debian 12 root"
-chroot "$ROOT" /tmp/vel/inside.sh
+# In its own session, so that an interrupted run stops everything in the
+# root before unmounting it.
+setsid chroot "$ROOT" /tmp/vel/inside.sh &
+CHILD=$!
+wait "$CHILD"
+CHILD=
 say "OK: ${PACKAGES[*]} install, work and purge cleanly in Debian 12"
