@@ -13,15 +13,16 @@ include(GNUInstallDirs)
 set(VEL_DESIGNER_PLUGIN_DIR ${CMAKE_INSTALL_LIBDIR}/qt5/plugins/designer CACHE STRING
     "Where the Designer plug-in link is installed, relative to the prefix")
 
-# Folders the dynamic loader searches by itself (the linker's implicit ones,
-# plus /usr/local's, which Debian's ld.so.conf lists). An install into one of
-# them gets no run path: it would only repeat what the loader does anyway.
-set(vel_default_system_libdirs
-    ${CMAKE_PLATFORM_IMPLICIT_LINK_DIRECTORIES}
-    ${CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES}
-    /usr/local/lib)
+# Folders the dynamic loader searches by itself (the platform's library
+# folders, their multiarch subfolders, and /usr/local's, which Debian's
+# ld.so.conf lists). An install into one of them gets no run path: it would
+# only repeat what the loader does anyway.
+set(vel_default_system_libdirs ${CMAKE_PLATFORM_IMPLICIT_LINK_DIRECTORIES} /usr/local/lib)
 if(CMAKE_LIBRARY_ARCHITECTURE)
-    list(APPEND vel_default_system_libdirs /usr/local/lib/${CMAKE_LIBRARY_ARCHITECTURE})
+    list(APPEND vel_default_system_libdirs
+        /lib/${CMAKE_LIBRARY_ARCHITECTURE}
+        /usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}
+        /usr/local/lib/${CMAKE_LIBRARY_ARCHITECTURE})
 endif()
 list(REMOVE_DUPLICATES vel_default_system_libdirs)
 set(VEL_SYSTEM_LIBDIRS "${vel_default_system_libdirs}" CACHE STRING

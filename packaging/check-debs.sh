@@ -25,7 +25,7 @@ ROOT_CACHE=${VEL_DEB_ROOT_CACHE:-$CACHE_DIR/debian12-root}
 ARCHIVES=$CACHE_DIR/apt-archives
 SUITE=bookworm
 
-say() { echo "check-debs: $*"; }
+say() { echo "check-debs (${SECONDS}s): $*"; }
 fail() {
     echo "check-debs: FAILED: $*" >&2
     exit 1
@@ -91,7 +91,7 @@ done
 mkdir -p "$PACKAGE_DIR/inspect"
 for deb in "${DEBS[@]}"; do dpkg-deb -x "$deb" "$PACKAGE_DIR/inspect"; done
 while IFS= read -r -d '' lib; do
-    if readelf -d "$lib" | grep -q -E 'RPATH|RUNPATH'; then
+    if readelf -d "$lib" | grep -E 'RPATH|RUNPATH' >/dev/null; then
         fail "$lib carries a run path in a /usr package"
     fi
 done < <(find "$PACKAGE_DIR/inspect" -type f -name '*.so*' -print0)
@@ -125,12 +125,22 @@ mkdir -p "$ARCHIVES/partial"
 WORK=$(mktemp -d /tmp/vel-check-debs.XXXXXX)
 ROOT=$WORK/root
 MOUNTS=()
+CHILD=
 cleanup() {
     local i
+    if [ -n "$CHILD" ]; then # stop whatever still runs in the root
+        kill -TERM -- "-$CHILD" 2>/dev/null || true
+        wait "$CHILD" 2>/dev/null || true
+    fi
     for ((i = ${#MOUNTS[@]} - 1; i >= 0; i--)); do
         umount "${MOUNTS[i]}" 2>/dev/null || umount -l "${MOUNTS[i]}" 2>/dev/null || true
     done
-    rm -rf "$WORK"
+    # Never delete through a mount that is still there (/dev is bound in).
+    if grep -F " $WORK" /proc/mounts >/dev/null; then
+        echo "check-debs: still mounted under $WORK, left in place" >&2
+    else
+        rm -rf --one-file-system "$WORK"
+    fi
 }
 trap cleanup EXIT
 trap 'exit 130' INT TERM
@@ -138,10 +148,12 @@ mount_on() { # mount_on <target> <mount arguments...>
     local target=$1
     shift
     mkdir -p "$target"
-    mount "$@" "$target"
+    mount "$@" "$target" || return 1
     MOUNTS+=("$target")
 }
 
+# The throw-away layer lives in memory when it may (about 1 GB is written).
+mount_on "$WORK" -t tmpfs -o size=4g,mode=0755 vel-check-debs 2>/dev/null || true
 mkdir -p "$ROOT" "$WORK/upper" "$WORK/ovwork"
 if mount_on "$ROOT" -t overlay overlay \
     -o "lowerdir=$ROOT_CACHE,upperdir=$WORK/upper,workdir=$WORK/ovwork" 2>/dev/null; then
@@ -154,6 +166,8 @@ mount_on "$ROOT/proc" -t proc proc
 mount_on "$ROOT/dev" --bind /dev
 mount_on "$ROOT/var/cache/apt/archives" --bind "$ARCHIVES"
 cp /etc/resolv.conf "$ROOT/etc/resolv.conf" 2>/dev/null || true
+# dpkg without an fsync per file (the root is thrown away anyway).
+echo force-unsafe-io >"$ROOT/etc/dpkg/dpkg.cfg.d/vel-check-unsafe-io"
 # No services start inside the root.
 printf '#!/bin/sh\nexit 101\n' >"$ROOT/usr/sbin/policy-rc.d"
 chmod +x "$ROOT/usr/sbin/policy-rc.d"
@@ -162,35 +176,44 @@ mkdir -p "$ROOT/tmp/vel/debs"
 cp "${DEBS[@]}" "$ROOT/tmp/vel/debs/"
 cp -r "$SOURCE_DIR/packaging/deb-consumer" "$ROOT/tmp/vel/deb-consumer"
 printf '%s\n' "${PACKAGES[@]}" >"$ROOT/tmp/vel/packages"
+role() { printf '%s\n' "${PACKAGES[@]}" | grep -E -m1 -e "$1" || fail "no package matches $1"; }
+WIDGETS=$(role '^lib.*widgets[0-9]+$')
+SYSTEM=$(role '^lib.*system[0-9]+$')
+DEV=$(role '-dev$')
+DESIGNER=$(role '-designer-plugin$')
+L10N=$(role '-l10n$')
+printf '%s\n' "WIDGETS=$WIDGETS" "SYSTEM=$SYSTEM" "DEV=$DEV" "DESIGNER=$DESIGNER" "L10N=$L10N" \
+    >"$ROOT/tmp/vel/roles"
 
 cat >"$ROOT/tmp/vel/inside.sh" <<'INSIDE'
 #!/bin/bash
 set -euo pipefail
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
 unset LD_LIBRARY_PATH QT_PLUGIN_PATH
-say() { echo "check-debs (Debian 12 root): $*"; }
+say() { echo "check-debs (Debian 12 root, ${SECONDS}s): $*"; }
 fail() { echo "check-debs (Debian 12 root): FAILED: $*" >&2; exit 1; }
 apt_get() { apt-get -q -o Dpkg::Use-Pty=0 "$@"; }
 cd /tmp/vel
 mapfile -t PACKAGES <packages
+source ./roles
 
 apt_get update >/dev/null
 
 say "apt install of the run-time packages"
 apt_get install -y --no-install-recommends \
-    ./debs/libvel-system*.deb ./debs/libvel-qt-widgets[0-9]*.deb \
-    ./debs/*-designer-plugin_*.deb ./debs/*-l10n_*.deb >apt-runtime.log 2>&1 || { cat apt-runtime.log; fail "apt install"; }
+    ./debs/"$SYSTEM"_*.deb ./debs/"$WIDGETS"_*.deb \
+    ./debs/"$DESIGNER"_*.deb ./debs/"$L10N"_*.deb >apt-runtime.log 2>&1 || { cat apt-runtime.log; fail "apt install"; }
 # In Debian's multiarch library folder, and known to the loader's cache (the
 # packages' ldconfig trigger ran).
 LIBDIR=$(dpkg -S libvel_qt_widgets.so.0 | awk '$2 ~ /\/libvel_qt_widgets\.so\.0$/ {print $2; exit}')
 LIBDIR=$(dirname "$LIBDIR")
 [[ "$LIBDIR" =~ ^/usr/lib/[a-z0-9_]+-linux-gnu[a-z0-9_]*$ ]] ||
     fail "libvel_qt_widgets.so.0 is not in a multiarch library folder (got '$LIBDIR')"
-ldconfig -p | grep -q 'libvel_qt_widgets\.so\.0 ' || fail "ldconfig does not know libvel_qt_widgets.so.0"
-ldconfig -p | grep -q 'libvel_system\.so\.0 ' || fail "ldconfig does not know libvel_system.so.0"
+ldconfig -p | grep 'libvel_qt_widgets\.so\.0 ' >/dev/null || fail "ldconfig does not know libvel_qt_widgets.so.0"
+ldconfig -p | grep 'libvel_system\.so\.0 ' >/dev/null || fail "ldconfig does not know libvel_system.so.0"
 for lib in "$LIBDIR"/libvel_qt_widgets.so.0 "$LIBDIR"/libvel_system.so.0; do
     [ -e "$lib" ] || fail "$lib is not installed"
-    if ldd "$lib" | grep -q 'not found'; then
+    if ldd "$lib" | grep 'not found' >/dev/null; then
         ldd "$lib" >&2
         fail "$lib: a library it needs is not installed (Depends incomplete)"
     fi
@@ -200,8 +223,26 @@ PLUGIN=$LIBDIR/qt5/plugins/designer/libvel_qt_widgets.so
 [ -f /usr/share/vel_qt_widgets/translations/vel_qt_widgets_de.qm ] || fail "no German catalogue"
 
 say "apt install of the -dev package and of the tools for an outside project"
-apt_get install -y --no-install-recommends ./debs/*-dev_*.deb \
+apt_get install -y --no-install-recommends ./debs/"$DEV"_*.deb \
     g++ make cmake qttools5-dev >apt-dev.log 2>&1 || { cat apt-dev.log; fail "apt install"; }
+
+# The packages hold on to each other: removing a library takes along every
+# package that needs it.
+takes_along() { # takes_along <package> <dependent>...
+    local package=$1 removed
+    shift
+    removed=$(apt-get -s remove "$package" | awk '$1 == "Remv" {printf "%s ", $2}')
+    for dependent; do
+        [[ " $removed" == *" $dependent "* ]] ||
+            fail "$dependent does not depend on $package (removing it removes only: $removed)"
+    done
+}
+takes_along "$SYSTEM" "$WIDGETS" "$DEV" "$DESIGNER"
+takes_along "$WIDGETS" "$DEV" "$DESIGNER"
+for p in "$WIDGETS" "$SYSTEM" "$DEV" "$DESIGNER" "$L10N"; do
+    [ "$(dpkg-query -W -f='${Version}' "$p")" = "$(dpkg-deb -f ./debs/"$p"_*.deb Version)" ] ||
+        fail "$p: installed version differs from the package's"
+done
 
 say "building an outside project against /usr"
 cmake -S deb-consumer -B build -DCMAKE_BUILD_TYPE=Release >build.log 2>&1 || { cat build.log; fail "configure"; }
@@ -213,9 +254,8 @@ say "apt purge"
 for p in "${PACKAGES[@]}"; do dpkg -L "$p"; done | sort -u >files-before
 apt_get purge -y "${PACKAGES[@]}" >apt-purge.log 2>&1 || { cat apt-purge.log; fail "apt purge"; }
 for p in "${PACKAGES[@]}"; do
-    if dpkg-query -W -f='${db:Status-Abbrev}' "$p" 2>/dev/null | grep -q '[a-z]'; then
-        fail "$p is still known to dpkg: $(dpkg-query -W -f='${db:Status-Abbrev}' "$p")"
-    fi
+    status=$(dpkg-query -W -f='${db:Status-Abbrev}' "$p" 2>/dev/null || true)
+    [ -z "$status" ] || [ "${status:1:1}" = n ] || fail "$p is still known to dpkg (status $status)"
 done
 left=$(while read -r f; do
     if [ -e "$f" ] || [ -L "$f" ]; then
@@ -232,5 +272,10 @@ INSIDE
 chmod +x "$ROOT/tmp/vel/inside.sh"
 
 say "trying the packages in a clean Debian 12 root"
-chroot "$ROOT" /tmp/vel/inside.sh
+# In its own session, so that an interrupted run stops everything in the
+# root before unmounting it.
+setsid chroot "$ROOT" /tmp/vel/inside.sh &
+CHILD=$!
+wait "$CHILD"
+CHILD=
 say "OK: ${PACKAGES[*]} install, work and purge cleanly in Debian 12"
