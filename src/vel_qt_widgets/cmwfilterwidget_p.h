@@ -8,7 +8,7 @@
 
 class CMwFilterKeyNavigator;
 
-class CMwFilterWidgetPrivate
+class VEL_QT_WIDGETS_EXPORT CMwFilterWidgetPrivate
 {
     Q_DECLARE_PUBLIC(CMwFilterWidget)
 

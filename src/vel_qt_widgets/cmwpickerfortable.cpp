@@ -31,7 +31,6 @@ CMwPickerForTable::CMwPickerForTable(QWidget *parent)
 {
     init(nullptr, parent);
     setCurrentIndex(-1);
-    d_vel->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
@@ -39,7 +38,6 @@ CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
 {
     init(model, parent);
     setCurrentIndex(-1);
-    d_vel->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *model, QWidget *parent)
@@ -70,6 +68,7 @@ void CMwPickerForTable::init(QAbstractItemModel *model, QWidget *parent)
     connect(this, SIGNAL(currentIndexChanged(int)), this, SLOT(onCurrentIndexChanged(int)));
     setEditable(false);
     setFrame(false);
+    d->updateDescription();
 }
 
 void CMwPickerForTable::setIcon(const QIcon &icon)
