@@ -7,10 +7,14 @@
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
+#include <QtGui/QHelpEvent>
+#include <QtGui/QImage>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -49,6 +53,40 @@ QPoint handleCentre(QSlider *slider)
     return slider->style()
         ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
         .center();
+}
+
+// What the widget's own style draws for the inner slider of a widget.
+QRect innerHandleRect(const QSlider *inner)
+{
+    QStyleOptionSlider option;
+    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    return inner->style()->subControlRect(
+        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
+}
+
+QImage renderOf(QWidget *widget)
+{
+    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::magenta);
+    widget->render(&image);
+    return image;
+}
+
+bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
+{
+    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &e);
+    return e.isAccepted();
+}
+
+QString toolTipAt(QWidget *widget, const QPoint &pos)
+{
+    QToolTip::hideText();
+    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
+    QApplication::sendEvent(widget, &e);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    return text;
 }
 
 } // namespace
@@ -99,6 +137,8 @@ private Q_SLOTS:
     void infiniteValuesAreClamped();
     void infiniteRangeEndsAreIgnored();
     void proxyMappingToNotANumberIsIgnored();
+    void innerRangesWiderThanStyleTakes_data();
+    void innerRangesWiderThanStyleTakes();
 };
 
 void tst_CMwQDoubleSlider::construction()
@@ -925,6 +965,65 @@ void tst_CMwQDoubleSlider::proxyMappingToNotANumberIsIgnored()
     QCOMPARE(fresh.slider()->minimum(), 0);
     QCOMPARE(fresh.slider()->maximum(), 99);
     fresh.setValueProxy(nullptr);
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("innerMinimum");
+    QTest::addColumn<int>("innerMaximum");
+    // The value at the end of the track: the inner maximum plus the
+    // fraction of a step the minimum left over (an offset of its own).
+    QTest::addColumn<double>("top");
+
+    // Rows named by the width of the inner range (single step 1). Qt 5.15's
+    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
+    // straight to it); it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: -2147483647..0")
+        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
+    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
+    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
+    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
+        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, innerMinimum);
+    QFETCH(int, innerMaximum);
+    QFETCH(double, top);
+
+    // The track does not depend on the range: a narrow slider of the same
+    // size shows where the handle stands at the start of the track.
+    CMwQDoubleSlider reference(Qt::Horizontal);
+    reference.resize(220, 30);
+    reference.setRange(0.0, 8.0);
+    reference.setValue(0.0);
+
+    CMwQDoubleSlider w(Qt::Horizontal);
+    w.resize(220, 30);
+    w.setRange(minimum, maximum);
+    QCOMPARE(w.slider()->minimum(), innerMinimum);
+    QCOMPARE(w.slider()->maximum(), innerMaximum);
+    w.setValue(minimum);
+    QVERIFY(showAt(w, 220, 30));
+    QCOMPARE(renderOf(&w), renderOf(&reference));
+
+    const QRect handle = innerHandleRect(reference.slider());
+    w.setHandleToolTip(QStringLiteral("value %1"));
+    QCOMPARE(toolTipAt(w.slider(), handle.center()),
+        QStringLiteral("value %1").arg(minimum, 0, 'g', -1));
+
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonPress, handle.center(), Qt::LeftButton));
+    QVERIFY(w.slider()->isSliderDown());
+    const QPoint end(w.width() + 50, handle.center().y());
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseMove, end, Qt::LeftButton));
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonRelease, end, Qt::NoButton));
+    QVERIFY(!w.slider()->isSliderDown());
+    QCOMPARE(w.value(), top);
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleSlider)
