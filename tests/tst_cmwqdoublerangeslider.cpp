@@ -147,6 +147,7 @@ private Q_SLOTS:
     void notANumberIsIgnored();
     void infiniteValuesAreClamped();
     void randomRobustness();
+    void settersRandomNearTheLimits();
     void innerRangesWiderThanStyleTakes_data();
     void innerRangesWiderThanStyleTakes();
 };
@@ -1217,6 +1218,58 @@ void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes()
     QVERIFY(!w.slider()->isSliderDown());
     QCOMPARE(w.minimumValue(), minimum);
     QCOMPARE(w.maximumValue(), top);
+}
+
+void tst_CMwQDoubleRangeSlider::settersRandomNearTheLimits()
+{
+    // Handles and ends whose step quotients lie a few ulps from the ends of
+    // the int range, where rounding them must not convert an out-of-range
+    // double (the sanitizer build ends the test if it does).
+    bool seedGiven = false;
+    const int seedOverride = qEnvironmentVariableIntValue("VEL_ROBUSTNESS_SEED", &seedGiven);
+    const quint32 seed = seedGiven ? quint32(seedOverride) : 20261124u;
+    QRandomGenerator random(seed);
+    const auto nearLimit = [&random]() {
+        double x = random.bounded(2) ? -2147483648.0 : 2147483647.0;
+        if (random.bounded(2))
+            x += x < 0 ? 0.5 : -0.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : x * 2);
+        return x;
+    };
+    const auto rounded = [](double x) {
+        return x <= -2147483648.0 ? INT_MIN : x >= 2147483647.0 ? INT_MAX : int(qRound64(x));
+    };
+    OpenDoubleRangeSlider w;
+    w.setRange(-3e9, 3e9);
+    for (int i = 0; i < 20000; ++i) {
+        const double a = nearLimit();
+        const double b = nearLimit();
+        switch (random.bounded(4)) {
+        case 0:
+            w.setValues(a, b);
+            QCOMPARE(w.slider()->minimumValue(),
+                rounded(qBound(w.minimum(), std::min(a, b), w.maximum())));
+            QCOMPARE(w.slider()->maximumValue(),
+                rounded(qBound(w.minimum(), std::max(a, b), w.maximum())));
+            break;
+        case 1:
+            w.setPositions(a, b);
+            break;
+        case 2:
+            random.bounded(2) ? w.setMinimumValue(a) : w.setMaximumValue(a);
+            break;
+        default:
+            w.setRange(std::min(a, b), std::max(a, b));
+            QCOMPARE(w.slider()->minimum(), rounded(std::min(a, b)));
+            QCOMPARE(w.slider()->maximum(), rounded(std::max(a, b)));
+            break;
+        }
+        if (random.bounded(50) == 0)
+            w.setRange(-3e9, 3e9);
+        QVERIFY2(std::isfinite(w.minimumValue()) && std::isfinite(w.maximumValue()),
+            qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
+    }
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleRangeSlider)

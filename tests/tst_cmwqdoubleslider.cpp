@@ -7,6 +7,7 @@
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
+#include <QtCore/QRandomGenerator>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
@@ -89,6 +90,54 @@ QString toolTipAt(QWidget *widget, const QPoint &pos)
     return text;
 }
 
+// qRound's result where its conversions are defined, which is everywhere
+// strictly inside the int range (qRound64 converts to 64 bits instead), and
+// the clamped ends outside.
+int roundedReference(double x)
+{
+    if (x <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    if (x >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    return int(qRound64(x));
+}
+
+// Quotients within a few units of either end of the int range, a few ulps
+// from where rounding changes, and ordinary ones; seeded, so a failure can be
+// replayed (VEL_ROBUSTNESS_SEED picks another sequence).
+double quotientNearTheLimits(QRandomGenerator &random)
+{
+    switch (random.bounded(6)) {
+    case 0:
+        return -2147483648.0 + random.bounded(3.0) - 1.0;
+    case 1:
+        return 2147483647.0 + random.bounded(3.0) - 2.0;
+    case 2: {
+        double x = random.bounded(2) ? -2147483648.0 : -2147483647.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : -3e9);
+        return x;
+    }
+    case 3: {
+        double x = random.bounded(2) ? 2147483647.0 : 2147483646.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : 3e9);
+        return x;
+    }
+    case 4:
+        return random.bounded(6e9) - 3e9;
+    default:
+        return random.bounded(200.0) - 100.0;
+    }
+}
+
+quint32 robustnessSeed()
+{
+    bool given = false;
+    const int seed = qEnvironmentVariableIntValue("VEL_ROBUSTNESS_SEED", &given);
+    return given ? quint32(seed) : 20261124u;
+}
+
 } // namespace
 
 class tst_CMwQDoubleSlider : public QObject
@@ -100,6 +149,8 @@ private Q_SLOTS:
     void horizontalConstruction();
     void toInteger_data();
     void toInteger();
+    void toIntegerRandomNearTheLimits();
+    void settersRandomNearTheLimits();
     void valueBetweenStepsSurvives();
     void stepThatDoesNotDivideTheRange();
     void safeFromIntegerClampsIntoTheRange();
@@ -192,6 +243,11 @@ void tst_CMwQDoubleSlider::toInteger_data()
     QTest::newRow("bottom of int") << -2147483648.0 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("below int") << -1e300 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("near bottom") << -2147483647.5 << 1.0 << -2147483647;
+    // x - 1 rounds to -2147483649.0 here, which qRound would convert to int.
+    QTest::newRow("just above the bottom")
+        << std::nextafter(-2147483648.0, 0.0) << 1.0 << std::numeric_limits<int>::min();
+    QTest::newRow("just below -2147483647.5")
+        << std::nextafter(-2147483647.5, -3e9) << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("infinity") << kInf << 1.0 << 2147483647;
 }
 
@@ -201,6 +257,71 @@ void tst_CMwQDoubleSlider::toInteger()
     QFETCH(double, step);
     QFETCH(int, expected);
     QCOMPARE(CMwQStepMapping::toInteger(value, step), expected);
+}
+
+void tst_CMwQDoubleSlider::toIntegerRandomNearTheLimits()
+{
+    // Under the sanitizer build a conversion of an out-of-range double ends
+    // the test; elsewhere the results are checked against the reference.
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    const double steps[] = {1.0, 0.25, 0.3, 7.0, 1e-3};
+    for (int i = 0; i < 200000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double step = steps[random.bounded(5)];
+        const double v = x * step;
+        const int got = CMwQStepMapping::toInteger(v, step);
+        if (got != roundedReference(v / step))
+            QFAIL(qPrintable(QStringLiteral("seed %1: toInteger(%2, %3) gave %4, not %5")
+                                 .arg(seed)
+                                 .arg(v, 0, 'g', 17)
+                                 .arg(step)
+                                 .arg(got)
+                                 .arg(roundedReference(v / step))));
+        const double offset = CMwQStepMapping::offsetFor(v, step);
+        QVERIFY(std::isfinite(offset));
+    }
+}
+
+void tst_CMwQDoubleSlider::settersRandomNearTheLimits()
+{
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    CMwQDoubleSlider w;
+    w.setRange(-3e9, 3e9);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double y = quotientNearTheLimits(random);
+        switch (random.bounded(5)) {
+        case 0: {
+            const double expected = qBound(w.minimum(), x, w.maximum());
+            w.setValue(x);
+            QCOMPARE(w.slider()->value(), roundedReference(expected));
+            QCOMPARE(w.value(), expected);
+            break;
+        }
+        case 1:
+            w.setSliderPosition(x);
+            break;
+        case 2:
+            w.setRange(std::min(x, y), std::max(x, y));
+            QCOMPARE(w.slider()->minimum(), roundedReference(std::min(x, y)));
+            QCOMPARE(w.slider()->maximum(), roundedReference(std::max(x, y)));
+            break;
+        case 3:
+            w.setPageStep(x);
+            w.setTickInterval(y);
+            break;
+        default:
+            w.setTickItemList({{x, QSlider::TicksBelow, QString()}});
+            QCOMPARE(w.slider()->tickItemList().at(0).value, roundedReference(x));
+            break;
+        }
+        if (random.bounded(50) == 0)
+            w.setRange(-3e9, 3e9);
+        QVERIFY2(std::isfinite(w.value()),
+            qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
+    }
 }
 
 void tst_CMwQDoubleSlider::valueBetweenStepsSurvives()
