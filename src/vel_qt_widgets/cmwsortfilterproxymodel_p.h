@@ -24,6 +24,8 @@ public:
     void connectSource(QAbstractItemModel *model);
     void disconnectSource(QAbstractItemModel *model);
     void resolveColumns() const;
+    // The condition fold over one source row, with the columns resolved.
+    bool acceptsRow(const QAbstractItemModel *source, int row, const QModelIndex &parent) const;
 
     CMwSortFilterProxyModel *q_ptr;
     QVector<CMwSortFilterProxyModel::FilterCondition> conditions;
