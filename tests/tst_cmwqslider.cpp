@@ -948,21 +948,53 @@ void tst_CMwQSlider::wideRangesPaintInPlace()
         QVERIFY2(regular.contains(x), qPrintable(QStringLiteral("no mark at %1").arg(x)));
 }
 
-void tst_CMwQSlider::wideRangesHitTest_data() { wideRangesPaintInPlace_data(); }
+void tst_CMwQSlider::wideRangesHitTest_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<Qt::Orientation>("orientation");
+
+    // Rows named by the width maximum - minimum, as in the painting test.
+    const struct
+    {
+        const char *name;
+        int minimum;
+        int maximum;
+    } ranges[] = {{"2^31 - 1 wide: INT_MIN + 1..0", INT_MIN + 1, 0},
+        {"2^31 - 1 wide: 0..INT_MAX", 0, INT_MAX}, {"2^31 wide: INT_MIN..0", INT_MIN, 0},
+        {"2^31 wide: -1..INT_MAX", -1, INT_MAX}, {"2^31 + 1 wide: INT_MIN..1", INT_MIN, 1},
+        {"3 * 2^30 wide: INT_MIN..2^30", INT_MIN, 1 << 30},
+        {"2^32 - 2 wide: INT_MIN..INT_MAX - 1", INT_MIN, INT_MAX - 1},
+        {"2^32 - 1 wide: INT_MIN..INT_MAX", INT_MIN, INT_MAX}};
+    for (const auto &range : ranges) {
+        QTest::addRow("%s, horizontal", range.name)
+            << range.minimum << range.maximum << Qt::Horizontal;
+        QTest::addRow("%s, vertical", range.name) << range.minimum << range.maximum << Qt::Vertical;
+    }
+}
 
 void tst_CMwQSlider::wideRangesHitTest()
 {
     QFETCH(int, minimum);
     QFETCH(int, maximum);
+    QFETCH(Qt::Orientation, orientation);
+    const bool horizontal = orientation == Qt::Horizontal;
+    const QSize size = horizontal ? QSize(220, 30) : QSize(30, 220);
+    // A point from its coordinate along the track and the one across it.
+    const auto at = [horizontal](int along, int across) {
+        return horizontal ? QPoint(along, across) : QPoint(across, along);
+    };
+    const auto alongOf = [horizontal](const QPoint &p) { return horizontal ? p.x() : p.y(); };
+    const auto acrossOf = [horizontal](const QPoint &p) { return horizontal ? p.y() : p.x(); };
 
-    TestSlider reference(Qt::Horizontal);
-    reference.resize(220, 30);
+    TestSlider reference(orientation);
+    reference.resize(size);
     reference.setRange(0, 8);
     reference.setValue(0);
     const Geometry g(reference);
 
-    TestSlider slider(Qt::Horizontal);
-    slider.resize(220, 30);
+    TestSlider slider(orientation);
+    slider.resize(size);
     slider.setRange(minimum, maximum);
     slider.setValue(minimum);
     slider.setPageStep(1000);
@@ -974,30 +1006,37 @@ void tst_CMwQSlider::wideRangesHitTest()
         QApplication::sendEvent(&slider, &e);
         return e.isAccepted();
     };
+    // The minimum is at the start of a horizontal track, at the bottom of a
+    // vertical one.
     const QPoint onHandle = g.handle.center();
     QHoverEvent hover(QEvent::HoverMove, onHandle, QPoint(0, 0));
     QApplication::sendEvent(&slider, &hover);
 
     // The handle at the minimum is grabbed where the style draws it, and
-    // follows the mouse to either end of the track.
+    // follows the mouse along the track to the maximum.
     QVERIFY(send(QEvent::MouseButtonPress, onHandle, Qt::LeftButton));
     QVERIFY(slider.isSliderDown());
-    const int grip = onHandle.x() - g.handle.left();
-    QVERIFY(send(QEvent::MouseMove, QPoint(g.rawGroove.x() + g.available / 2 + grip, onHandle.y()),
-        Qt::LeftButton));
+    const int grip = alongOf(onHandle) - alongOf(g.handle.topLeft());
+    // The track a handle's leading edge runs along, as QSlider takes it.
+    const int trackStart = alongOf(g.rawGroove.topLeft());
+    const int span = horizontal ? g.rawGroove.width() - g.handle.width()
+                                : g.rawGroove.height() - g.handle.height();
+    QVERIFY(send(
+        QEvent::MouseMove, at(trackStart + span / 2 + grip, acrossOf(onHandle)), Qt::LeftButton));
     const qint64 middle = qint64(minimum) + (qint64(maximum) - minimum) / 2;
     // Half way along the track is half way through the range, within what
-    // one pixel stands for.
-    QVERIFY2(qAbs(slider.value() - middle) <= (qint64(maximum) - minimum) / g.available + 1,
+    // two pixels stand for: the rounding of the middle pixel, and the pixel
+    // the style's truncation may have cost the handle where it was grabbed.
+    QVERIFY2(qAbs(slider.value() - middle) <= 2 * (qint64(maximum) - minimum) / span + 1,
         qPrintable(QString::number(slider.value())));
-    QVERIFY(send(QEvent::MouseMove, QPoint(slider.width() + 50, onHandle.y()), Qt::LeftButton));
+    const QPoint beyond = at(horizontal ? slider.width() + 50 : -50, acrossOf(onHandle));
+    QVERIFY(send(QEvent::MouseMove, beyond, Qt::LeftButton));
     QCOMPARE(slider.value(), maximum);
-    QVERIFY(
-        send(QEvent::MouseButtonRelease, QPoint(slider.width() + 50, onHandle.y()), Qt::NoButton));
+    QVERIFY(send(QEvent::MouseButtonRelease, beyond, Qt::NoButton));
     QVERIFY(!slider.isSliderDown());
     QCOMPARE(moved.count(), 2);
 
-    // A press on the groove before the handle pages down once.
+    // A press on the groove where the handle was pages down once.
     QVERIFY(send(QEvent::MouseButtonPress, onHandle, Qt::LeftButton));
     QVERIFY(!slider.isSliderDown());
     QCOMPARE(slider.value(), maximum - 1000);
