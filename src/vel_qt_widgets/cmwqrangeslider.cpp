@@ -220,8 +220,9 @@ struct Track
     bool upsideDown = false;
 };
 
-Track trackOf(const QSlider *slider, const QStyleOptionSlider &option)
+Track trackOf(const QSlider *slider, QStyleOptionSlider option)
 {
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle *style = slider->style();
     const QRect gr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
     const QRect sr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
@@ -256,11 +257,14 @@ HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate 
 
     option.sliderPosition = d->minimumPosition;
     option.sliderValue = d->minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMin = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect minRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
+    option = base;
     option.sliderPosition = d->maximumPosition;
     option.sliderValue = d->maximumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMax = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect maxRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
@@ -325,9 +329,12 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         return;
     }
 
-    const QStyle::SubControl control =
-        style()->hitTestComplexControl(QStyle::CC_Slider, &option, e->pos(), this);
-    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    QStyleOptionSlider fitted = option;
+    CMwQSliderGeometry::fitStyleOption(&fitted);
+    const QStyle::SubControl control
+        = style()->hitTestComplexControl(QStyle::CC_Slider, &fitted, e->pos(), this);
+    const QRect groove
+        = style()->subControlRect(QStyle::CC_Slider, &fitted, QStyle::SC_SliderGroove, this);
     const int low = horizontal ? hit.rect.left() : hit.rect.top();
     const int high = horizontal ? hit.rect.right() : hit.rect.bottom();
     if (control == QStyle::SC_SliderGroove && mepos > low && mepos < high) {
@@ -335,9 +342,9 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         // In double precision: the sum of two ints may overflow.
         d->dragAnchorPosition = int((double(d->minimumPosition) + d->maximumPosition) * 0.5);
         d->dragClickOffset = mepos
-            - (QStyle::sliderPositionFromValue(minimum(), maximum(), d->dragAnchorPosition,
-                                               track.end - track.start, track.upsideDown)
-               + track.start);
+            - (CMwQSliderGeometry::positionFromValue(minimum(), maximum(), d->dragAnchorPosition,
+                   track.end - track.start, track.upsideDown)
+                + track.start);
         d->dragHalfWidth = float((double(d->maximumPosition) - d->minimumPosition) * 0.5);
         setSliderDown(true);
         const CMwQRangeSliderPrivate::Handles both =
@@ -365,9 +372,8 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
     const int mepos = along(orientation(), e->pos());
     const int m = style()->pixelMetric(QStyle::PM_MaximumDragDistance, &option, this);
     const Track track = trackOf(this, option);
-    int newPos = QStyle::sliderValueFromPosition(minimum(), maximum(),
-                                                 mepos - d->dragClickOffset - track.start,
-                                                 track.end - track.start, track.upsideDown);
+    int newPos = CMwQSliderGeometry::valueFromPosition(minimum(), maximum(),
+        mepos - d->dragClickOffset - track.start, track.end - track.start, track.upsideDown);
     // Too far away from the widget, the drag snaps back to where it started.
     if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(e->pos()))
         newPos = d->dragAnchorPosition;
@@ -415,6 +421,7 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
     // such value; its minimum leaves the groove empty as well.
     option.subControls = QStyle::SC_SliderGroove;
     option.sliderValue = option.sliderPosition = clampToInt(double(minimum()) - maximum());
+    CMwQSliderGeometry::fitStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_Slider, option);
 
     const auto drawHandle = [&](bool lowerHandle) {
@@ -430,6 +437,7 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
             handle.activeSubControls = QStyle::SC_SliderHandle;
             handle.state |= QStyle::State_Sunken;
         }
+        CMwQSliderGeometry::fitStyleOption(&handle);
         const QRect grooveRect =
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
         const QRect handleRect =
@@ -468,6 +476,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->minimumPosition;
         option.sliderValue = d->minimumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->minimumValue));
@@ -477,6 +486,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->maximumPosition;
         option.sliderValue = d->maximumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->maximumValue));
@@ -484,5 +494,5 @@ bool CMwQRangeSlider::event(QEvent *e)
             return true;
         }
     }
-    return QSlider::event(e);
+    return CMwQSlider::event(e);
 }
