@@ -600,25 +600,23 @@ void CMwQRangeSliderPrivate::followPressedHandle()
 bool CMwQRangeSliderPrivate::keyTarget(const QKeyEvent *e, int *target) const
 {
     Q_Q(const CMwQRangeSlider);
-    // The directions of QAbstractSlider::keyPressEvent(): left and right
-    // follow the appearance and the layout direction, the others follow
-    // invertedControls.
+    // The directions of QAbstractSlider::keyPressEvent(): every key follows
+    // invertedControls, left and right the layout direction as well.
     enum Step { None, SingleAdd, SingleSub, PageAdd, PageSub, ToLowest, ToHighest };
     Step step = None;
     const bool inverted = q->invertedControls();
-    const bool appearance = q->invertedAppearance();
     switch (e->key()) {
     case Qt::Key_Left:
         if (q->isRightToLeft())
-            step = appearance ? SingleSub : SingleAdd;
+            step = inverted ? SingleSub : SingleAdd;
         else
-            step = appearance ? SingleAdd : SingleSub;
+            step = inverted ? SingleAdd : SingleSub;
         break;
     case Qt::Key_Right:
         if (q->isRightToLeft())
-            step = appearance ? SingleAdd : SingleSub;
+            step = inverted ? SingleAdd : SingleSub;
         else
-            step = appearance ? SingleSub : SingleAdd;
+            step = inverted ? SingleSub : SingleAdd;
         break;
     case Qt::Key_Up:
         step = inverted ? SingleSub : SingleAdd;
