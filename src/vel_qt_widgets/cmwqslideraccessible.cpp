@@ -306,22 +306,38 @@ void CMwQRangeHandleAccessible::setCurrentValue(const QVariant &value)
     if (!isValid())
         return;
     CMwQRangeSlider *holder = handleHolder(m_slider);
-    int position = 0;
+    CMwQRangeSliderPrivate *holderData = CMwQRangeSliderPrivate::get(holder);
+    const bool upper = m_child == CMwQSliderAccessibility::UpperHandleChild;
     bool ok = false;
-    if (auto *outer = qobject_cast<CMwQDoubleRangeSlider *>(m_slider)) {
-        // A floating-point handle moves like the keyboard moves it: onto a step.
-        CMwQDoubleRangeSliderPrivate *d = CMwQDoubleRangeSliderPrivate::get(outer);
-        double units = 0.0;
-        const double v = value.toDouble(&ok);
-        if (!ok || !d->mapToSliderUnits("setCurrentValue", v, &units))
-            return;
-        position = d->toInteger(units);
-    } else {
-        position = toSliderInt(value, &ok);
-        if (!ok)
-            return;
+    auto *outer = qobject_cast<CMwQDoubleRangeSlider *>(m_slider);
+    if (!outer) {
+        const int position = toSliderInt(value, &ok);
+        if (ok)
+            holderData->moveHandle(handleOf(m_child), position);
+        return;
     }
-    CMwQRangeSliderPrivate::get(holder)->moveHandle(handleOf(m_child), position);
+
+    // A floating-point handle moves as the keyboard moves it, but lands on
+    // the value asked for, not on the nearest step: the handle's fraction is
+    // set before the move, and a move within one step goes to the handle's
+    // own setter.
+    double v = value.toDouble(&ok);
+    if (!ok || std::isnan(v) || holder->isSliderDown())
+        return;
+    v = qBound(minimumValue().toDouble(), v, maximumValue().toDouble());
+    CMwQDoubleRangeSliderPrivate *d = CMwQDoubleRangeSliderPrivate::get(outer);
+    double units = 0.0;
+    if (!d->mapToSliderUnits("setCurrentValue", v, &units))
+        return;
+    const double oldOffset = upper ? d->maximumOffset : d->minimumOffset;
+    (upper ? d->maximumOffset : d->minimumOffset) = d->offsetFor(units);
+    if (holderData->moveHandle(handleOf(m_child), d->toInteger(units)))
+        return;
+    (upper ? d->maximumOffset : d->minimumOffset) = oldOffset;
+    if (upper)
+        outer->setMaximumValue(v);
+    else
+        outer->setMinimumValue(v);
 }
 
 QVariant CMwQRangeHandleAccessible::minimumValue() const
