@@ -12,6 +12,7 @@ PACKAGES=(
     build-essential cmake pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev
     libbenchmark-dev fonts-dejavu-core doxygen
+    xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi
 )
 
 as_root() {
