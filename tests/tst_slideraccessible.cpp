@@ -7,6 +7,7 @@
 #include <vel_qt_widgets/CMwQRangeSlider.h>
 
 #include <QtCore/QRegularExpression>
+#include <QtCore/QTranslator>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void rangeSliderHandles_data();
     void rangeSliderHandles();
     void handleNames();
+    void handleNamesTranslated();
     void handleBoundsWithSymmetricMoves();
     void setHandleValue_data();
     void setHandleValue();
@@ -228,6 +230,21 @@ void tst_SliderAccessible::handleNames()
     slider->setAccessibleName(QStringLiteral("Frequency band"));
     QCOMPARE(iface->child(0)->text(QAccessible::Name), QStringLiteral("Frequency band minimum"));
     QCOMPARE(iface->child(1)->text(QAccessible::Name), QStringLiteral("Frequency band maximum"));
+}
+
+void tst_SliderAccessible::handleNamesTranslated()
+{
+    QTranslator german;
+    QVERIFY(german.load(QStringLiteral(":/vel_qt_widgets/translations/vel_qt_widgets_de.qm")));
+    QCoreApplication::installTranslator(&german);
+    CMwQRangeSlider slider(Qt::Horizontal);
+    slider.setAccessibleName(QStringLiteral("Preis"));
+    QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(&slider);
+    const QString lower = iface->child(0)->text(QAccessible::Name);
+    const QString upper = iface->child(1)->text(QAccessible::Name);
+    QCoreApplication::removeTranslator(&german);
+    QCOMPARE(lower, QStringLiteral("Preis Minimum"));
+    QCOMPARE(upper, QStringLiteral("Preis Maximum"));
 }
 
 void tst_SliderAccessible::handleBoundsWithSymmetricMoves()

@@ -67,4 +67,15 @@
         <translation>&lt;auswählen&gt;</translation>
     </message>
 </context>
+<context>
+    <name>CMwQRangeSlider</name>
+    <message>
+        <source>minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>maximum</source>
+        <translation>Maximum</translation>
+    </message>
+</context>
 </TS>
