@@ -11,6 +11,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QSlider>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionSlider>
 
 #include <memory>
@@ -186,6 +187,8 @@ private Q_SLOTS:
     void pressFocusesHandle();
     void onlyFocusedHandleDrawsFocus_data();
     void onlyFocusedHandleDrawsFocus();
+    void focusFrameAllRound_data();
+    void focusFrameAllRound();
     void doubleSliderTakesFocus_data();
     void doubleSliderTakesFocus();
     void doubleRangeSliderTakesFocus_data();
@@ -588,6 +591,105 @@ void tst_SliderKeyboard::onlyFocusedHandleDrawsFocus()
     QVERIFY(lower.first.copy(upperRect) != upper.first.copy(upperRect));
     QVERIFY(unfocused.first.copy(lowerRect) != lower.first.copy(lowerRect));
     slider->setStyle(nullptr);
+}
+
+void tst_SliderKeyboard::focusFrameAllRound_data() { tabVisitsBothHandles_data(); }
+
+// Under the Windows style a focused slider is framed all round; the range
+// slider's frame matches a focused QSlider's wherever no handle covers it.
+void tst_SliderKeyboard::focusFrameAllRound()
+{
+    QFETCH(Qt::Orientation, orientation);
+    std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
+    QVERIFY(windows);
+    const QSize size = orientation == Qt::Horizontal ? QSize(215, 40) : QSize(40, 215);
+
+    // Renders the slider focused through Tab, or not focused at all.
+    const auto render = [&](QAbstractSlider *slider, bool focused) {
+        slider->setStyle(windows.get());
+        slider->setFixedSize(size);
+        FocusRow row(slider);
+        QWidget::setTabOrder(row.before, slider);
+        if (!row.show())
+            return QImage();
+        row.before->setFocus();
+        if (focused)
+            QTest::keyClick(row.before, Qt::Key_Tab);
+        if (focused != slider->hasFocus())
+            return QImage();
+        const QImage image = slider->grab().toImage();
+        return image;
+    };
+    const auto handleRect = [&](QAbstractSlider *slider, int position) {
+        QStyleOptionSlider opt;
+        opt.initFrom(slider);
+        opt.orientation = orientation;
+        opt.minimum = slider->minimum();
+        opt.maximum = slider->maximum();
+        opt.sliderPosition = opt.sliderValue = position;
+        if (orientation == Qt::Horizontal)
+            opt.state |= QStyle::State_Horizontal;
+        return windows->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, slider);
+    };
+
+    auto *reference = new QSlider(orientation);
+    reference->setRange(0, 100);
+    reference->setValue(50);
+    reference->setStyle(windows.get());
+    reference->setFixedSize(size);
+    QStyleOptionSlider option;
+    option.initFrom(reference);
+    option.orientation = orientation;
+    const QRect frame = windows->subElementRect(QStyle::SE_SliderFocusRect, &option, reference);
+    const QRect referenceHandle = handleRect(reference, 50);
+    QVERIFY(frame.isValid());
+    // The row owns the slider and deletes it with itself.
+    const QImage framed = render(reference, true);
+    QVERIFY(!framed.isNull());
+
+    for (bool upper : {false, true}) {
+        auto *slider = new CMwQRangeSlider(orientation);
+        slider->setRange(0, 100);
+        slider->setValues(20, 80);
+        slider->setStyle(windows.get());
+        slider->setFixedSize(size);
+        const QRect lowerRect = handleRect(slider, 20);
+        const QRect upperRect = handleRect(slider, 80);
+        if (upper)
+            QTest::keyClick(slider, Qt::Key_Tab);
+        // Entering by Tab focuses the lower handle; the upper one follows.
+        const QImage image = render(slider, true);
+        QVERIFY(!image.isNull());
+        QCOMPARE(image.size(), framed.size());
+
+        int compared = 0;
+        for (int x = frame.left(); x <= frame.right(); ++x) {
+            for (int y = frame.top(); y <= frame.bottom(); ++y) {
+                const QPoint p(x, y);
+                const bool onFrame = x == frame.left() || x == frame.right() || y == frame.top()
+                    || y == frame.bottom();
+                if (!onFrame || lowerRect.contains(p) || upperRect.contains(p)
+                    || referenceHandle.contains(p))
+                    continue;
+                QCOMPARE(image.pixel(p), framed.pixel(p));
+                ++compared;
+            }
+        }
+        QVERIFY(compared > 200);
+    }
+
+    // The frame is there to be seen: an unfocused slider has none.
+    auto *plain = new CMwQRangeSlider(orientation);
+    plain->setRange(0, 100);
+    plain->setValues(20, 80);
+    const QImage unframed = render(plain, false);
+    QVERIFY(!unframed.isNull());
+    int differing = 0;
+    for (int x = frame.left(); x <= frame.right(); ++x)
+        differing += unframed.pixel(x, frame.top()) != framed.pixel(x, frame.top());
+    for (int y = frame.top(); y <= frame.bottom(); ++y)
+        differing += unframed.pixel(frame.left(), y) != framed.pixel(frame.left(), y);
+    QVERIFY(differing > 40);
 }
 
 void tst_SliderKeyboard::doubleSliderTakesFocus_data() { tabVisitsBothHandles_data(); }

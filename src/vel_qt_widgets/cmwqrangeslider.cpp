@@ -471,6 +471,9 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
         drawHandle(true);
         drawHandle(false);
     }
+
+    if (option.state & QStyle::State_HasFocus)
+        d->drawFocusFrame(&painter);
 }
 
 bool CMwQRangeSlider::event(QEvent *e)
@@ -511,6 +514,29 @@ bool CMwQRangeSlider::event(QEvent *e)
         }
     }
     return QSlider::event(e);
+}
+
+void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
+{
+    Q_Q(const CMwQRangeSlider);
+    // Styles that frame a whole focused slider (Windows) draw the frame with
+    // the handle, inside the handle's clip above; this pass draws the focused
+    // handle once more with both handles clipped out, so that the frame goes
+    // all round and nothing else changes.
+    QStyleOptionSlider option;
+    if (focusedHandle == UpperHandle)
+        q->initMaximumSliderStyleOption(&option);
+    else
+        q->initMinimumSliderStyleOption(&option);
+    option.subControls = QStyle::SC_SliderHandle;
+    option.sliderPosition = focusedHandle == UpperHandle ? maximumPosition : minimumPosition;
+    option.sliderValue = focusedHandle == UpperHandle ? maximumValue : minimumValue;
+    QRegion clip(q->rect());
+    clip -= handleRect(LowerHandle);
+    clip -= handleRect(UpperHandle);
+    painter->setClipRegion(clip);
+    painter->drawComplexControl(QStyle::CC_Slider, option);
+    painter->setClipping(false);
 }
 
 QRect CMwQRangeSliderPrivate::handleRect(Handle handle) const

@@ -8,6 +8,7 @@
 QT_BEGIN_NAMESPACE
 class QEvent;
 class QKeyEvent;
+class QStylePainter;
 QT_END_NAMESPACE
 
 class VEL_QT_WIDGETS_EXPORT CMwQRangeSliderPrivate : public CMwQSliderPrivate
@@ -51,6 +52,8 @@ public:
 
     // The handle's rectangle in the widget, where the style draws it.
     QRect handleRect(Handle handle) const;
+    // The focus of a focused widget outside its handles.
+    void drawFocusFrame(QStylePainter *painter) const;
 
     // True when this slider is the inner slider of a floating-point range
     // slider, which then speaks for it to assistive technology.
