@@ -17,16 +17,31 @@
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QToolBar>
 
+#include <string>
+
 namespace {
 
 // Translation context of the toolbar texts: this source file, one fixed
-// string whatever the build directory.
+// string whatever the build directory. The texts are marked with
+// QT_TRANSLATE_NOOP in this same context, so that lupdate extracts them.
 const char translationContext[] = "cmwhierarchicalgridview.cpp";
 
-QString translated(const wchar_t *text)
+// The marked narrow literal is the source text; MW_GetTranslation gets its
+// wide form (lupdate does not read wide literals).
+QString translated(const char *text)
 {
-    return QString::fromWCharArray(MW_GetTranslation(text, translationContext));
+    const std::wstring source = QString::fromUtf8(text).toStdWString();
+    return QString::fromWCharArray(MW_GetTranslation(source.c_str(), translationContext));
 }
+
+const char *const showStatisticsText
+    = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Show Statistics");
+const char *const useFilterText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Use Filter");
+const char *const defineFilterText
+    = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Define Filter");
+const char *const upText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Up");
+const char *const downText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Down");
+const char *const removeText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Remove");
 
 constexpr int statisticsRows = 6;
 
@@ -171,21 +186,21 @@ void CMwHierarchicalGridView::init()
     layout->addWidget(statistics);
 
     QAction *showStatistics = toolbar->addAction(
-        QIcon(QStringLiteral(":/w32_commonres/res/suma_file.svg")), translated(L"Show Statistics"));
+        QIcon(QStringLiteral(":/w32_commonres/res/suma_file.svg")), translated(showStatisticsText));
     showStatistics->setToolTip(showStatistics->text());
     showStatistics->setCheckable(true);
     showStatistics->setChecked(true);
     connect(showStatistics, SIGNAL(triggered()), this, SLOT(showStatistics()));
 
-    QAction *useFilter = toolbar->addAction(QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")),
-                                            translated(L"Use Filter"));
+    QAction *useFilter = toolbar->addAction(
+        QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")), translated(useFilterText));
     useFilter->setToolTip(useFilter->text());
     useFilter->setCheckable(true);
     connect(useFilter, SIGNAL(triggered()), this, SLOT(activateFilter()));
     connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
 
     QAction *defineFilter = toolbar->addAction(
-        QIcon(QStringLiteral(":/w32_commonres/res/filter_edit.svg")), translated(L"Define Filter"));
+        QIcon(QStringLiteral(":/w32_commonres/res/filter_edit.svg")), translated(defineFilterText));
     defineFilter->setToolTip(defineFilter->text());
     defineFilter->setCheckable(true);
     connect(defineFilter, SIGNAL(triggered()), this, SLOT(editFilter()));
@@ -193,13 +208,13 @@ void CMwHierarchicalGridView::init()
     struct RowAction
     {
         const char *icon;
-        const wchar_t *text;
+        const char *text;
         const char *slot;
     };
     const RowAction rowActions[] = {
-        {":/w32_commonres/res/arr/item_up.svg", L"Up", SLOT(onButtonUp())},
-        {":/w32_commonres/res/arr/item_down.svg", L"Down", SLOT(onButtonDown())},
-        {":/w32_commonres/res/trash.svg", L"Remove", SLOT(onButtonRemove())},
+        {":/w32_commonres/res/arr/item_up.svg", upText, SLOT(onButtonUp())},
+        {":/w32_commonres/res/arr/item_down.svg", downText, SLOT(onButtonDown())},
+        {":/w32_commonres/res/trash.svg", removeText, SLOT(onButtonRemove())},
     };
     for (const RowAction &row : rowActions) {
         QAction *action = toolbar->addAction(QIcon(QLatin1String(row.icon)), translated(row.text));

@@ -25,6 +25,26 @@
     \code
     const wchar_t *shown = MW_GetTranslation(L"AND", "CMwFilterWidget");
     \endcode
+
+    The language is that of the translators the application has installed;
+    nothing else needs to be set up. Each call asks them anew, so installing
+    or removing a translator switches the language of every text asked for
+    afterwards, while pointers handed out before keep their text. Widgets ask
+    for their texts when they are built (the filter's operator and comparator
+    texts once per process), so the catalogue is installed before the first
+    widget is created. The library's catalogues (one per language, such as
+    vel_qt_widgets_de.qm) are embedded under ":/vel_qt_widgets/translations"
+    and installed in share/vel_qt_widgets/translations of the prefix:
+
+    \code
+    QTranslator translator;
+    translator.load(QLocale(), QStringLiteral("vel_qt_widgets"), QStringLiteral("_"),
+                    QStringLiteral(":/vel_qt_widgets/translations"));
+    QCoreApplication::installTranslator(&translator);
+    \endcode
+
+    The texts of the library are marked for lupdate with QT_TRANSLATE_NOOP in
+    the context passed here, the narrow literal being the source text.
 */
 VEL_SYSTEM_EXPORT const wchar_t *MW_GetTranslation(const wchar_t *text, const char *context);
 
