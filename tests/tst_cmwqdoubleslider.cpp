@@ -7,10 +7,15 @@
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
+#include <QtCore/QRandomGenerator>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QImage>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -51,6 +56,88 @@ QPoint handleCentre(QSlider *slider)
         .center();
 }
 
+// What the widget's own style draws for the inner slider of a widget.
+QRect innerHandleRect(const QSlider *inner)
+{
+    QStyleOptionSlider option;
+    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    return inner->style()->subControlRect(
+        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
+}
+
+QImage renderOf(QWidget *widget)
+{
+    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::magenta);
+    widget->render(&image);
+    return image;
+}
+
+bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
+{
+    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &e);
+    return e.isAccepted();
+}
+
+QString toolTipAt(QWidget *widget, const QPoint &pos)
+{
+    QToolTip::hideText();
+    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
+    QApplication::sendEvent(widget, &e);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    return text;
+}
+
+// qRound's result where its conversions are defined, which is everywhere
+// strictly inside the int range (qRound64 converts to 64 bits instead), and
+// the clamped ends outside.
+int roundedReference(double x)
+{
+    if (x <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    if (x >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    return int(qRound64(x));
+}
+
+// Quotients within a few units of either end of the int range, a few ulps
+// from where rounding changes, and ordinary ones; seeded, so a failure can be
+// replayed (VEL_ROBUSTNESS_SEED picks another sequence).
+double quotientNearTheLimits(QRandomGenerator &random)
+{
+    switch (random.bounded(6)) {
+    case 0:
+        return -2147483648.0 + random.bounded(3.0) - 1.0;
+    case 1:
+        return 2147483647.0 + random.bounded(3.0) - 2.0;
+    case 2: {
+        double x = random.bounded(2) ? -2147483648.0 : -2147483647.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : -3e9);
+        return x;
+    }
+    case 3: {
+        double x = random.bounded(2) ? 2147483647.0 : 2147483646.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : 3e9);
+        return x;
+    }
+    case 4:
+        return random.bounded(6e9) - 3e9;
+    default:
+        return random.bounded(200.0) - 100.0;
+    }
+}
+
+quint32 robustnessSeed()
+{
+    bool given = false;
+    const int seed = qEnvironmentVariableIntValue("VEL_ROBUSTNESS_SEED", &given);
+    return given ? quint32(seed) : 20261124u;
+}
+
 } // namespace
 
 class tst_CMwQDoubleSlider : public QObject
@@ -62,6 +149,8 @@ private Q_SLOTS:
     void horizontalConstruction();
     void toInteger_data();
     void toInteger();
+    void toIntegerRandomNearTheLimits();
+    void settersRandomNearTheLimits();
     void valueBetweenStepsSurvives();
     void stepThatDoesNotDivideTheRange();
     void safeFromIntegerClampsIntoTheRange();
@@ -99,6 +188,8 @@ private Q_SLOTS:
     void infiniteValuesAreClamped();
     void infiniteRangeEndsAreIgnored();
     void proxyMappingToNotANumberIsIgnored();
+    void innerRangesWiderThanStyleTakes_data();
+    void innerRangesWiderThanStyleTakes();
 };
 
 void tst_CMwQDoubleSlider::construction()
@@ -152,6 +243,11 @@ void tst_CMwQDoubleSlider::toInteger_data()
     QTest::newRow("bottom of int") << -2147483648.0 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("below int") << -1e300 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("near bottom") << -2147483647.5 << 1.0 << -2147483647;
+    // x - 1 rounds to -2147483649.0 here, which qRound would convert to int.
+    QTest::newRow("just above the bottom")
+        << std::nextafter(-2147483648.0, 0.0) << 1.0 << std::numeric_limits<int>::min();
+    QTest::newRow("just below -2147483647.5")
+        << std::nextafter(-2147483647.5, -3e9) << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("infinity") << kInf << 1.0 << 2147483647;
 }
 
@@ -161,6 +257,71 @@ void tst_CMwQDoubleSlider::toInteger()
     QFETCH(double, step);
     QFETCH(int, expected);
     QCOMPARE(CMwQStepMapping::toInteger(value, step), expected);
+}
+
+void tst_CMwQDoubleSlider::toIntegerRandomNearTheLimits()
+{
+    // Under the sanitizer build a conversion of an out-of-range double ends
+    // the test; elsewhere the results are checked against the reference.
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    const double steps[] = {1.0, 0.25, 0.3, 7.0, 1e-3};
+    for (int i = 0; i < 200000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double step = steps[random.bounded(5)];
+        const double v = x * step;
+        const int got = CMwQStepMapping::toInteger(v, step);
+        if (got != roundedReference(v / step))
+            QFAIL(qPrintable(QStringLiteral("seed %1: toInteger(%2, %3) gave %4, not %5")
+                                 .arg(seed)
+                                 .arg(v, 0, 'g', 17)
+                                 .arg(step)
+                                 .arg(got)
+                                 .arg(roundedReference(v / step))));
+        const double offset = CMwQStepMapping::offsetFor(v, step);
+        QVERIFY(std::isfinite(offset));
+    }
+}
+
+void tst_CMwQDoubleSlider::settersRandomNearTheLimits()
+{
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    CMwQDoubleSlider w;
+    w.setRange(-3e9, 3e9);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double y = quotientNearTheLimits(random);
+        switch (random.bounded(5)) {
+        case 0: {
+            const double expected = qBound(w.minimum(), x, w.maximum());
+            w.setValue(x);
+            QCOMPARE(w.slider()->value(), roundedReference(expected));
+            QCOMPARE(w.value(), expected);
+            break;
+        }
+        case 1:
+            w.setSliderPosition(x);
+            break;
+        case 2:
+            w.setRange(std::min(x, y), std::max(x, y));
+            QCOMPARE(w.slider()->minimum(), roundedReference(std::min(x, y)));
+            QCOMPARE(w.slider()->maximum(), roundedReference(std::max(x, y)));
+            break;
+        case 3:
+            w.setPageStep(x);
+            w.setTickInterval(y);
+            break;
+        default:
+            w.setTickItemList({{x, QSlider::TicksBelow, QString()}});
+            QCOMPARE(w.slider()->tickItemList().at(0).value, roundedReference(x));
+            break;
+        }
+        if (random.bounded(50) == 0)
+            w.setRange(-3e9, 3e9);
+        QVERIFY2(std::isfinite(w.value()),
+            qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
+    }
 }
 
 void tst_CMwQDoubleSlider::valueBetweenStepsSurvives()
@@ -925,6 +1086,65 @@ void tst_CMwQDoubleSlider::proxyMappingToNotANumberIsIgnored()
     QCOMPARE(fresh.slider()->minimum(), 0);
     QCOMPARE(fresh.slider()->maximum(), 99);
     fresh.setValueProxy(nullptr);
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("innerMinimum");
+    QTest::addColumn<int>("innerMaximum");
+    // The value at the end of the track: the inner maximum plus the
+    // fraction of a step the minimum left over (an offset of its own).
+    QTest::addColumn<double>("top");
+
+    // Rows named by the width of the inner range (single step 1). Qt 5.15's
+    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
+    // straight to it); it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: -2147483647..0")
+        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
+    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
+    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
+    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
+        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, innerMinimum);
+    QFETCH(int, innerMaximum);
+    QFETCH(double, top);
+
+    // The track does not depend on the range: a narrow slider of the same
+    // size shows where the handle stands at the start of the track.
+    CMwQDoubleSlider reference(Qt::Horizontal);
+    reference.resize(220, 30);
+    reference.setRange(0.0, 8.0);
+    reference.setValue(0.0);
+
+    CMwQDoubleSlider w(Qt::Horizontal);
+    w.resize(220, 30);
+    w.setRange(minimum, maximum);
+    QCOMPARE(w.slider()->minimum(), innerMinimum);
+    QCOMPARE(w.slider()->maximum(), innerMaximum);
+    w.setValue(minimum);
+    QVERIFY(showAt(w, 220, 30));
+    QCOMPARE(renderOf(&w), renderOf(&reference));
+
+    const QRect handle = innerHandleRect(reference.slider());
+    w.setHandleToolTip(QStringLiteral("value %1"));
+    QCOMPARE(toolTipAt(w.slider(), handle.center()),
+        QStringLiteral("value %1").arg(minimum, 0, 'g', -1));
+
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonPress, handle.center(), Qt::LeftButton));
+    QVERIFY(w.slider()->isSliderDown());
+    const QPoint end(w.width() + 50, handle.center().y());
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseMove, end, Qt::LeftButton));
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonRelease, end, Qt::NoButton));
+    QVERIFY(!w.slider()->isSliderDown());
+    QCOMPARE(w.value(), top);
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleSlider)

@@ -1,5 +1,6 @@
 #include "cmwqdoublerangeslider_p.h"
 
+#include "cmwqslider_p.h"
 #include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
 
@@ -552,14 +553,19 @@ bool CMwQDoubleRangeSlider::eventFilter(QObject *watched, QEvent *event)
         // Each handle in turn, lower first, at its own position.
         option.sliderPosition = d->slider->minimumPosition();
         option.sliderValue = d->slider->minimumValue();
+        QStyleOptionSlider fitted = option;
+        CMwQSliderGeometry::fitStyleOption(&fitted);
         double shown = minimumValue();
-        QStyle::SubControl hit =
-            style->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), d->slider);
+        QStyle::SubControl hit
+            = style->hitTestComplexControl(QStyle::CC_Slider, &fitted, helpEvent->pos(), d->slider);
         if (hit != QStyle::SC_SliderHandle) {
             option.sliderPosition = d->slider->maximumPosition();
             option.sliderValue = d->slider->maximumValue();
             shown = maximumValue();
-            hit = style->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), d->slider);
+            fitted = option;
+            CMwQSliderGeometry::fitStyleOption(&fitted);
+            hit = style->hitTestComplexControl(
+                QStyle::CC_Slider, &fitted, helpEvent->pos(), d->slider);
         }
         if (hit == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(),

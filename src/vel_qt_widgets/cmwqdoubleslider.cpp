@@ -1,5 +1,6 @@
 #include "cmwqdoubleslider_p.h"
 
+#include "cmwqslider_p.h"
 #include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
 
@@ -441,6 +442,7 @@ bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)
         auto *helpEvent = static_cast<QHelpEvent *>(event);
         QStyleOptionSlider option;
         initSliderStyleOption(d->slider, &option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         const QStyle::SubControl hit = d->slider->style()->hitTestComplexControl(
             QStyle::CC_Slider, &option, helpEvent->pos(), this);
         if (!d->handleToolTip.isEmpty() && hit == QStyle::SC_SliderHandle) {

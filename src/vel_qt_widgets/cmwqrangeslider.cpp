@@ -225,8 +225,9 @@ struct Track
     bool upsideDown = false;
 };
 
-Track trackOf(const QSlider *slider, const QStyleOptionSlider &option)
+Track trackOf(const QSlider *slider, QStyleOptionSlider option)
 {
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle *style = slider->style();
     const QRect gr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
     const QRect sr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
@@ -261,11 +262,14 @@ HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate 
 
     option.sliderPosition = d->minimumPosition;
     option.sliderValue = d->minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMin = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect minRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
+    option = base;
     option.sliderPosition = d->maximumPosition;
     option.sliderValue = d->maximumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMax = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect maxRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
@@ -330,9 +334,12 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         return;
     }
 
-    const QStyle::SubControl control =
-        style()->hitTestComplexControl(QStyle::CC_Slider, &option, e->pos(), this);
-    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    QStyleOptionSlider fitted = option;
+    CMwQSliderGeometry::fitStyleOption(&fitted);
+    const QStyle::SubControl control
+        = style()->hitTestComplexControl(QStyle::CC_Slider, &fitted, e->pos(), this);
+    const QRect groove
+        = style()->subControlRect(QStyle::CC_Slider, &fitted, QStyle::SC_SliderGroove, this);
     const int low = horizontal ? hit.rect.left() : hit.rect.top();
     const int high = horizontal ? hit.rect.right() : hit.rect.bottom();
     if (control == QStyle::SC_SliderGroove && mepos > low && mepos < high) {
@@ -340,9 +347,9 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         // In double precision: the sum of two ints may overflow.
         d->dragAnchorPosition = int((double(d->minimumPosition) + d->maximumPosition) * 0.5);
         d->dragClickOffset = mepos
-            - (QStyle::sliderPositionFromValue(minimum(), maximum(), d->dragAnchorPosition,
-                                               track.end - track.start, track.upsideDown)
-               + track.start);
+            - (CMwQSliderGeometry::positionFromValue(minimum(), maximum(), d->dragAnchorPosition,
+                   track.end - track.start, track.upsideDown)
+                + track.start);
         d->dragHalfWidth = float((double(d->maximumPosition) - d->minimumPosition) * 0.5);
         setSliderDown(true);
         const CMwQRangeSliderPrivate::Handles both =
@@ -370,9 +377,8 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
     const int mepos = along(orientation(), e->pos());
     const int m = style()->pixelMetric(QStyle::PM_MaximumDragDistance, &option, this);
     const Track track = trackOf(this, option);
-    int newPos = QStyle::sliderValueFromPosition(minimum(), maximum(),
-                                                 mepos - d->dragClickOffset - track.start,
-                                                 track.end - track.start, track.upsideDown);
+    int newPos = CMwQSliderGeometry::valueFromPosition(minimum(), maximum(),
+        mepos - d->dragClickOffset - track.start, track.end - track.start, track.upsideDown);
     // Too far away from the widget, the drag snaps back to where it started.
     if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(e->pos()))
         newPos = d->dragAnchorPosition;
@@ -420,6 +426,7 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
     // such value; its minimum leaves the groove empty as well.
     option.subControls = QStyle::SC_SliderGroove;
     option.sliderValue = option.sliderPosition = clampToInt(double(minimum()) - maximum());
+    CMwQSliderGeometry::fitStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_Slider, option);
 
     const auto drawHandle = [&](bool lowerHandle) {
@@ -435,6 +442,7 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
             handle.activeSubControls = QStyle::SC_SliderHandle;
             handle.state |= QStyle::State_Sunken;
         }
+        CMwQSliderGeometry::fitStyleOption(&handle);
         // Only the focused handle shows the focus; the groove on the other
         // handle's side still does, as it would on a focused QSlider.
         const CMwQRangeSliderPrivate::Handle which =
@@ -482,7 +490,7 @@ bool CMwQRangeSlider::event(QEvent *e)
     // Keys and focus go to the handles; the base slider's own value, which
     // no one sees, must not move.
     if (e->type() == QEvent::MouseButtonPress) {
-        const bool result = QSlider::event(e);
+        const bool result = CMwQSlider::event(e);
         d->followPressedHandle();
         return result;
     }
@@ -497,6 +505,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->minimumPosition;
         option.sliderValue = d->minimumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->minimumValue));
@@ -506,6 +515,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->maximumPosition;
         option.sliderValue = d->maximumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->maximumValue));
@@ -513,7 +523,7 @@ bool CMwQRangeSlider::event(QEvent *e)
             return true;
         }
     }
-    return QSlider::event(e);
+    return CMwQSlider::event(e);
 }
 
 void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
@@ -531,6 +541,7 @@ void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
     option.subControls = QStyle::SC_SliderHandle;
     option.sliderPosition = focusedHandle == UpperHandle ? maximumPosition : minimumPosition;
     option.sliderValue = focusedHandle == UpperHandle ? maximumValue : minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     QRegion clip(q->rect());
     clip -= handleRect(LowerHandle);
     clip -= handleRect(UpperHandle);
@@ -549,6 +560,7 @@ QRect CMwQRangeSliderPrivate::handleRect(Handle handle) const
         q->initMinimumSliderStyleOption(&option);
     option.sliderPosition = handle == UpperHandle ? maximumPosition : minimumPosition;
     option.sliderValue = handle == UpperHandle ? maximumValue : minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     return q->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 }
 

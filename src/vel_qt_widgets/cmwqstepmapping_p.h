@@ -27,15 +27,17 @@ QT_END_NAMESPACE
 namespace CMwQStepMapping {
 
 // v / step, clamped to the 32-bit range, then rounded with halves going up
-// (qRound's rule). The lowest bound is answered directly because qRound's
-// negative branch would convert -2147483649.0 to int, which is undefined. A
-// NaN, which callers filter out before, gives 0 rather than garbage.
+// (qRound's rule). Below -2147483647.5 everything rounds to the lowest int,
+// which is answered directly: qRound's negative branch converts x - 1 to int,
+// and for x just above -2147483648 that difference rounds to -2147483649.0,
+// whose conversion is undefined. A NaN, which callers filter out before,
+// gives 0 rather than garbage.
 inline int toInteger(double v, double step)
 {
     const double x = v / step;
     if (std::isnan(x))
         return 0;
-    if (x <= -2147483648.0)
+    if (x < -2147483647.5)
         return std::numeric_limits<int>::min();
     if (x >= 2147483647.0)
         return std::numeric_limits<int>::max();
