@@ -14,6 +14,7 @@
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionSlider>
 
+#include <climits>
 #include <memory>
 
 namespace {
@@ -180,6 +181,7 @@ private Q_SLOTS:
     void keyMoveIsADrag_data();
     void keyMoveIsADrag();
     void keyMoveWithTrackingOff();
+    void fullIntRange();
     void keysDuringMouseDrag();
     void tabVisitsBothHandles_data();
     void tabVisitsBothHandles();
@@ -446,6 +448,29 @@ void tst_SliderKeyboard::keyMoveWithTrackingOff()
             "actionTriggered(7)", "valuesChanged(31,60)", "minimumValueChanged(31)",
             "sliderReleased"}));
     QVERIFY(!slider.hasTracking());
+}
+
+void tst_SliderKeyboard::fullIntRange()
+{
+    CMwQRangeSlider slider(Qt::Horizontal);
+    slider.setRange(INT_MIN, INT_MAX);
+    slider.setPageStep(INT_MAX);
+    slider.setValues(INT_MIN, INT_MAX);
+    QTest::keyClick(&slider, Qt::Key_PageDown);
+    QCOMPARE(slider.minimumValue(), INT_MIN);
+    QTest::keyClick(&slider, Qt::Key_PageUp);
+    QCOMPARE(slider.minimumValue(), -1);
+    QTest::keyClick(&slider, Qt::Key_End);
+    QCOMPARE(slider.minimumValue(), INT_MAX);
+    QTest::keyClick(&slider, Qt::Key_Home);
+    QCOMPARE(slider.minimumValue(), INT_MIN);
+
+    // Symmetric moves meet halfway across the whole int range.
+    slider.setValues(INT_MIN, INT_MAX);
+    slider.setSymmetricMoves(true);
+    QTest::keyClick(&slider, Qt::Key_End);
+    QCOMPARE(slider.minimumValue(), -1);
+    QCOMPARE(slider.maximumValue(), 0);
 }
 
 void tst_SliderKeyboard::keysDuringMouseDrag()
