@@ -5,7 +5,9 @@
 # accessibility bus on the root window, touches the registry, and only then
 # starts the application, so that it finds the bus when it registers (a Qt 5
 # application that tries before the bus is reachable never appears). Every
-# wait is bounded; everything started here is stopped on exit.
+# wait is bounded; everything started here is stopped on exit, and nothing
+# started in the background writes to the caller's output (a test runner
+# waits for that to close).
 # Debian packages: xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi.
 set -euo pipefail
 
@@ -16,22 +18,37 @@ pids=()
 
 fail() { echo "run_atspi_check: $*" >&2; exit 1; }
 
-# The processes started by one of ours (the bus launcher starts the
-# accessibility bus and the registry), deepest first.
-descendants() {
-    local child
-    for child in $(ps -o pid= --ppid "$1" 2>/dev/null); do
-        descendants "$child"
-        echo "$child"
+# Stops a process of ours and, first, what it started (the bus launcher
+# starts the accessibility bus and the registry). The parents come from
+# /proc, as a bare machine may have no ps.
+declare -A children=()
+read_children() {
+    local stat fields state ppid rest pid
+    children=()
+    for stat in /proc/[0-9]*/stat; do
+        # A process may end between the listing and the reading.
+        { fields=$(<"$stat"); } 2>/dev/null || continue
+        pid=${stat#/proc/}
+        pid=${pid%/stat}
+        # After the command name come the state and the parent's id.
+        read -r state ppid rest <<<"${fields##*) }"
+        children[$ppid]+=" $pid"
     done
+}
+stop_tree() {
+    local child
+    for child in ${children[$1]:-}; do
+        stop_tree "$child"
+    done
+    kill "$1" 2>/dev/null || true
 }
 
 cleanup() {
     local i pid
+    set +e
+    read_children
     for ((i = ${#pids[@]} - 1; i >= 0; i--)); do
-        for pid in $(descendants "${pids[i]}") "${pids[i]}"; do
-            kill "$pid" 2>/dev/null || true
-        done
+        stop_tree "${pids[i]}"
     done
     for pid in "${pids[@]}"; do
         wait "$pid" 2>/dev/null || true
@@ -65,22 +82,29 @@ done
 # 1. The X server, on the first free display; -noreset keeps the root window
 #    (and the property published on it) when the last client goes away.
 mkfifo "$work/displayfd"
-Xvfb -displayfd 3 -noreset -nolisten tcp -screen 0 1024x768x24 3>"$work/displayfd" 2>"$work/xvfb.log" &
+Xvfb -displayfd 3 -noreset -nolisten tcp -screen 0 1024x768x24 3>"$work/displayfd" >"$work/xvfb.log" 2>&1 &
 pids+=($!)
 read -r -t 15 display <"$work/displayfd" || fail "Xvfb did not start: $(cat "$work/xvfb.log")"
 export DISPLAY=:$display
 wait_until 10 xprop -root -len 0 _XKB_RULES_NAMES || fail "Xvfb on $DISPLAY does not answer"
 
 # 2. A private session bus, and the accessibility bus started by its launcher.
-dbus-daemon --session --nofork --print-address=4 4>"$work/session-address" 2>"$work/dbus.log" &
+dbus-daemon --session --nofork --print-address=4 4>"$work/session-address" >"$work/dbus.log" 2>&1 &
 pids+=($!)
 wait_until 10 test -s "$work/session-address" || fail "no session bus: $(cat "$work/dbus.log")"
 DBUS_SESSION_BUS_ADDRESS=$(head -n 1 "$work/session-address")
 export DBUS_SESSION_BUS_ADDRESS
 unset AT_SPI_BUS_ADDRESS
 
-"$launcher" --launch-immediately 2>"$work/launcher.log" &
+"$launcher" --launch-immediately >"$work/launcher.log" 2>&1 &
 pids+=($!)
+# Asked only once the launcher owns its name: a call to org.a11y.Bus before
+# would make the session bus start a second launcher.
+launcher_ready() {
+    dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus / \
+        org.freedesktop.DBus.NameHasOwner string:org.a11y.Bus 2>/dev/null | grep -q true
+}
+wait_until 15 launcher_ready || fail "the accessibility bus launcher did not start: $(cat "$work/launcher.log")"
 bus_address() {
     dbus-send --session --print-reply=literal --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
         >"$work/a11y-address" 2>/dev/null && grep -q unix: "$work/a11y-address"
