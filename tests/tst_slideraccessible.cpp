@@ -120,6 +120,7 @@ private Q_SLOTS:
     void doubleRangeSliderHandles();
     void doubleRangeSliderThroughProxy();
     void doubleRangeSliderEvents();
+    void doubleRangeSliderFocusEvents();
     void doubleSliderValue_data();
     void doubleSliderValue();
     void doubleSliderThroughProxy();
@@ -543,6 +544,34 @@ void tst_SliderAccessible::doubleRangeSliderEvents()
     // Within the same step the inner slider does not move; still reported.
     slider.setMinimumValue(0.2);
     QCOMPARE(m_events, QStringList({"ValueChanged CMwQDoubleRangeSlider child 0 value 0.2"}));
+}
+
+void tst_SliderAccessible::doubleRangeSliderFocusEvents()
+{
+    QWidget window;
+    auto *layout = new QHBoxLayout(&window);
+    auto *before = new QLineEdit(&window);
+    auto *slider = new CMwQDoubleRangeSlider(Qt::Horizontal, &window);
+    layout->addWidget(before);
+    layout->addWidget(slider);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    before->setFocus();
+    QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(slider);
+
+    // The handles' focus is the outer widget's, whose children they are.
+    m_events.clear();
+    QTest::keyClick(before, Qt::Key_Tab);
+    QVERIFY(slider->hasFocus());
+    QTRY_COMPARE(
+        m_events.value(m_events.size() - 1), QStringLiteral("Focus CMwQDoubleRangeSlider child 0"));
+    QCOMPARE(iface->focusChild(), iface->child(0));
+    QVERIFY(iface->child(0)->state().focused);
+    m_events.clear();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(m_events, QStringList({"Focus CMwQDoubleRangeSlider child 1"}));
+    QVERIFY(iface->child(1)->state().focused);
 }
 
 void tst_SliderAccessible::doubleSliderValue_data() { rangeSliderHandles_data(); }

@@ -564,11 +564,6 @@ QRect CMwQRangeSliderPrivate::handleRect(Handle handle) const
     return q->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 }
 
-bool CMwQRangeSliderPrivate::isInnerSlider() const
-{
-    return CMwQSliderAccessibility::isInnerRangeSlider(q_func());
-}
-
 void CMwQRangeSliderPrivate::handleBounds(Handle handle, int *lowest, int *highest) const
 {
     Q_Q(const CMwQRangeSlider);

@@ -55,9 +55,6 @@ public:
     // The focus of a focused widget outside its handles.
     void drawFocusFrame(QStylePainter *painter) const;
 
-    // True when this slider is the inner slider of a floating-point range
-    // slider, which then speaks for it to assistive technology.
-    bool isInnerSlider() const;
 
 private:
     // Where a key takes the focused handle; false for keys that are not ours.
