@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include <vel_qt_widgets/CMwGridRoles.h>
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 
 #include <QtCore/QUrl>
@@ -114,6 +115,7 @@ private Q_SLOTS:
     void silentHeaderChangeSeenByNextPass();
     void modelTester();
     void sourceReplacedOrDeleted();
+    void groupRowsPassThroughTheirRecords();
     void tenThousandConditions();
     void everyVariantType_data();
     void everyVariantType();
@@ -532,6 +534,53 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
     QCOMPARE(proxy.rowCount(), 1);
     proxy.setSourceModel(nullptr);
     QCOMPARE(proxy.rowCount(), 0);
+}
+
+// A group row (BranchParentRole) shows while one of its records passes; any
+// other row, parent or not, is tested on its own cells.
+void tst_CMwSortFilterProxyModel::groupRowsPassThroughTheirRecords()
+{
+    QStandardItemModel model(0, 2);
+    model.setHorizontalHeaderLabels({"Name", "Count"});
+    auto addRow = [](QStandardItem *parent, const QString &name, const QVariant &count,
+                      bool group = false) {
+        auto *nameItem = new QStandardItem(name);
+        auto *countItem = new QStandardItem;
+        if (count.isValid())
+            countItem->setData(count, Qt::DisplayRole);
+        if (group)
+            nameItem->setData(true, BranchParentRole);
+        parent->appendRow({nameItem, countItem});
+        return nameItem;
+    };
+    QStandardItem *root = model.invisibleRootItem();
+    QStandardItem *g1 = addRow(root, "g1", QVariant(), true);
+    addRow(g1, "a", 1);
+    addRow(g1, "b", 5);
+    QStandardItem *g2 = addRow(root, "g2", QVariant(), true);
+    addRow(g2, "c", 2);
+    QStandardItem *p1 = addRow(root, "p1", 1);
+    addRow(p1, "d", 10);
+    QStandardItem *p2 = addRow(root, "p2", 10);
+    addRow(p2, "e", 1);
+
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    proxy.setFilterRows({cond(opAnd(), "Count", cmp(GT), "4")});
+    QCOMPARE(names(proxy), QStringList({"g1", "p2"}));
+    const QModelIndex group = proxy.index(0, 0);
+    QCOMPARE(proxy.rowCount(group), 1);
+    QCOMPARE(proxy.index(0, 0, group).data().toString(), QStringLiteral("b"));
+    QCOMPARE(proxy.rowCount(proxy.index(1, 0)), 0);
+
+    // The group's empty cells do not pass it; its records' cells do.
+    proxy.setFilterRows({cond(opAnd(), "Count", cmp(EMPTY), "")});
+    QCOMPARE(names(proxy), QStringList());
+    proxy.setFilterRows({cond(opAnd(), "Name", cmp(EQ), "c")});
+    QCOMPARE(names(proxy), QStringList({"g2"}));
+    proxy.setFilterRows(Filter());
+    QCOMPARE(names(proxy), QStringList({"g1", "g2", "p1", "p2"}));
 }
 
 void tst_CMwSortFilterProxyModel::tenThousandConditions()

@@ -53,8 +53,15 @@ class VEL_QT_WIDGETS_EXPORT CMwGridTableModel : public QAbstractItemModel
     Q_OBJECT
     /*! The column whose values group the records, or -1 (the default). */
     Q_PROPERTY(int groupColumn READ groupColumn WRITE groupByColumn NOTIFY groupColumnChanged)
+    /*! The largest input, in bytes, that readCsv() and loadCsv() accept
+        (default defaultCsvSizeLimit, 1 GiB). */
+    Q_PROPERTY(qint64 csvSizeLimit READ csvSizeLimit WRITE setCsvSizeLimit)
 
 public:
+    /*! The default csvSizeLimit: 1 GiB, well above the CSV files the model
+        is meant for, well below what an endless stream would take. */
+    static constexpr qint64 defaultCsvSizeLimit = qint64(1) << 30;
+
     /*! An empty model: no columns, no records, no grouping. */
     explicit CMwGridTableModel(QObject *parent = nullptr);
     ~CMwGridTableModel() override;
@@ -81,20 +88,42 @@ public:
     void setValue(int record, int column, const QVariant &value);
 
     /*!
-        Reads a comma-separated table: the first line holds the captions
-        (a caption "A|B|C" becomes the three-level path A, B, C), every
-        further line one record. Double quotes enclose fields with
-        separators, line breaks or doubled quotes. A column whose non-empty
-        fields all read as numbers (C locale) holds numbers (int when they
-        all fit, else double); other columns hold text; empty fields are
-        empty cells. Returns false (and keeps the model) when nothing could
-        be read.
+        Reads a comma-separated table (UTF-8): the first line holds the
+        captions (a caption "A|B|C" becomes the three-level path A, B, C),
+        every further line one record; lines holding nothing are skipped.
+
+        Fields follow RFC 4180: a double quote at the start of a field
+        encloses separators, line breaks and doubled quotes, and the text
+        inside is kept as it stands (a CR LF stays CR LF, whatever the
+        device's text mode). Malformed input is read as spreadsheet programs
+        read it: a quote inside an unquoted field (5'10") is an ordinary
+        character, and text after a closing quote joins the field. A quote
+        that is never closed takes the rest of the input into its field,
+        with a warning naming the line where it opened. Non-empty fields
+        beyond the header's count are dropped with one warning per read,
+        naming the first line concerned.
+
+        A column whose non-empty fields all read as numbers (C locale) holds
+        numbers (int when they all fit, else double); other columns hold
+        text; empty fields are empty cells.
+
+        The device is read to its end before anything is parsed. Returns
+        false with a warning, and keeps the model as it was, when the input
+        holds no line, holds a NUL byte (it is not text), or is larger than
+        csvSizeLimit() (an endless stream stops there).
     */
     bool readCsv(QIODevice *device, QChar separator = QLatin1Char(','),
                  QChar levelSeparator = QLatin1Char('|'));
-    /*! readCsv() from a file. */
+    /*! readCsv() from a file, or returns false with a warning if the file
+        cannot be opened. */
     bool loadCsv(const QString &fileName, QChar separator = QLatin1Char(','),
                  QChar levelSeparator = QLatin1Char('|'));
+
+    /*! The largest input readCsv() accepts, in bytes. */
+    qint64 csvSizeLimit() const;
+    /*! Sets the largest input readCsv() accepts; a value below 1 is
+        refused with a warning. */
+    void setCsvSizeLimit(qint64 bytes);
 
     /*! The grouped column, or -1. */
     int groupColumn() const;

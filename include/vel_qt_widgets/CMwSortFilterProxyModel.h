@@ -21,7 +21,9 @@ class CMwSortFilterProxyModelPrivate;
     text and the value). The conditions are folded strictly from left to
     right starting from true, with no precedence and no early exit:
     "AND" narrows the running result, anything else widens it. A condition
-    whose column header is not found is skipped.
+    whose column header is not found is skipped. A group row (valid
+    BranchParentRole data) is not tested itself: it passes when any of its
+    records passes.
 
     \code
     CMwSortFilterProxyModel proxy;
@@ -77,7 +79,8 @@ public:
     int sourceColumnFromName(const QString &column) const;
 
     /*! Folds the conditions over the source row \a source_row, as the class
-        description says; true without conditions. */
+        description says (a group row passes when one of its records does);
+        true without conditions. */
     bool filterAcceptsRow(int source_row, const QModelIndex &source_parent) const override;
 
     /*! The two operator texts ("AND", "OR") as translated for this library. */

@@ -8,10 +8,11 @@
 #include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QLocale>
-#include <QtCore/QTextStream>
+#include <QtCore/QTextCodec>
 #include <QtCore/QtDebug>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -71,6 +72,7 @@ public:
     QVector<QVector<QVariant>> columns;
     int records = 0;
     int groupColumn = -1;
+    qint64 csvSizeLimit = CMwGridTableModel::defaultCsvSizeLimit;
     QVector<Group> groups;
     QVector<int> groupOfRecord;
     QVector<int> rowInGroup;
@@ -133,23 +135,20 @@ void CMwGridTableModelPrivate::clearGroups()
 }
 
 // Groups in the order the statistics walk the column, split where that walk
-// counts a new distinct value: as many groups as "Distinct" says, plus one
-// for the empty cells.
+// counts a new distinct value (so there are as many groups as "Distinct"
+// says), plus one for the empty cells.
 void CMwGridTableModelPrivate::buildGroups()
 {
     clearGroups();
     if (!isGrouped())
         return;
     const QVector<QVariant> &column = columns.at(groupColumn);
-    const QVector<int> order = vel::statisticsOrder(column);
+    const QVector<QVector<int>> runs = vel::statisticsRuns(column);
     groupOfRecord.resize(records);
     rowInGroup.resize(records);
-    for (int record : order) {
-        const QVariant &v = column.at(record);
-        if (groups.isEmpty() || groups.last().value != v)
-            groups.append(Group{v, {}});
-        groups.last().records.append(record);
-    }
+    groups.reserve(runs.size());
+    for (const QVector<int> &run : runs)
+        groups.append(Group {column.at(run.first()), run});
     // Inside a group the records keep their table order.
     for (int g = 0; g < groups.size(); ++g) {
         QVector<int> &members = groups[g].records;
@@ -334,6 +333,23 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
     }
     const QModelIndex changed = d->indexOfRecord(record, column);
     emit dataChanged(changed, changed);
+    // A filter shows a group row while any of its records passes: the group
+    // row is announced too, so that a filtering proxy asks again.
+    if (d->isGrouped()) {
+        const QModelIndex group = changed.parent();
+        emit dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
+    }
+}
+
+qint64 CMwGridTableModel::csvSizeLimit() const { return d->csvSizeLimit; }
+
+void CMwGridTableModel::setCsvSizeLimit(qint64 bytes)
+{
+    if (bytes < 1) {
+        qWarning("CMwGridTableModel::setCsvSizeLimit: %lld bytes is no limit; ignored", bytes);
+        return;
+    }
+    d->csvSizeLimit = bytes;
 }
 
 int CMwGridTableModel::groupColumn() const
@@ -449,58 +465,133 @@ Qt::ItemFlags CMwGridTableModel::flags(const QModelIndex &index) const
 
 namespace {
 
-// RFC 4180 fields: quotes enclose separators and line breaks, "" is a quote.
-QVector<QStringList> parseCsv(const QString &text, QChar separator)
+// Read in slices of this size: memory grows with the input, and the limit
+// and the text check apply before anything is parsed.
+constexpr qint64 csvReadSize = qint64(1) << 20;
+
+// RFC 4180 fields, read one character at a time so that the input can come
+// in slices: a quote at the start of a field encloses separators, line
+// breaks (kept as they are, CR LF included) and doubled quotes. Malformed
+// input is read as spreadsheet programs read it: a quote anywhere else in a
+// field is an ordinary character, and text after a closing quote joins the
+// field. Lines that hold nothing are skipped.
+class CsvParser
 {
+public:
+    explicit CsvParser(QChar separator)
+        : separator(separator)
+    {
+    }
+
+    void feed(const QString &text)
+    {
+        for (const QChar c : text)
+            put(c);
+    }
+
+    void finish()
+    {
+        if (state == Quoted)
+            unclosedQuoteLine = quoteLine;
+        if (inRecord)
+            endRecord();
+    }
+
     QVector<QStringList> rows;
-    QStringList row;
-    QString field;
-    bool quoted = false;
-    bool fieldStarted = false;
-    const int n = text.size();
-    for (int i = 0; i < n; ++i) {
-        const QChar c = text.at(i);
-        if (quoted) {
-            if (c == QLatin1Char('"')) {
-                if (i + 1 < n && text.at(i + 1) == QLatin1Char('"')) {
-                    field.append(c);
-                    ++i;
-                } else {
-                    quoted = false;
-                }
+    // Line (from 1) of a quote that the input never closed, or 0.
+    int unclosedQuoteLine = 0;
+    // First line (from 1) of the first record with a non-empty field beyond
+    // the header's fields, or 0.
+    int extraFieldsLine = 0;
+
+private:
+    enum State { FieldStart, Unquoted, Quoted, QuoteInQuoted };
+
+    void put(QChar c)
+    {
+        const bool isBreak = c == QLatin1Char('\n') || c == QLatin1Char('\r');
+        if (state == Quoted) {
+            if (c == QLatin1Char('"'))
+                state = QuoteInQuoted;
+            else
+                field.append(c);
+        } else if (state == QuoteInQuoted && c == QLatin1Char('"')) {
+            field.append(c);
+            state = Quoted;
+        } else if (isBreak) {
+            // CR LF is one line break; the LF after a CR ends nothing more.
+            if (!(c == QLatin1Char('\n') && afterCR) && inRecord)
+                endRecord();
+            state = FieldStart;
+        } else {
+            if (!inRecord) {
+                inRecord = true;
+                recordLine = line;
+            }
+            if (c == separator) {
+                row.append(field);
+                field.clear();
+                state = FieldStart;
+            } else if (c == QLatin1Char('"') && state == FieldStart) {
+                state = Quoted;
+                quoteLine = line;
             } else {
                 field.append(c);
+                state = Unquoted;
             }
-            continue;
         }
-        if (c == QLatin1Char('"')) {
-            quoted = true;
-            fieldStarted = true;
-        } else if (c == separator) {
-            row.append(field);
-            field.clear();
-            fieldStarted = true;
-        } else if (c == QLatin1Char('\n') || c == QLatin1Char('\r')) {
-            if (c == QLatin1Char('\r') && i + 1 < n && text.at(i + 1) == QLatin1Char('\n'))
-                ++i;
-            if (fieldStarted || !field.isEmpty() || !row.isEmpty()) {
-                row.append(field);
-                rows.append(row);
-            }
-            row.clear();
-            field.clear();
-            fieldStarted = false;
-        } else {
-            field.append(c);
-            fieldStarted = true;
-        }
+        if (c == QLatin1Char('\r'))
+            ++line;
+        else if (c == QLatin1Char('\n') && !afterCR)
+            ++line;
+        afterCR = c == QLatin1Char('\r');
     }
-    if (fieldStarted || !field.isEmpty() || !row.isEmpty()) {
+
+    void endRecord()
+    {
         row.append(field);
+        field.clear();
+        if (!rows.isEmpty() && extraFieldsLine == 0) {
+            for (int i = rows.first().size(); i < row.size(); ++i) {
+                if (!row.at(i).trimmed().isEmpty()) {
+                    extraFieldsLine = recordLine;
+                    break;
+                }
+            }
+        }
         rows.append(row);
+        row.clear();
+        inRecord = false;
     }
-    return rows;
-}
+
+    const QChar separator;
+    State state = FieldStart;
+    QStringList row;
+    QString field;
+    bool inRecord = false;
+    bool afterCR = false;
+    int line = 1;
+    int recordLine = 1;
+    int quoteLine = 1;
+};
+
+// Restores a device's text mode when reading ends.
+class BinaryReading
+{
+public:
+    explicit BinaryReading(QIODevice *device)
+        : device(device)
+        , wasText(device->isTextModeEnabled())
+    {
+        device->setTextModeEnabled(false);
+    }
+    ~BinaryReading() { device->setTextModeEnabled(wasText); }
+
+private:
+    QIODevice *const device;
+    const bool wasText;
+    Q_DISABLE_COPY(BinaryReading)
+};
 
 } // namespace
 
@@ -510,12 +601,70 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
         qWarning("CMwGridTableModel::readCsv: the device is not readable");
         return false;
     }
-    QTextStream stream(device);
-    stream.setCodec("UTF-8");
-    const QVector<QStringList> rows = parseCsv(stream.readAll(), separator);
+    if (separator == QLatin1Char('"') || separator == QLatin1Char('\n')
+        || separator == QLatin1Char('\r')) {
+        qWarning("CMwGridTableModel::readCsv: a quote or a line break cannot separate fields");
+        return false;
+    }
+
+    // The whole input is read before anything is parsed, so that a stream
+    // that is endless, too large or not text leaves the model as it was.
+    // Text mode would turn a CR LF inside quotes into LF.
+    QVector<QByteArray> slices;
+    {
+        const BinaryReading binary(device);
+        qint64 total = 0;
+        for (;;) {
+            // One byte beyond the limit tells a stream at the limit from
+            // one that goes on.
+            const qint64 wanted = qMin(csvReadSize, d->csvSizeLimit - total + 1);
+            QByteArray slice(int(wanted), Qt::Uninitialized);
+            const qint64 got = device->read(slice.data(), wanted);
+            if (got <= 0)
+                break;
+            slice.resize(int(got));
+            const int nul = slice.indexOf('\0');
+            if (nul >= 0) {
+                qWarning("CMwGridTableModel::readCsv: the input is not text (a NUL byte at offset "
+                         "%lld); nothing read",
+                    total + nul);
+                return false;
+            }
+            total += got;
+            if (total > d->csvSizeLimit) {
+                qWarning("CMwGridTableModel::readCsv: the input is larger than csvSizeLimit "
+                         "(%lld bytes); nothing read",
+                    d->csvSizeLimit);
+                return false;
+            }
+            slices.append(slice);
+        }
+    }
+
+    CsvParser parser(separator);
+    {
+        QTextCodec *codec = QTextCodec::codecForName("UTF-8");
+        const std::unique_ptr<QTextDecoder> decoder(codec->makeDecoder());
+        for (QByteArray &slice : slices) {
+            parser.feed(decoder->toUnicode(slice));
+            slice = QByteArray();
+        }
+        parser.finish();
+    }
+    const QVector<QStringList> &rows = parser.rows;
     if (rows.isEmpty()) {
         qWarning("CMwGridTableModel::readCsv: no header line");
         return false;
+    }
+    if (parser.unclosedQuoteLine > 0) {
+        qWarning("CMwGridTableModel::readCsv: the quote opened on line %d is never closed; "
+                 "the rest of the input is its field",
+            parser.unclosedQuoteLine);
+    }
+    if (parser.extraFieldsLine > 0) {
+        qWarning("CMwGridTableModel::readCsv: line %d has more fields than the header's %d; "
+                 "fields beyond them are dropped (reported for the first such line only)",
+            parser.extraFieldsLine, int(rows.first().size()));
     }
 
     QVector<QStringList> headerPaths;
@@ -574,8 +723,15 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
 bool CMwGridTableModel::loadCsv(const QString &fileName, QChar separator, QChar levelSeparator)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.open(QIODevice::ReadOnly)) {
         qWarning("CMwGridTableModel::loadCsv: cannot open %s", qPrintable(fileName));
+        return false;
+    }
+    // A file known to be too large is refused before it is read.
+    if (!file.isSequential() && file.size() > d->csvSizeLimit) {
+        qWarning("CMwGridTableModel::readCsv: the input is larger than csvSizeLimit "
+                 "(%lld bytes); nothing read",
+            d->csvSizeLimit);
         return false;
     }
     return readCsv(&file, separator, levelSeparator);

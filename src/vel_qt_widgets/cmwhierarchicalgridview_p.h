@@ -10,7 +10,7 @@ class QStandardItemModel;
 class QTableView;
 QT_END_NAMESPACE
 
-class CMwHierarchicalGridViewPrivate
+class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalGridView)
 

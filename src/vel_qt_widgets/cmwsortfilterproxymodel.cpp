@@ -2,6 +2,8 @@
 
 #include "cmwfiltertexts_p.h"
 
+#include <vel_qt_widgets/CMwGridRoles.h>
+
 #include <QtCore/QtDebug>
 
 namespace {
@@ -191,16 +193,34 @@ bool CMwSortFilterProxyModel::filterAcceptsRow(int source_row, const QModelIndex
     if (source_row == 0 || !d->columnsValid || d->columnsModel != source)
         d->resolveColumns();
 
+    return d->acceptsRow(source, source_row, source_parent);
+}
+
+bool CMwSortFilterProxyModelPrivate::acceptsRow(
+    const QAbstractItemModel *source, int row, const QModelIndex &parent) const
+{
+    // A group (branch parent) row is no record: it shows while any of its
+    // records passes, so that grouping never hides a record the filter keeps.
+    const QModelIndex group = source->index(row, 0, parent);
+    if (source->data(group, BranchParentRole).isValid()) {
+        for (int r = 0, n = source->rowCount(group); r < n; ++r) {
+            if (acceptsRow(source, r, group))
+                return true;
+        }
+        return false;
+    }
+
     // Strict left fold from true: no precedence, and every condition is
     // evaluated even when the result can no longer change.
-    for (int i = 0; i < d->conditions.size(); ++i) {
-        const int col = d->columns.at(i);
+    bool result = true;
+    for (int i = 0; i < conditions.size(); ++i) {
+        const int col = columns.at(i);
         if (col < 0)
             continue;
-        const QVariant cell = source->data(source->index(source_row, col, source_parent), Qt::DisplayRole);
-        const CMwSortFilterProxyModelPrivate::Compiled &compiled = d->compiled.at(i);
-        const bool match = compareCell(compiled.comparator, cell, d->conditions.at(i).value);
-        if (compiled.isAnd)
+        const QVariant cell = source->data(source->index(row, col, parent), Qt::DisplayRole);
+        const Compiled &c = compiled.at(i);
+        const bool match = compareCell(c.comparator, cell, conditions.at(i).value);
+        if (c.isAnd)
             result = result && match;
         else
             result = result || match;

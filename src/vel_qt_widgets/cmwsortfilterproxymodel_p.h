@@ -5,7 +5,7 @@
 
 #include <QtCore/QPointer>
 
-class CMwSortFilterProxyModelPrivate
+class VEL_QT_WIDGETS_EXPORT CMwSortFilterProxyModelPrivate
 {
     Q_DECLARE_PUBLIC(CMwSortFilterProxyModel)
 
@@ -24,6 +24,8 @@ public:
     void connectSource(QAbstractItemModel *model);
     void disconnectSource(QAbstractItemModel *model);
     void resolveColumns() const;
+    // The condition fold over one source row, with the columns resolved.
+    bool acceptsRow(const QAbstractItemModel *source, int row, const QModelIndex &parent) const;
 
     CMwSortFilterProxyModel *q_ptr;
     QVector<CMwSortFilterProxyModel::FilterCondition> conditions;

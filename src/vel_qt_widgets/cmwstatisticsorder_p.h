@@ -69,11 +69,12 @@ void boundedMergeSort(T *first, qint64 n, Less less)
         std::move(src, src + n, first);
 }
 
-// The order in which QVectorCalcStatistics walks \a values, as positions
-// into it; the invalid values come last, and \a validCount (if given)
-// receives how many come before them. Shared with the ready model, which
-// groups rows in the same order.
-QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount = nullptr);
+// \a values as positions into it, in the order in which
+// QVectorCalcStatistics walks them, cut where that walk counts a new
+// distinct value: one run per distinct value, then one run of the empty
+// (invalid) values if there are any. The ready model groups rows by these
+// runs, so that its groups and "Distinct" agree.
+QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values);
 
 // QVectorCalcStatistics without its shortcut for columns of one numeric
 // type: the reference the shortcut must agree with to the bit.

@@ -326,6 +326,45 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
     return keys;
 }
 
+// Walks the non-empty values in sorted order and tells, for each, whether it
+// differs from the first value of the run before it: the one test by which
+// "Distinct" counts and the ready model groups. Empty (invalid) cells, which
+// equal only each other, are ordered last, so the walk ends where they
+// begin. The first value is tested against itself, as the count has always
+// done (a lone NaN differs from itself).
+template<typename Cells, typename Visit>
+void walkDistinct(
+    const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf, Visit visit)
+{
+    QVariant previous;
+    SortKey previousKey {};
+    bool first = true;
+    for (const SortKey &key : keys) {
+        if (key.rank == invalidRank)
+            break;
+        const QVariant &v = values.at(key.pos);
+        if (first) {
+            previous = v;
+            previousKey = key;
+        }
+        Equality known = knownEquality(key, previousKey);
+        // Two texts are equal exactly when they are the same distinct text.
+        if (known == Equality::Unknown && key.rank == previousKey.rank
+            && (key.rank >> 1) == QMetaType::QString) {
+            known = textOf.at(key.pos) == textOf.at(previousKey.pos) ? Equality::Equal
+                                                                     : Equality::Different;
+        }
+        const bool differs
+            = known == Equality::Different || (known == Equality::Unknown && v != previous);
+        if (differs) {
+            previous = v;
+            previousKey = key;
+        }
+        visit(key.pos, v, differs, first);
+        first = false;
+    }
+}
+
 } // namespace
 
 namespace vel {
@@ -344,20 +383,25 @@ bool isStatisticsNumeric(const QVariant &value)
     }
 }
 
-QVector<int> statisticsOrder(const QVector<QVariant> &values, int *validCount)
+QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values)
 {
-    const std::vector<SortKey> keys = sortedKeys(VectorCells{values});
-    QVector<int> order(int(keys.size()));
-    int valid = 0;
-    for (int i = 0; i < order.size(); ++i) {
-        const SortKey &key = keys[static_cast<size_t>(i)];
-        order[i] = key.pos;
-        if (key.rank != invalidRank)
-            ++valid;
+    QVector<int> textOf;
+    const std::vector<SortKey> keys = sortedKeys(VectorCells {values}, &textOf);
+    QVector<QVector<int>> runs;
+    int walked = 0;
+    walkDistinct(VectorCells {values}, keys, textOf,
+        [&runs, &walked](int pos, const QVariant &, bool differs, bool first) {
+            if (first || differs)
+                runs.append(QVector<int>());
+            runs.last().append(pos);
+            ++walked;
+        });
+    if (walked < int(keys.size())) {
+        runs.append(QVector<int>());
+        for (size_t i = static_cast<size_t>(walked); i < keys.size(); ++i)
+            runs.last().append(keys[i].pos);
     }
-    if (validCount)
-        *validCount = valid;
-    return order;
+    return runs;
 }
 
 } // namespace vel
@@ -585,35 +629,15 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
 
     qint64 n = 0;
     double sum = 0;
-    QVariant previous;
-    SortKey previousKey{};
-    for (const SortKey &key : keys) {
-        // Empty (invalid) cells, which equal only each other, are skipped;
-        // they are ordered last, so the walk ends where they begin.
-        if (key.rank == invalidRank)
-            break;
-        const QVariant &v = values.at(key.pos);
-        if (n == 0) {
-            previous = v;
-            previousKey = key;
+    walkDistinct(values, keys, textOf, [&](int, const QVariant &v, bool differs, bool first) {
+        if (first)
             min = max = v.toDouble();
-        }
-        Equality known = knownEquality(key, previousKey);
-        // Two texts are equal exactly when they are the same distinct text.
-        if (known == Equality::Unknown && key.rank == previousKey.rank
-            && (key.rank >> 1) == QMetaType::QString) {
-            known = textOf.at(key.pos) == textOf.at(previousKey.pos) ? Equality::Equal
-                                                                     : Equality::Different;
-        }
-        if (known == Equality::Different || (known == Equality::Unknown && v != previous)) {
-            previous = v;
-            previousKey = key;
+        if (differs)
             distinct += 1;
-        }
         n += 1;
         if (numeric)
             accumulate(v.toDouble(), n, mean, sum, min, max);
-    }
+    });
     count = double(n);
     if (numeric)
         stdev = standardDeviation(sum, n);
