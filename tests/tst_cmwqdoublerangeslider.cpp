@@ -17,6 +17,7 @@
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <functional>
@@ -148,6 +149,8 @@ private Q_SLOTS:
     void infiniteValuesAreClamped();
     void randomRobustness();
     void settersRandomNearTheLimits();
+    void zeroStepOnAnEmptyRangeThenWidened();
+    void proxyMappingAnEndToInfinity();
     void innerRangesWiderThanStyleTakes_data();
     void innerRangesWiderThanStyleTakes();
 };
@@ -1075,17 +1078,20 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             }
             const double tolerance = single.valueProxy() == &logarithmic ? 1e-12 : 0.0;
             const QSlider *inner = single.slider();
-            // Without a proxy everything stays finite; through a proxy a finite
-            // slider unit may still stand for an infinite value (10^400, or a
-            // small factor after a re-application the new mapping refused).
-            if (!std::isfinite(single.value()) && !single.valueProxy())
+            // Everything stays finite, also through a proxy: a range whose
+            // ends would stand for infinite values is refused or pulled in.
+            if (!std::isfinite(single.value()) || !std::isfinite(single.minimum())
+                || !std::isfinite(single.maximum()))
                 failure = violation(call, operation, "value() is not finite")
                     + QStringLiteral(" [%1 in %2..%3, proxy %4, a %5]").arg(single.value()).arg(single.minimum())
                           .arg(single.maximum()).arg(single.valueProxy() == &linear).arg(a);
             else if (std::isnan(single.value()) || std::isnan(single.minimum()) || std::isnan(single.maximum()))
                 failure = violation(call, operation, "NaN in value(), minimum() or maximum()");
-            else if (!(single.singleStep() > 0.0) || !std::isfinite(single.singleStep()) || !std::isfinite(single.pageStep()))
-                failure = violation(call, operation, "a step is not a positive finite number");
+            else if (!std::isfinite(single.singleStep()) || !std::isfinite(single.pageStep())
+                || (!(single.singleStep() > 0.0)
+                    && (inner->minimum() != 0 || inner->maximum() != 0)))
+                failure = violation(
+                    call, operation, "a step is not finite, or not positive with an inner range");
             else if (!(single.minimum() <= single.maximum()))
                 failure = violation(call, operation, "minimum() > maximum()");
             else if (!orderedWithin(single.minimum(), single.value(), tolerance)
@@ -1136,10 +1142,14 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             }
             if (!numbers)
                 failure = violation(call, operation, "NaN in a value, position or end");
-            else if (!range.valueProxy() && (!std::isfinite(values[0]) || !std::isfinite(values[3])))
+            else if (!std::isfinite(values[0]) || !std::isfinite(values[3])
+                || !std::isfinite(values[1]) || !std::isfinite(values[2]))
                 failure = violation(call, operation, "an end is not finite");
-            else if (!(range.singleStep() > 0.0) || !std::isfinite(range.singleStep()))
-                failure = violation(call, operation, "the step is not a positive finite number");
+            else if (!std::isfinite(range.singleStep())
+                || (!(range.singleStep() > 0.0)
+                    && (inner->minimum() != 0 || inner->maximum() != 0)))
+                failure = violation(
+                    call, operation, "the step is not finite, or not positive with an inner range");
             else if (!ordered)
                 failure = violation(call, operation, "minimum <= minimumValue <= maximumValue <= maximum broken");
             else if (inner->minimum() > inner->minimumValue() || inner->minimumValue() > inner->maximumValue()
@@ -1270,6 +1280,93 @@ void tst_CMwQDoubleRangeSlider::settersRandomNearTheLimits()
         QVERIFY2(std::isfinite(w.minimumValue()) && std::isfinite(w.maximumValue()),
             qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
     }
+}
+
+void tst_CMwQDoubleRangeSlider::zeroStepOnAnEmptyRangeThenWidened()
+{
+    OpenDoubleRangeSlider w(Qt::Horizontal);
+    w.setRange(3.0, 3.0);
+    QVERIFY(w.isValidStep(0.0));
+    QVERIFY(w.isValidStep(-2.0));
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+
+    SignalLog log(&w);
+    w.setRange(0.0, 10.0);
+    QCOMPARE(log.entries, QStringList({"rangeChanged 0 10"}));
+    QCOMPARE(w.minimumValue(), 3.0);
+    QCOMPARE(w.maximumValue(), 3.0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QVERIFY(!w.isValidStep(0.0));
+    // The values are kept in doubles, clamped into the range; the handles
+    // cannot move.
+    w.setValues(8.0, 2.5);
+    QCOMPARE(w.minimumValue(), 2.5);
+    QCOMPARE(w.maximumValue(), 8.0);
+    w.setMaximumValue(40.0);
+    QCOMPARE(w.maximumValue(), 10.0);
+    w.setPositions(1.0, 9.0);
+    QCOMPARE(w.minimumPosition(), 0.0);
+    QCOMPARE(w.maximumPosition(), 0.0);
+    QVERIFY(std::isfinite(w.tickInterval()));
+    // A range change made on the inner slider has no values to follow.
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::onRangeChanged( -5 , 5 ) has no finite "
+        "range in values; the previous range is restored.");
+    w.slider()->setRange(-5, 5);
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QCOMPARE(w.maximum(), 10.0);
+
+    w.setSingleStep(0.5);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.slider()->minimumValue(), 5);
+    QCOMPARE(w.slider()->maximumValue(), 20);
+    QCOMPARE(w.minimumValue(), 2.5);
+    QCOMPARE(w.maximumValue(), 10.0);
+}
+
+void tst_CMwQDoubleRangeSlider::proxyMappingAnEndToInfinity()
+{
+    ScalingProxy scaling(3.0);
+    OpenDoubleRangeSlider w;
+    w.setValueProxy(&scaling);
+    w.setRange(0.0, 30.0);
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setRange( -1.79769e+308 , 0 ) is not "
+        "finite in slider units and is ignored.");
+    w.setRange(-DBL_MAX, 0.0);
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 30.0);
+    w.setValueProxy(nullptr);
+
+    // Over -10..400 a logarithmic proxy would give a maximum of 10^400.
+    OpenDoubleRangeSlider logarithmic;
+    logarithmic.setRange(-10.0, 400.0);
+    logarithmic.setValues(1.0, 100.0);
+    LogProxy proxy;
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setRange( -10 , 400 ) is not finite in "
+        "slider units and is ignored.");
+    logarithmic.setValueProxy(&proxy);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    QVERIFY(logarithmic.maximum() > 1e308);
+    QVERIFY(qFuzzyCompare(logarithmic.minimum(), 1e-10));
+    QVERIFY(qFuzzyCompare(logarithmic.minimumValue(), 1.0));
+    QVERIFY(qFuzzyCompare(logarithmic.maximumValue(), 100.0));
+    QCOMPARE(logarithmic.slider()->maximum(), 308);
+
+    // A new step re-scales the inner slider onto the stored range.
+    logarithmic.setSingleStep(0.5);
+    QCOMPARE(logarithmic.singleStep(), 0.5);
+    QCOMPARE(logarithmic.slider()->minimum(), -20);
+    QCOMPARE(logarithmic.slider()->maximum(), 617);
+    QCOMPARE(logarithmic.slider()->minimumValue(), 0);
+    QCOMPARE(logarithmic.slider()->maximumValue(), 4);
+    QVERIFY(qFuzzyCompare(logarithmic.maximumValue(), 100.0));
+    logarithmic.setValueProxy(nullptr);
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleRangeSlider)

@@ -15,6 +15,7 @@
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -164,7 +165,8 @@ private Q_SLOTS:
     void isValidStep();
     void setSingleStepRejected_data();
     void setSingleStepRejected();
-    void setSingleStepAnyPositiveStepOnAnEmptyRange();
+    void setSingleStepAnyFiniteStepOnAnEmptyRange();
+    void zeroStepOnAnEmptyRangeThenWidened();
     void setSingleStepIsSilent();
     void pageStepAndTickInterval();
     void sliderPosition();
@@ -188,6 +190,7 @@ private Q_SLOTS:
     void infiniteValuesAreClamped();
     void infiniteRangeEndsAreIgnored();
     void proxyMappingToNotANumberIsIgnored();
+    void proxyMappingAnEndToInfinity();
     void innerRangesWiderThanStyleTakes_data();
     void innerRangesWiderThanStyleTakes();
 };
@@ -505,11 +508,11 @@ void tst_CMwQDoubleSlider::isValidStep_data()
     QTest::newRow("above int max") << 0.0 << 1e300 << 2147483648.0 << false;
     QTest::newRow("empty range, big") << 3.0 << 3.0 << 1e9 << true;
     QTest::newRow("empty range, tiny") << 3.0 << 3.0 << 1e-300 << true;
-    // Not a positive finite number: rejected even on an empty range.
-    QTest::newRow("empty range, zero") << 3.0 << 3.0 << 0.0 << false;
-    QTest::newRow("empty range, negative") << 3.0 << 3.0 << -1.0 << false;
-    QTest::newRow("empty range, nan") << 3.0 << 3.0 << kNaN << false;
-    QTest::newRow("empty range, inf") << 3.0 << 3.0 << kInf << false;
+    // Every step fits an empty range, whatever it is.
+    QTest::newRow("empty range, zero") << 3.0 << 3.0 << 0.0 << true;
+    QTest::newRow("empty range, negative") << 3.0 << 3.0 << -1.0 << true;
+    QTest::newRow("empty range, nan") << 3.0 << 3.0 << kNaN << true;
+    QTest::newRow("empty range, inf") << 3.0 << 3.0 << kInf << true;
     QTest::newRow("nan") << 0.0 << 1.0 << kNaN << false;
 }
 
@@ -554,7 +557,7 @@ void tst_CMwQDoubleSlider::setSingleStepRejected()
     QCOMPARE(w.value(), 0.3);
 }
 
-void tst_CMwQDoubleSlider::setSingleStepAnyPositiveStepOnAnEmptyRange()
+void tst_CMwQDoubleSlider::setSingleStepAnyFiniteStepOnAnEmptyRange()
 {
     CMwQDoubleSlider w;
     w.setRange(1.0, 1.0);
@@ -563,9 +566,67 @@ void tst_CMwQDoubleSlider::setSingleStepAnyPositiveStepOnAnEmptyRange()
     w.setSingleStep(1e9);
     QCOMPARE(w.singleStep(), 1e9);
     QCOMPARE(w.value(), 1.0);
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    w.setSingleStep(-0.5);
+    QCOMPARE(w.singleStep(), -0.5);
+    // No later range could use a step that is not finite.
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleSlider::setSingleStep( inf ) is outside of valid bounds.");
+    w.setSingleStep(kInf);
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleSlider::setSingleStep( nan ) is outside of valid bounds.");
+    w.setSingleStep(kNaN);
+    QCOMPARE(w.singleStep(), -0.5);
+    QCOMPARE(w.value(), 1.0);
+}
+
+void tst_CMwQDoubleSlider::zeroStepOnAnEmptyRangeThenWidened()
+{
+    CMwQDoubleSlider w(Qt::Horizontal);
+    w.setRange(3.0, 3.0);
+    w.setValue(3.0);
+    w.setPageStep(2.0);
+    w.setTickInterval(1.0);
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    // Nothing is divided by the step: the inner slider stands on 0.
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QCOMPARE(w.slider()->value(), 0);
+
+    SignalLog log(&w);
+    w.setRange(0.0, 10.0);
+    QCOMPARE(log.entries, QStringList({"rangeChanged 0 10"}));
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 10.0);
+    QCOMPARE(w.value(), 3.0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    // Values are still kept, clamped into the range, while the slider
+    // itself cannot move.
+    w.setValue(7.5);
+    QCOMPARE(w.value(), 7.5);
+    w.setValue(20.0);
+    QCOMPARE(w.value(), 10.0);
+    QCOMPARE(w.sliderPosition(), 0.0);
+    QCOMPARE(w.tickInterval(), 0.0);
+    w.setTickItemList({{5.0, QSlider::TicksBelow, QString()}});
+    QCOMPARE(w.slider()->tickItemList().at(0).value, 0);
+    w.setSliderPosition(4.0);
+    QCOMPARE(w.slider()->sliderPosition(), 0);
+    QVERIFY(std::isfinite(w.value()) && std::isfinite(w.sliderPosition()));
+    QImage image(220, 30, QImage::Format_ARGB32_Premultiplied);
+    w.resize(220, 30);
+    w.render(&image);
+
+    // Only a usable step puts the slider back to work.
     QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setSingleStep( 0 ) is outside of valid bounds.");
     w.setSingleStep(0.0);
-    QCOMPARE(w.singleStep(), 1e9);
+    w.setSingleStep(0.5);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.slider()->value(), 20);
+    QCOMPARE(w.value(), 10.0);
+    QCOMPARE(w.slider()->pageStep(), 4);
 }
 
 void tst_CMwQDoubleSlider::setSingleStepIsSilent()
@@ -1086,6 +1147,50 @@ void tst_CMwQDoubleSlider::proxyMappingToNotANumberIsIgnored()
     QCOMPARE(fresh.slider()->minimum(), 0);
     QCOMPARE(fresh.slider()->maximum(), 99);
     fresh.setValueProxy(nullptr);
+}
+
+void tst_CMwQDoubleSlider::proxyMappingAnEndToInfinity()
+{
+    // Through the proxy, DBL_MAX becomes DBL_MAX / 3 in slider units, whose
+    // way back rounds up to infinity: refused like an infinite argument.
+    ScalingProxy scaling(3.0);
+    QVERIFY(!std::isfinite(scaling.valueFromProxyValue(scaling.proxyValueFromValue(DBL_MAX))));
+    CMwQDoubleSlider w;
+    w.setValueProxy(&scaling);
+    w.setRange(0.0, 30.0);
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setRange( 0 , 1.79769e+308 ) is not finite in "
+        "slider units and is ignored.");
+    w.setRange(0.0, DBL_MAX);
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 30.0);
+    QCOMPARE(w.slider()->maximum(), 10);
+    w.setValueProxy(nullptr);
+
+    // A logarithmic proxy cannot take the range -10..400; the range kept in
+    // slider units would stand for 10^-10..10^400. Its upper end is pulled
+    // in to where the values are still finite.
+    CMwQDoubleSlider logarithmic;
+    logarithmic.setRange(-10.0, 400.0);
+    logarithmic.setValue(2.0);
+    LogProxy proxy;
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setRange( -10 , 400 ) is not finite in "
+        "slider units and is ignored.");
+    logarithmic.setValueProxy(&proxy);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    QVERIFY(logarithmic.maximum() > 1e308);
+    QVERIFY(qFuzzyCompare(logarithmic.minimum(), 1e-10));
+    QVERIFY(qFuzzyCompare(logarithmic.value(), 2.0));
+    QCOMPARE(logarithmic.slider()->minimum(), -10);
+    QCOMPARE(logarithmic.slider()->maximum(), 308); // log10(DBL_MAX) = 308.25
+    logarithmic.setSingleStep(0.5);
+    QCOMPARE(logarithmic.slider()->minimum(), -20);
+    QCOMPARE(logarithmic.slider()->maximum(), 617);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    logarithmic.setValue(kInf);
+    QCOMPARE(logarithmic.value(), logarithmic.maximum());
+    logarithmic.setValueProxy(nullptr);
 }
 
 void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data()

@@ -257,6 +257,9 @@ void CMwQDoubleRangeSlider::setSingleStep(double step)
     d->minimumOffset = d->offsetFor(d->minimumValue);
     d->maximumOffset = d->offsetFor(d->maximumValue);
     setRange(lowEnd, highEnd);
+    // Should the range have been refused in values, the inner slider still
+    // takes the stored one with the new step.
+    d->applyInnerRange();
     setValues(lower, upper);
     setPositions(lower, upper);
     blockSignals(wasBlocked);
