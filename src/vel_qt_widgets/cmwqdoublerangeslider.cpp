@@ -1,6 +1,7 @@
 #include "cmwqdoublerangeslider_p.h"
 
 #include "cmwqslider_p.h"
+#include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -47,6 +48,9 @@ void CMwQDoubleRangeSliderPrivate::connectSlider()
     // The widget's own handle tool tip speaks in public units, ahead of the
     // inner slider's integer one.
     slider->installEventFilter(q);
+    // The widget the application placed takes the focus for its slider.
+    q->setFocusPolicy(slider->focusPolicy());
+    q->setFocusProxy(slider);
 }
 
 QPair<double, double> CMwQDoubleRangeSliderPrivate::handleValues(int lower, int upper) const
@@ -120,6 +124,8 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
         Q_EMIT q->minimumValueChanged(q->minimumValue());
     if (upperChanged)
         Q_EMIT q->maximumValueChanged(q->maximumValue());
+    if (lowerChanged || upperChanged)
+        CMwQSliderAccessibility::rangeValuesChanged(q, lowerChanged, upperChanged);
 }
 
 CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
