@@ -21,6 +21,9 @@ public:
     QTableView *statisticTableView() const;
     CMwFilterWidget *filterTable() const;
     CMwVHeaderView *rowNumbers() const;
+    // Gives the corner button the height of the body's header, so that the
+    // row numbers below it start level with the body's rows.
+    void fitResizeButton() const;
 
     CMwHierarchicalGridView *q_ptr = nullptr;
     QColor branchParentColor = Qt::lightGray;
