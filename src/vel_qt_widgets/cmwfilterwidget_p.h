@@ -6,7 +6,7 @@
 
 #include <QtCore/QPointer>
 
-class CMwFilterWidgetPrivate
+class VEL_QT_WIDGETS_EXPORT CMwFilterWidgetPrivate
 {
     Q_DECLARE_PUBLIC(CMwFilterWidget)
 

@@ -271,21 +271,85 @@ void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
                 SLOT(onTreeViewSelectionChanged(QItemSelection, QItemSelection)));
         if (CMwFilterWidget *filter = d->filterTable())
             filter->setRefModel(proxy);
+        d->shownProxy = proxy;
+        connect(proxy, SIGNAL(destroyed()), this, SLOT(onProxyDestroyed()));
         // The replaced proxy is released once nothing shows it any more: the
         // filter editor and the row numbers hold guarded pointers to it.
         if (previous && previous != proxy && previous->parent() == this
             && qobject_cast<CMwSortFilterProxyModel *>(previous)) {
+            disconnect(previous, SIGNAL(destroyed()), this, SLOT(onProxyDestroyed()));
             delete previous.data();
         }
     }
 
     // Only the model shown now rebuilds the grid on its layout changes.
-    if (d->sourceModel && d->sourceModel != model)
+    if (d->sourceModel && d->sourceModel != model) {
         disconnect(d->sourceModel, SIGNAL(layoutChanged()), this, SLOT(onDataChanged()));
+        disconnect(d->sourceModel, SIGNAL(destroyed()), this, SLOT(onSourceModelDestroyed()));
+    }
     d->sourceModel = model;
     connect(model, SIGNAL(layoutChanged()), this, SLOT(onDataChanged()), Qt::UniqueConnection);
+    // Connected after the proxy's own handling, which has emptied the proxy
+    // by the time the grid hears of it.
+    connect(model, SIGNAL(destroyed()), this, SLOT(onSourceModelDestroyed()), Qt::UniqueConnection);
 
     onDataChanged();
+}
+
+void CMwHierarchicalGridView::onSourceModelDestroyed()
+{
+    Q_D(CMwHierarchicalGridView);
+    // The guarded pointer to the model shown is null by now; a live one
+    // means some other model went, one a subclass may have connected.
+    if (d->sourceModel)
+        return;
+    d->showNoModel();
+}
+
+void CMwHierarchicalGridView::onProxyDestroyed()
+{
+    Q_D(CMwHierarchicalGridView);
+    if (sender() != d->shownProxy)
+        return;
+    d->shownProxy = nullptr;
+    d->showNoModel();
+}
+
+void CMwHierarchicalGridViewPrivate::showNoModel()
+{
+    Q_Q(CMwHierarchicalGridView);
+    if (sourceModel) {
+        QObject::disconnect(sourceModel, SIGNAL(layoutChanged()), q, SLOT(onDataChanged()));
+        QObject::disconnect(sourceModel, SIGNAL(destroyed()), q, SLOT(onSourceModelDestroyed()));
+    }
+    sourceModel = nullptr;
+    statisticsOnSelection = false;
+
+    QAbstractItemModel *proxy = nullptr;
+    if (CMwGridTreeView *view = dataView()) {
+        proxy = view->model();
+        // Resets the body and its header at once; a destroyed model would
+        // only be reset by the view at the next event loop pass.
+        view->setModel(nullptr);
+        if (auto *header = qobject_cast<CMwHierarchicalHeaderView *>(view->header()))
+            header->setHeaderModel(nullptr);
+    }
+    delete headerModel.data();
+    if (CMwFilterWidget *filter = filterTable())
+        filter->setRefModel(nullptr);
+    if (CMwVHeaderView *rows = rowNumbers())
+        rows->setModel(nullptr);
+    if (QTableView *table = statisticTableView()) {
+        QAbstractItemModel *previous = table->model();
+        table->setModel(nullptr);
+        delete previous;
+    }
+    if (proxy && proxy->parent() == q && qobject_cast<CMwSortFilterProxyModel *>(proxy)) {
+        QObject::disconnect(proxy, SIGNAL(destroyed()), q, SLOT(onProxyDestroyed()));
+        shownProxy = nullptr;
+        delete proxy;
+    }
+    q->updateControl();
 }
 
 QAbstractItemModel *CMwHierarchicalGridView::model() const

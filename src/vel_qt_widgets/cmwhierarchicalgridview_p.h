@@ -10,7 +10,7 @@ class QStandardItemModel;
 class QTableView;
 QT_END_NAMESPACE
 
-class CMwHierarchicalGridViewPrivate
+class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalGridView)
 
@@ -24,6 +24,9 @@ public:
     // Gives the corner button the height of the body's header, so that the
     // row numbers below it start level with the body's rows.
     void fitResizeButton() const;
+    // Back to the state before the first model: nothing shown, nothing
+    // left that could reach a destroyed source or proxy.
+    void showNoModel();
 
     CMwHierarchicalGridView *q_ptr = nullptr;
     QColor branchParentColor = Qt::lightGray;
@@ -32,6 +35,9 @@ public:
     QPointer<QStandardItemModel> headerModel;
     // The model whose layoutChanged() reaches onDataChanged().
     QPointer<QAbstractItemModel> sourceModel;
+    // The proxy shown now, only compared with the sender of destroyed()
+    // (a guarded pointer is already null then).
+    const QObject *shownProxy = nullptr;
 };
 
 #endif // VEL_QT_WIDGETS_CMWHIERARCHICALGRIDVIEW_P_H

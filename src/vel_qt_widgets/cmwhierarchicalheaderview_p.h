@@ -56,8 +56,9 @@ private:
     int m_sectionCount = -1;
 };
 
-// Exported only so that the tests can hold the cached lookups against the
-// plain walk; not part of the installed interface.
+// Exported for subclasses that bring their own private object through the
+// protected constructor, and for the tests, which hold the cached lookups
+// against the plain walk.
 class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalHeaderView)

@@ -6,7 +6,7 @@
 #include <QtGui/QIcon>
 #include <QtCore/QString>
 
-class CMwPickerForTablePrivate
+class VEL_QT_WIDGETS_EXPORT CMwPickerForTablePrivate
 {
     Q_DECLARE_PUBLIC(CMwPickerForTable)
 

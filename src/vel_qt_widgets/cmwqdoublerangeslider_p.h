@@ -8,7 +8,7 @@
 
 #include <QtCore/QPair>
 
-class CMwQDoubleRangeSliderPrivate : public CMwQStepMappedSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQDoubleRangeSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleRangeSlider)
 

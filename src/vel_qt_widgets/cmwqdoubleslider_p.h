@@ -18,7 +18,7 @@ public:
     ~CMwQSliderEx() override;
 };
 
-class CMwQDoubleSliderPrivate : public CMwQStepMappedSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQDoubleSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleSlider)
 

@@ -94,7 +94,7 @@ extern const char *const restoredRangeReason;
     work on them alone. What differs (one value or two handles, each with its
     own offset) is left to the subclasses through the hooks below.
 */
-class CMwQStepMappedSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQStepMappedSliderPrivate
 {
 public:
     // \a className prefixes the warnings, e.g. "CMwQDoubleSlider".
