@@ -132,6 +132,17 @@
     </message>
 </context>
 <context>
+    <name>CMwQRangeSlider</name>
+    <message>
+        <source>maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>minimum</source>
+        <translation>Minimum</translation>
+    </message>
+</context>
+<context>
     <name>cmwhierarchicalgridview.cpp</name>
     <message>
         <source>Show Statistics</source>
