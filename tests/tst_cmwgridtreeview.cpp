@@ -100,6 +100,8 @@ private Q_SLOTS:
     void emptyModelShowsOneRow();
     void groupRowIsOneBand_data();
     void groupRowIsOneBand();
+    void groupCaptionReadableOnBand_data();
+    void groupCaptionReadableOnBand();
     void alternateColoursFromLeftEdge();
     void lastColumnRunsToRightEdge();
     void emptyCellsBelowLastRow();
@@ -183,6 +185,49 @@ void tst_CMwGridTreeView::groupRowIsOneBand()
     // An ordinary row keeps its own colours.
     const QRect plain = rig.tree.visualRect(model.index(1, 1));
     QCOMPARE(QColor(image.pixel(plain.left() + 3, plain.center().y())), alternateColour);
+}
+
+void tst_CMwGridTreeView::groupCaptionReadableOnBand_data()
+{
+    QTest::addColumn<QColor>("text"); // the palette's text colour
+    QTest::addColumn<QColor>("caption"); // the colour the caption is drawn in
+
+    QTest::newRow("dark text, kept") << QColor(Qt::black) << QColor(Qt::black);
+    QTest::newRow("blue text, kept") << QColor(0, 0, 160) << QColor(0, 0, 160);
+    QTest::newRow("light text of a dark palette") << QColor(230, 230, 230) << QColor(Qt::black);
+    QTest::newRow("white text of a dark palette") << QColor(Qt::white) << QColor(Qt::black);
+}
+
+void tst_CMwGridTreeView::groupCaptionReadableOnBand()
+{
+    QFETCH(QColor, text);
+    QFETCH(QColor, caption);
+    QStandardItemModel model(0, 2);
+    QList<QStandardItem *> groupRow = rowOf("MMMM", 2);
+    for (QStandardItem *item : groupRow)
+        item->setData(true, BranchParentRole);
+    model.appendRow(groupRow);
+
+    Rig rig(&model);
+    QPalette palette = rig.tree.palette();
+    palette.setColor(QPalette::Text, text);
+    rig.tree.setPalette(palette);
+    rig.tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.tree));
+    const QImage image = rig.render();
+    const QRect row = rig.tree.visualRect(model.index(0, 0));
+
+    // The darkest or lightest pixel of the caption, whichever lies farther
+    // from the light grey band, is the caption's colour.
+    const int bandGray = qGray(QColor(Qt::lightGray).rgb());
+    int farthest = bandGray;
+    for (int y = row.top(); y <= row.bottom(); ++y)
+        for (int x = row.left(); x < row.left() + 80; ++x) {
+            const int gray = qGray(image.pixel(x, y));
+            if (qAbs(gray - bandGray) > qAbs(farthest - bandGray))
+                farthest = gray;
+        }
+    QCOMPARE(farthest, qGray(caption.rgb()));
 }
 
 void tst_CMwGridTreeView::alternateColoursFromLeftEdge()

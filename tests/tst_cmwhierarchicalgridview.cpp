@@ -94,6 +94,8 @@ private Q_SLOTS:
     void filterThroughEditor();
     void eventFilterHeights();
     void headerThicknessFollowsModel();
+    void cornerFollowsHeaderHeight_data();
+    void cornerFollowsHeaderHeight();
     void rowHeightsFollowBody();
     void renderedGrid();
     void rowNumbersScrollWithBody();
@@ -845,6 +847,56 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     watchGrid(grid);
     QTRY_COMPARE(header->height(), one);
     QTRY_COMPARE(button->height(), one);
+}
+
+void tst_CMwHierarchicalGridView::cornerFollowsHeaderHeight_data()
+{
+    QTest::addColumn<bool>("rotate"); // true: a caption turned rotated, false: a larger font
+
+    QTest::newRow("caption rotated") << true;
+    QTest::newRow("larger header font") << false;
+}
+
+void tst_CMwHierarchicalGridView::cornerFollowsHeaderHeight()
+{
+    QFETCH(bool, rotate);
+
+    CMwHierarchicalGridView grid;
+    CMwGridTableModel *model = cities(&grid);
+    grid.setModel(model);
+    QVERIFY(showAt(grid, 600, 420));
+    auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
+    QVERIFY(header);
+    auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    const int before = header->height();
+    QTRY_COMPARE(button->height(), before);
+
+    // After setModel, nothing the grid rebuilds: the header alone grows.
+    if (rotate) {
+        QAbstractItemModel *captions = header->headerModel();
+        const QModelIndex note = captions->index(0, 1, captions->index(0, 1));
+        QCOMPARE(note.data().toString(), QStringLiteral("Note"));
+        QVERIFY(captions->setData(note, true, Qt::UserRole));
+    } else {
+        QFont font = header->font();
+        font.setPixelSize(2 * QFontInfo(font).pixelSize());
+        header->setFont(font);
+    }
+    QTRY_VERIFY(header->height() > before);
+    QTRY_COMPARE(button->height(), header->height());
+    QCOMPARE(button->maximumHeight(), header->height());
+
+    // The row numbers start where the body's rows start, and each stays
+    // level with its row.
+    QHeaderView *rows = grid.verticalHeader();
+    CMwGridTreeView *view = body(grid);
+    QTRY_COMPARE(
+        rows->mapTo(&grid, QPoint(0, 0)).y(), view->viewport()->mapTo(&grid, QPoint(0, 0)).y());
+    for (int row = 0; row < 4; ++row) {
+        const QRect cell = view->visualRect(grid.model()->index(row, 0));
+        QCOMPARE(rows->mapTo(&grid, QPoint(0, rows->sectionViewportPosition(row))).y(),
+            view->viewport()->mapTo(&grid, cell.topLeft()).y());
+    }
 }
 
 void tst_CMwHierarchicalGridView::rowHeightsFollowBody()

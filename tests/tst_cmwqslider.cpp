@@ -8,7 +8,6 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
-#include <QtGui/QTextOption>
 #include <QtWidgets/QStyleOptionSlider>
 
 #include <climits>
@@ -154,14 +153,14 @@ QRect labelRect(const Geometry &g, const QFont &font, int value, const QString &
     return r;
 }
 
+// The label is laid out from the corner of its rectangle, whole: the
+// rectangle is the text's ink box and the last glyph may end past it.
 void drawLabel(QImage *image, const QWidget &widget, const QRect &r, const QString &text)
 {
     QPainter painter(image);
     painter.setFont(widget.font());
     painter.setPen(widget.palette().color(QPalette::WindowText));
-    QTextOption option;
-    option.setWrapMode(QTextOption::NoWrap);
-    painter.drawText(QRectF(r), text, option);
+    painter.drawText(QRectF(r), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, text);
 }
 
 // A paint device that keeps the texts drawn on it, wherever they land, also

@@ -9,6 +9,8 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
+#include <memory>
+
 namespace {
 
 // Rows numbered through RowNumberRole, the count announced on the vertical header.
@@ -90,6 +92,8 @@ private Q_SLOTS:
     void numbersComeFromRole();
     void rowWithoutNumberIsBlank();
     void expandingShiftsNumbers();
+    void numbersAreWhole_data();
+    void numbersAreWhole();
     void blankCellsBelowLastSection();
     void emptyModelShowsBlankColumn_data();
     void emptyModelShowsBlankColumn();
@@ -201,6 +205,64 @@ void tst_CMwVHeaderView::expandingShiftsNumbers()
     QCOMPARE(rig.textAt(2 * h + h / 2), QString("12"));
     QCOMPARE(rig.textAt(3 * h + h / 2), QString("2"));
     QCOMPARE(rig.textAt(4 * h + h / 2), QString("3"));
+}
+
+void tst_CMwVHeaderView::numbersAreWhole_data()
+{
+    QTest::addColumn<QString>("styleName");
+    QTest::addColumn<int>("pixelSize"); // 9 pt at font DPI 96, 120, 144, 192
+
+    for (const char *name : {"Fusion", "Windows"}) {
+        for (int pixels : {12, 15, 18, 24})
+            QTest::addRow("%s, %d px", name, pixels) << QString::fromLatin1(name) << pixels;
+    }
+}
+
+void tst_CMwVHeaderView::numbersAreWhole()
+{
+    QFETCH(QString, styleName);
+    QFETCH(int, pixelSize);
+
+    const std::unique_ptr<QStyle> style(QStyleFactory::create(styleName));
+    QVERIFY(style);
+    QStandardItemModel model;
+    fillNumbered(model, 20, 40);
+    Rig rig(&model);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(pixelSize);
+    for (QWidget *widget : {static_cast<QWidget *>(rig.header), static_cast<QWidget *>(rig.tree)}) {
+        widget->setStyle(style.get());
+        widget->setFont(font);
+    }
+    // The sections follow the tree's rows, below the style's own header size
+    // (17 px rows under Windows at 12 px).
+    const int rowHeight = rig.tree->sizeHintForRow(0);
+    rig.header->setDefaultSectionSize(rowHeight);
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.window));
+    QCOMPARE(rig.header->sectionSize(0), rowHeight);
+    const QImage image = renderWidget(rig.header);
+
+    // Each number's ink is that of the same text drawn whole in the same font.
+    for (int k = 0; k < 4; ++k) {
+        const QString text = QString::number(40 + k + 1);
+        QImage alone(200, 100, QImage::Format_ARGB32_Premultiplied);
+        alone.fill(Qt::white);
+        {
+            QPainter painter(&alone);
+            painter.setFont(font);
+            painter.setPen(Qt::black);
+            painter.drawText(QPoint(20, 70), text);
+        }
+        const QRect whole = darkPixels(alone, alone.rect());
+        const QRect row = rig.tree->visualRect(model.index(k, 0));
+        const QRect digits
+            = darkPixels(image, QRect(0, row.top(), rig.header->width(), row.height()));
+        QVERIFY2(!digits.isEmpty(), qPrintable(text));
+        QCOMPARE(digits.height(), whole.height());
+        QVERIFY2(qAbs(digits.width() - whole.width()) <= 1, qPrintable(text));
+        // Beside its own row, not reaching into the neighbours.
+        QVERIFY(digits.top() > row.top() && digits.bottom() < row.bottom());
+    }
 }
 
 void tst_CMwVHeaderView::blankCellsBelowLastSection()

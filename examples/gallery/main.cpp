@@ -7,6 +7,7 @@
 #include <QtCore/QDir>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
+#include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPlainTextEdit>
@@ -20,18 +21,56 @@ namespace {
 
 bool haveDisplay()
 {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+    return !qEnvironmentVariableIsEmpty("DISPLAY")
+        || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-QString fileNameFor(int index, const QString &title)
+QString fileNameFor(int index, const QString &title, const QString &suffix)
 {
     QString slug = title.toLower();
     for (QChar &c : slug) {
         if (!c.isLetterOrNumber())
             c = QLatin1Char('-');
     }
-    return QStringLiteral("%1-%2.png").arg(index + 1, 2, 10, QLatin1Char('0')).arg(slug);
+    return QStringLiteral("%1-%2%3.png")
+        .arg(index + 1, 2, 10, QLatin1Char('0'))
+        .arg(slug, suffix.isEmpty() ? QString() : QLatin1Char('-') + suffix);
+}
+
+// A dark palette for the Fusion style, as dark desktop themes set it: light
+// text on dark windows and bases, and a blue highlight.
+QPalette darkPalette()
+{
+    const QColor window(53, 53, 53);
+    const QColor base(35, 35, 35);
+    const QColor text(230, 230, 230);
+    const QColor disabledText(127, 127, 127);
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, disabledText);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::BrightText, Qt::red);
+    palette.setColor(QPalette::Link, QColor(42, 130, 218));
+    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::Light, window.lighter(150));
+    palette.setColor(QPalette::Midlight, window.lighter(125));
+    palette.setColor(QPalette::Mid, window.darker(120));
+    palette.setColor(QPalette::Dark, window.darker(150));
+    palette.setColor(QPalette::Shadow, Qt::black);
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, disabledText);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 80, 80));
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, disabledText);
+    return palette;
 }
 
 struct Gallery
@@ -60,7 +99,7 @@ struct Gallery
     }
 };
 
-int writeScreenshots(Gallery &gallery, const QString &folder)
+int writeScreenshots(Gallery &gallery, const QString &folder, const QString &suffix)
 {
     QDir().mkpath(folder);
     gallery.window.show();
@@ -68,7 +107,7 @@ int writeScreenshots(Gallery &gallery, const QString &folder)
     for (int i = 0; i < gallery.tabs->count(); ++i) {
         gallery.tabs->setCurrentIndex(i);
         QApplication::processEvents();
-        const QString path = QDir(folder).filePath(fileNameFor(i, pages.at(i).title));
+        const QString path = QDir(folder).filePath(fileNameFor(i, pages.at(i).title, suffix));
         if (!gallery.window.grab().save(path)) {
             std::fprintf(stderr, "gallery: could not write %s\n", qPrintable(path));
             return 1;
@@ -96,12 +135,22 @@ int main(int argc, char **argv)
         QStringLiteral("Write one PNG per page into <folder> and quit."), QStringLiteral("folder"));
     const QCommandLineOption styleOption(QStringLiteral("fusion"),
         QStringLiteral("Use the Fusion style (the default without a display)."));
+    const QCommandLineOption darkOption(QStringLiteral("dark"),
+        QStringLiteral("Use the Fusion style with a dark palette (also: VEL_GALLERY_DARK=1)."));
+    const QCommandLineOption suffixOption(QStringLiteral("suffix"),
+        QStringLiteral("Append -<text> to the name of every PNG written."), QStringLiteral("text"));
     parser.addOption(shotsOption);
     parser.addOption(styleOption);
+    parser.addOption(darkOption);
+    parser.addOption(suffixOption);
     parser.process(app);
 
-    if (headless || parser.isSet(styleOption))
+    const bool dark
+        = parser.isSet(darkOption) || qEnvironmentVariableIntValue("VEL_GALLERY_DARK") != 0;
+    if (headless || dark || parser.isSet(styleOption))
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (dark)
+        QApplication::setPalette(darkPalette());
 
     Gallery gallery;
     if (headless || parser.isSet(shotsOption)) {
@@ -109,8 +158,8 @@ int main(int argc, char **argv)
                                                          : QStringLiteral("gallery-shots");
         if (headless)
             std::printf("gallery: no display; writing one PNG per page into %s\n",
-                        qPrintable(QDir(folder).absolutePath()));
-        return writeScreenshots(gallery, folder);
+                qPrintable(QDir(folder).absolutePath()));
+        return writeScreenshots(gallery, folder, parser.value(suffixOption));
     }
     gallery.window.show();
     return app.exec();

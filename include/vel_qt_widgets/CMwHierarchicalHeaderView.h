@@ -46,7 +46,9 @@ public:
     ~CMwHierarchicalHeaderView() override;
 
     /*! Replaces the header model (not owned). Neither repaints nor
-        re-measures; call after setModel(), which drops it otherwise. */
+        re-measures; call after setModel(), which drops it otherwise. Later
+        changes of the header model's data (a caption, a font, a rotation)
+        make the header measure its cells again. */
     void setHeaderModel(QAbstractItemModel *model);
     /*! The current header model, or null. */
     QAbstractItemModel *headerModel() const;
@@ -93,6 +95,9 @@ protected:
 
     //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwHierarchicalHeaderViewPrivate> d_vel;
+
+private Q_SLOTS:
+    void onHeaderModelDataChanged();
 
 private:
     void init();

@@ -21,6 +21,17 @@ QColor branchParentColour(const QWidget *widget)
     return QColor(Qt::lightGray);
 }
 
+// The band colour is the grid's, the text colour the palette's: under a
+// dark palette light text would stand on the light grey band. Text too
+// close to the band in lightness gives way to black or white.
+QColor captionColourOn(const QColor &band, const QColor &text)
+{
+    const int bandGray = qGray(band.rgb());
+    if (qAbs(bandGray - qGray(text.rgb())) >= 128)
+        return text;
+    return bandGray < 128 ? QColor(Qt::white) : QColor(Qt::black);
+}
+
 void drawEmptyItem(QPainter *painter, const QStyleOptionViewItem &option)
 {
     const QWidget *widget = option.widget;
@@ -90,7 +101,10 @@ void CMwGridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
             painter->save();
             QStyleOptionViewItem band = option;
             band.rect.setRight(band.rect.left() + widgetWidth - 1);
-            painter->fillRect(band.rect, branchParentColour(widget));
+            const QColor colour = branchParentColour(widget);
+            band.palette.setColor(
+                QPalette::Text, captionColourOn(colour, band.palette.color(QPalette::Text)));
+            painter->fillRect(band.rect, colour);
             QStyledItemDelegate::paint(painter, band, index);
             painter->restore();
         }

@@ -117,6 +117,20 @@ CMwVHeaderView *CMwHierarchicalGridViewPrivate::rowNumbers() const
     return q_ptr->findChild<CMwVHeaderView *>(QStringLiteral("VerticalHeader"));
 }
 
+void CMwHierarchicalGridViewPrivate::fitResizeButton() const
+{
+    auto *button = q_ptr->findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    CMwGridTreeView *view = dataView();
+    if (!button || !view)
+        return;
+    // The height the body gives its header when it lays it out, known
+    // before the grid is first shown.
+    QHeaderView *header = view->header();
+    const int height
+        = header->isHidden() ? 0 : qMax(header->minimumHeight(), header->sizeHint().height());
+    button->setMaximumHeight(height);
+}
+
 CMwHierarchicalGridView::CMwHierarchicalGridView(QWidget *parent)
     : CMwHierarchicalGridView(*new CMwHierarchicalGridViewPrivate, parent)
 {
@@ -297,6 +311,9 @@ void CMwHierarchicalGridView::init()
     }
     // The menu key and Shift+F10 in the body open the column menu.
     dataView->installEventFilter(this);
+    // The header's height also changes without a new model (a caption turned
+    // rotated, another font); the corner button follows it.
+    header->installEventFilter(this);
 }
 
 void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
@@ -510,16 +527,7 @@ void CMwHierarchicalGridView::updateVerticalHeader()
             }
         }
     }
-    auto *button = findChild<QPushButton *>(QStringLiteral("resizeButton"));
-    if (button && view) {
-        // The height the body gives its header when it lays it out, known
-        // before the grid is first shown.
-        QHeaderView *header = view->header();
-        const int height = header->isHidden()
-                               ? 0
-                               : qMax(header->minimumHeight(), header->sizeHint().height());
-        button->setMaximumHeight(height);
-    }
+    d->fitResizeButton();
 }
 
 void CMwHierarchicalGridView::updateStatisticDataModel()
@@ -675,6 +683,11 @@ bool CMwHierarchicalGridView::eventFilter(QObject *watched, QEvent *event)
     if ((event->type() == QEvent::KeyPress || event->type() == QEvent::ContextMenu)
         && watched == d->dataView() && d->handleBodyMenuKey(event)) {
         return true;
+    }
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show
+        || event->type() == QEvent::Hide) {
+        if (watched == horizontalHeader())
+            d->fitResizeButton();
     }
     if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
         QTableView *table = d->statisticTableView();

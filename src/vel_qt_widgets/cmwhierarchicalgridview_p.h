@@ -24,6 +24,9 @@ public:
     // The menu key or Shift+F10 in the body: runs the column menu for the
     // current column and says whether the event was used.
     bool handleBodyMenuKey(QEvent *event);
+    // Gives the corner button the height of the body's header, so that the
+    // row numbers below it start level with the body's rows.
+    void fitResizeButton() const;
     // Back to the state before the first model: nothing shown, nothing
     // left that could reach a destroyed source or proxy.
     void showNoModel();

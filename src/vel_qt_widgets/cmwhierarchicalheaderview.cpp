@@ -410,8 +410,23 @@ void CMwHierarchicalHeaderView::init()
 void CMwHierarchicalHeaderView::setHeaderModel(QAbstractItemModel *model)
 {
     Q_D(CMwHierarchicalHeaderView);
+    if (d->headerModel && d->headerModel != model)
+        disconnect(d->headerModel, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)),
+            this, SLOT(onHeaderModelDataChanged()));
+    if (model && d->headerModel != model)
+        connect(model, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), this,
+            SLOT(onHeaderModelDataChanged()));
     d->headerModel = model;
     d->cache->watch(model);
+}
+
+void CMwHierarchicalHeaderView::onHeaderModelDataChanged()
+{
+    // Any cell may now measure differently: QHeaderView drops its cached
+    // size hint, and the view around the header lays it out anew.
+    if (count() > 0)
+        headerDataChanged(orientation(), 0, count() - 1);
+    Q_EMIT geometriesChanged();
 }
 
 QAbstractItemModel *CMwHierarchicalHeaderView::headerModel() const

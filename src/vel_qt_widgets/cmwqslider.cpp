@@ -5,7 +5,6 @@
 #include <QtGui/QFontMetrics>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
-#include <QtGui/QTextOption>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
@@ -234,11 +233,12 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     painter->save();
     painter->translate(opt.rect.x(), opt.rect.y());
     const QFontMetrics fm(painter->font());
-    // The label rectangle is the text's tight ink box, which can be a pixel
-    // narrower than its advance; wrapping there would drop every word after
-    // the first ("20 kHz" showing as "20"), so labels never wrap.
-    QTextOption labelOption;
-    labelOption.setWrapMode(QTextOption::NoWrap);
+    // The label rectangle is the text's tight ink box, while the text is laid
+    // out from the rectangle's corner by its advance: the last glyph can end
+    // past the box (by more at larger font sizes). Clipping there would cut
+    // it, wrapping there would drop every word after the first, so labels
+    // are neither clipped nor wrapped; the rectangle only places them.
+    const int labelFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip;
 
     for (const CMwQSlider::SMwTickItem &item : tickItems) {
         if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
@@ -254,11 +254,11 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
             r.moveRight(geometry.half + geometry.available);
         if (item.tickPosition & sideAbove) {
             r.moveBottom(geometry.groove.top() - 1);
-            painter->drawText(QRectF(r), item.text, labelOption);
+            painter->drawText(QRectF(r), labelFlags, item.text);
         }
         if (item.tickPosition & sideBelow) {
             r.moveTop(geometry.groove.bottom() + 5);
-            painter->drawText(QRectF(r), item.text, labelOption);
+            painter->drawText(QRectF(r), labelFlags, item.text);
         }
     }
 

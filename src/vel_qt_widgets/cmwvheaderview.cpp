@@ -186,7 +186,12 @@ void CMwVHeaderView::paintSection(QPainter *painter, const QRect &rect, int logi
         initStyleOption(&opt);
         // Neighbouring sections share their dividing line.
         opt.rect = rect.adjusted(0, -1, 0, 0);
-        opt.textAlignment = Qt::AlignRight;
+        // The style keeps its header margins around the label, which leaves
+        // less than a line of text in sections as low as the tree's rows
+        // (17 px under Windows). The number is centred on the row instead,
+        // and only the section's own bounds clip it.
+        opt.textAlignment
+            = Qt::Alignment(QFlag(Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip));
         opt.text = QString();
         // The header scrolls with the tree's viewport, so its coordinates are
         // the viewport's.

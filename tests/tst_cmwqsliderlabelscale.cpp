@@ -1,0 +1,202 @@
+// Tick labels at the font resolutions and scale factors users run with.
+// QT_FONT_DPI and QT_SCALE_FACTOR are read when the application starts, so
+// CTest runs this executable once per setting (tests/CMakeLists.txt); every
+// run checks that its setting took effect before it checks the labels.
+
+#include <vel_qt_widgets/CMwQSlider.h>
+
+#include <QtGui/QFontInfo>
+#include <QtGui/QImage>
+#include <QtGui/QPainter>
+#include <QtGui/QPixmap>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QStyleOptionSlider>
+
+#include <QtCore/QtMath>
+
+namespace {
+
+// The font is given in points, so that the font resolution decides its size.
+constexpr int fontPoints = 9;
+
+class TestSlider : public CMwQSlider
+{
+    Q_OBJECT
+
+public:
+    using CMwQSlider::CMwQSlider;
+
+    QStyleOptionSlider option() const
+    {
+        QStyleOptionSlider opt;
+        initStyleOption(&opt);
+        return opt;
+    }
+};
+
+// Where the label of an item stands: the text's ink box centred on the
+// item's position, kept inside the track, above or below the groove.
+QRect labelRect(const TestSlider &slider, int value, const QString &text, bool above)
+{
+    const QStyleOptionSlider opt = slider.option();
+    const QStyle *style = slider.style();
+    const int half = style->pixelMetric(QStyle::PM_SliderLength, &opt, &slider) / 2;
+    const int available = style->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, &slider);
+    const QRect groove
+        = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, &slider)
+              .adjusted(-2, -2, -1, -1);
+    const int p
+        = QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, value, available, false);
+    QRect r = QFontMetrics(slider.font()).boundingRect(text);
+    r.moveCenter(QPoint(half + p, 0));
+    if (r.left() < half)
+        r.moveLeft(half);
+    if (r.right() > half + available)
+        r.moveRight(half + available);
+    if (above)
+        r.moveBottom(groove.top() - 1);
+    else
+        r.moveTop(groove.bottom() + 5);
+    return r;
+}
+
+// The widget as it reaches the screen, in device pixels.
+QImage grabbed(QWidget &widget)
+{
+    return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+// The whole text, drawn from the corner of its label rectangle without any
+// clip, in the widget's font and text colour.
+void drawWholeText(QImage *image, const QWidget &widget, const QRect &r, const QString &text)
+{
+    QPainter painter(image);
+    painter.setFont(widget.font());
+    painter.setPen(widget.palette().color(QPalette::WindowText));
+    painter.drawText(QRectF(r), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, text);
+}
+
+// Device pixels where two pictures of the same size differ.
+QRect differingPixels(const QImage &a, const QImage &b)
+{
+    QRect box;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixel(x, y) != b.pixel(x, y))
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+double environmentNumber(const char *name, double fallback)
+{
+    bool ok = false;
+    const double value = qEnvironmentVariable(name).toDouble(&ok);
+    return ok ? value : fallback;
+}
+
+} // namespace
+
+class tst_CMwQSliderLabelScale : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void settingTookEffect();
+    void labelsAreWhole_data();
+    void labelsAreWhole();
+};
+
+void tst_CMwQSliderLabelScale::settingTookEffect()
+{
+    const double dpi = environmentNumber("QT_FONT_DPI", 96);
+    const double scale = environmentNumber("QT_SCALE_FACTOR", 1);
+    QCOMPARE(QFontInfo(QApplication::font()).pixelSize(), qRound(fontPoints * dpi / 72));
+    TestSlider slider(Qt::Horizontal);
+    QCOMPARE(slider.grab().devicePixelRatioF(), scale);
+}
+
+void tst_CMwQSliderLabelScale::labelsAreWhole_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("sides");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("37 below, inside the track")
+        << 37 << int(QSlider::TicksBelow) << QStringLiteral("37");
+    QTest::newRow("100 °C above, at the maximum")
+        << 100 << int(QSlider::TicksAbove) << QStringLiteral("100 °C");
+    QTest::newRow("high on both sides")
+        << 80 << int(QSlider::TicksBothSides) << QStringLiteral("high");
+    QTest::newRow("low at the minimum") << 0 << int(QSlider::TicksBelow) << QStringLiteral("low");
+    QTest::newRow("two words at the maximum")
+        << 100 << int(QSlider::TicksBelow) << QStringLiteral("20 kHz");
+    QTest::newRow("descenders above") << 50 << int(QSlider::TicksAbove) << QStringLiteral("gjqy");
+}
+
+void tst_CMwQSliderLabelScale::labelsAreWhole()
+{
+    QFETCH(int, value);
+    QFETCH(int, sides);
+    QFETCH(QString, text);
+
+    TestSlider slider(Qt::Horizontal);
+    slider.setRange(0, 100);
+    // The handle stays clear of the labels: it is drawn over them.
+    slider.setValue(15);
+    slider.setTickItemList({{value, QSlider::TickPosition(sides), text}});
+    slider.resize(300, slider.sizeHint().height());
+    const QImage labelled = grabbed(slider);
+
+    slider.setTickItemList({{value, QSlider::TickPosition(sides), QString()}});
+    QImage expected = grabbed(slider);
+    QVERIFY(expected != labelled);
+
+    // The whole text, also where it runs past its label rectangle, and
+    // nothing but it: neither cut at the rectangle nor wrapped inside it.
+    const QRect widgetRect(QPoint(0, 0), expected.size());
+    const QImage marksOnly = expected;
+    for (bool above : {true, false}) {
+        if (!(sides & (above ? QSlider::TicksAbove : QSlider::TicksBelow)))
+            continue;
+        const QRect r = labelRect(slider, value, text, above);
+        drawWholeText(&expected, slider, r, text);
+
+        // The widget is high enough for the whole text: drawn alone with
+        // room around it, none of its ink lies outside the widget.
+        // A multiple of 4 logical pixels is a whole number of device pixels
+        // at every scale factor run here.
+        const int pad = 4 * r.height();
+        const qreal ratio = expected.devicePixelRatioF();
+        const int shift = qRound(pad * ratio);
+        const QRect padded = widgetRect.adjusted(0, 0, 2 * shift, 2 * shift);
+        QImage roomy(padded.size(), QImage::Format_ARGB32_Premultiplied);
+        roomy.setDevicePixelRatio(ratio);
+        roomy.fill(Qt::white);
+        const QImage blank = roomy;
+        drawWholeText(&roomy, slider, r.translated(pad, pad), text);
+        const QRect ink = differingPixels(roomy, blank);
+        QVERIFY(!ink.isEmpty());
+        QVERIFY2(widgetRect.contains(ink.translated(-shift, -shift)),
+            qPrintable(QStringLiteral("ink outside the widget")));
+    }
+    QVERIFY(differingPixels(marksOnly, expected).isValid());
+    QCOMPARE(labelled, expected);
+}
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSize(fontPoints);
+    QApplication::setFont(font);
+    tst_CMwQSliderLabelScale tc;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&tc, argc, argv);
+}
+
+#include "tst_cmwqsliderlabelscale.moc"
