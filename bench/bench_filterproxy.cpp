@@ -107,8 +107,16 @@ void BM_CMwThreeConditions(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(BM_QtFixedStringOneColumn)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->MinTime(3.0);
-BENCHMARK(BM_CMwThreeConditions)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->MinTime(3.0);
+BENCHMARK(BM_QtFixedStringOneColumn)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(3.0);
+BENCHMARK(BM_CMwThreeConditions)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(3.0);
 
 int main(int argc, char **argv)
 {
