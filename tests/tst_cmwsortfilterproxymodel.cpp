@@ -4,6 +4,7 @@
 #include <vel_qt_widgets/CMwGridRoles.h>
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QUrl>
 #include <QtGui/QColor>
 #include <QtGui/QStandardItemModel>
@@ -91,6 +92,80 @@ public:
     QString secondHeader = QStringLiteral("Count");
 };
 
+// Two columns, "Flag" and "C": every cell of C appears twice, once beside
+// "x" and once beside "y", and is handed out exactly as stored.
+class CellModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit CellModel(const QVariantList &cells)
+        : m_cells(cells)
+    {
+    }
+    void setCells(const QVariantList &cells)
+    {
+        beginResetModel();
+        m_cells = cells;
+        endResetModel();
+    }
+    QVariant cell(int row) const { return m_cells.at(row / 2); }
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : 2 * m_cells.size();
+    }
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : 2;
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role != Qt::DisplayRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
+            return QVariant();
+        if (index.column() == 0)
+            return index.row() % 2 ? QStringLiteral("y") : QStringLiteral("x");
+        return cell(index.row());
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+            return section == 0 ? QStringLiteral("Flag") : QStringLiteral("C");
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+
+private:
+    QVariantList m_cells;
+};
+
+// The comparison the filter is defined by, straight from Qt 5's QVariant
+// operators, with every conversion done again for each cell.
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+bool referenceMatch(int comparator, const QVariant &cell, const QVariant &value)
+{
+    switch (comparator) {
+    case GE:
+        return cell >= value;
+    case LE:
+        return cell <= value;
+    case GT:
+        return cell > value;
+    case LT:
+        return cell < value;
+    case EQ:
+        return cell == value;
+    case NE:
+        return !(cell == value);
+    case EMPTY:
+        return cell.isNull();
+    case NOTEMPTY:
+        return !cell.isNull();
+    default:
+        return false;
+    }
+}
+QT_WARNING_POP
+
 } // namespace
 
 class tst_CMwSortFilterProxyModel : public QObject
@@ -122,6 +197,7 @@ private Q_SLOTS:
     void tenThousandConditions();
     void everyVariantType_data();
     void everyVariantType();
+    void sameAsQVariantComparison();
 };
 
 void tst_CMwSortFilterProxyModel::emptyListAcceptsAll()
@@ -746,6 +822,113 @@ void tst_CMwSortFilterProxyModel::everyVariantType()
         proxy.setFilterRows({cond(opAnd(), "C", cmp(c), QVariant(QDate(2000, 1, 1)))});
         proxy.setFilterRows({cond(opAnd(), "C", cmp(c), QVariant())});
         QVERIFY(proxy.rowCount() <= 1);
+    }
+}
+
+void tst_CMwSortFilterProxyModel::sameAsQVariantComparison()
+{
+    const double nan = qQNaN();
+    const double inf = qInf();
+    QVariantList cells {QVariant(), QVariant(QVariant::Int), 0, 5, -3, 10, 1000,
+        std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), 0u, 5u, 4294967295u,
+        qlonglong(5), qlonglong(-1), qlonglong(9007199254740993LL),
+        std::numeric_limits<qlonglong>::min(), qulonglong(5),
+        std::numeric_limits<qulonglong>::max(), 0.0, -0.0, 0.3, 0.30000000000000004, 0.5, 5.0, -3.0,
+        1000.0, 1e300, 4.9e-324, nan, inf, -inf, true, false, 5.5f, QString(), QString(""),
+        QStringLiteral("5"), QStringLiteral("10"), QStringLiteral(" 5 "), QStringLiteral("5.0"),
+        QStringLiteral("1e3"), QStringLiteral("abc"), QStringLiteral("ABC"), QStringLiteral("true"),
+        QStringLiteral("k5"), QDate(2020, 1, 2), QDate(),
+        QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)), QTime(1, 2, 3)};
+    QStringList values {QString(), "", "5", "-3", "0", "-0", "10", "1000", "0.3",
+        "0.30000000000000004", "5.0", "5.5", " 5 ", "1e3", "nan", "inf", "-inf", "1e300",
+        "4.9e-324", "true", "false", "TRUE", "1", "abc", "ABC", "k5", "-1", "4294967295",
+        "4294967296", "9007199254740993", "18446744073709551615", "18446744073709551616",
+        "-9223372036854775808", "2020-01-02", "2020-01-02T03:04:05", "01:02:03"};
+    // Random cells and values that meet often: small integers and halves.
+    QRandomGenerator random(17);
+    for (int i = 0; i < 120; ++i) {
+        const int n = random.bounded(-20, 21);
+        switch (i % 6) {
+        case 0:
+            cells.append(n);
+            break;
+        case 1:
+            cells.append(n * 0.5);
+            break;
+        case 2:
+            cells.append(qlonglong(n) * 1000000007LL);
+            break;
+        case 3:
+            cells.append(uint(n + 20));
+            break;
+        case 4:
+            cells.append(QString::number(n));
+            break;
+        default:
+            cells.append(QString::number(n * 0.25));
+            break;
+        }
+    }
+    for (int i = 0; i < 12; ++i) {
+        const int n = random.bounded(-20, 21);
+        values.append(i % 2 ? QString::number(n) : QString::number(n * 0.5));
+    }
+    // Cell types mixed in one column, in random order, so a condition meets
+    // them interleaved.
+    std::shuffle(cells.begin(), cells.end(), random);
+
+    CellModel model(cells);
+    CMwSortFilterProxyModel proxy;
+    QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    proxy.setSourceModel(&model);
+
+    // "Flag" Is Equal "x", then the condition on C: the first condition
+    // passes every other row, so the second one's answer decides alone on
+    // the other rows under AND, and under OR.
+    auto check = [&](const QString &op, int comparator, const QString &value) {
+        int expected = 0;
+        for (int r = 0; r < model.rowCount(); ++r) {
+            const bool first = r % 2 == 0;
+            const bool second = referenceMatch(comparator, model.cell(r), value);
+            if (op == opAnd() ? (first && second) : (first || second))
+                ++expected;
+        }
+        QCOMPARE(proxy.rowCount(), expected);
+        int row = 0;
+        for (int r = 0; r < model.rowCount(); ++r) {
+            const bool first = r % 2 == 0;
+            const bool second = referenceMatch(comparator, model.cell(r), value);
+            if (!(op == opAnd() ? (first && second) : (first || second)))
+                continue;
+            if (proxy.mapToSource(proxy.index(row, 0)).row() != r) {
+                QFAIL(qPrintable(QStringLiteral("%1 %2 '%3': cell %4 of type %5 decided otherwise")
+                                     .arg(op, cmp(comparator), value, model.cell(r).toString(),
+                                         QLatin1String(model.cell(r).typeName()))));
+            }
+            ++row;
+        }
+    };
+    for (const QString &op : {opAnd(), opOr()}) {
+        for (int comparator = GE; comparator <= NOTEMPTY; ++comparator) {
+            for (const QString &value : values) {
+                const Filter filter {
+                    cond(opAnd(), "Flag", cmp(EQ), "x"), cond(op, "C", cmp(comparator), value)};
+                proxy.setFilterRows(filter);
+                check(op, comparator, value);
+                if (QTest::currentTestFailed())
+                    return;
+                // The same conditions over other cells: what was worked out
+                // for the previous ones must not carry over wrongly.
+                QVariantList reversed = cells;
+                std::reverse(reversed.begin(), reversed.end());
+                reversed.append(QVariant(1.5));
+                model.setCells(reversed);
+                check(op, comparator, value);
+                model.setCells(cells);
+                if (QTest::currentTestFailed())
+                    return;
+            }
+        }
     }
 }
 

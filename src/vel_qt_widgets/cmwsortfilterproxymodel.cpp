@@ -37,6 +37,29 @@ bool compareCell(int comparator, const QVariant &cell, const QVariant &value)
 }
 QT_WARNING_POP
 
+// The answer of an ordering comparator from the sign of the comparison.
+bool orderingMatch(int comparator, int sign)
+{
+    switch (comparator) {
+    case VelFilterTexts::GreaterOrEqual:
+        return sign >= 0;
+    case VelFilterTexts::SmallerOrEqual:
+        return sign <= 0;
+    case VelFilterTexts::Greater:
+        return sign > 0;
+    case VelFilterTexts::Smaller:
+        return sign < 0;
+    default:
+        return false;
+    }
+}
+
+template<typename T>
+int sign(T cell, T value)
+{
+    return cell == value ? 0 : (cell < value ? -1 : 1);
+}
+
 } // namespace
 
 CMwSortFilterProxyModelPrivate::CMwSortFilterProxyModelPrivate(CMwSortFilterProxyModel *q)
@@ -45,6 +68,120 @@ CMwSortFilterProxyModelPrivate::CMwSortFilterProxyModelPrivate(CMwSortFilterProx
 }
 
 CMwSortFilterProxyModelPrivate::~CMwSortFilterProxyModelPrivate() = default;
+
+const CMwSortFilterProxyModelPrivate::ForCellType &CMwSortFilterProxyModelPrivate::forCellType(
+    int index, int type) const
+{
+    std::vector<ForCellType> &entries = compiled.at(index).forCellTypes;
+    for (const ForCellType &entry : entries) {
+        if (entry.cellType == type)
+            return entry;
+    }
+    ForCellType entry;
+    entry.cellType = type;
+    // Qt compares a numeric cell with a text by converting the text to the
+    // cell's type: equality is then the exact equality of that type, and
+    // an ordering the numeric comparison of the two. That conversion is the
+    // same for every row, so it is done here once. Whatever else (a text
+    // that does not convert, a value that is no text, other cell types)
+    // keeps Qt's own comparison row by row.
+    const QVariant &value = conditions.at(index).value;
+    QVariant converted = value;
+    const bool numericCell = type == QMetaType::Int || type == QMetaType::LongLong
+        || type == QMetaType::UInt || type == QMetaType::ULongLong || type == QMetaType::Bool
+        || type == QMetaType::Double;
+    if (value.userType() == QMetaType::QString && numericCell && converted.convert(type)) {
+        switch (type) {
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+            entry.kind = CellKind::Signed;
+            entry.i = converted.toLongLong();
+            break;
+        case QMetaType::UInt:
+        case QMetaType::ULongLong:
+            entry.kind = CellKind::Unsigned;
+            entry.u = converted.toULongLong();
+            break;
+        case QMetaType::Bool:
+            entry.kind = CellKind::Boolean;
+            entry.i = converted.toBool() ? 1 : 0;
+            break;
+        default:
+            entry.kind = CellKind::Real;
+            entry.d = converted.toDouble();
+            entry.converted = converted;
+            break;
+        }
+    }
+    entries.push_back(entry);
+    return entries.back();
+}
+
+bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) const
+{
+    const int comparator = compiled.at(index).comparator;
+    switch (comparator) {
+    case VelFilterTexts::Empty:
+        return cell.isNull();
+    case VelFilterTexts::NotEmpty:
+        return !cell.isNull();
+    case VelFilterTexts::GreaterOrEqual:
+    case VelFilterTexts::SmallerOrEqual:
+    case VelFilterTexts::Greater:
+    case VelFilterTexts::Smaller:
+    case VelFilterTexts::Equal:
+    case VelFilterTexts::NotEqual:
+        break;
+    default:
+        return false;
+    }
+
+    const ForCellType &entry = forCellType(index, cell.userType());
+    // A null cell of a numeric type is rare; Qt decides it.
+    if (entry.kind == CellKind::Generic || cell.isNull())
+        return compareCell(comparator, cell, conditions.at(index).value);
+
+    int s = 0;
+    switch (entry.kind) {
+    case CellKind::Signed:
+        s = sign(entry.cellType == QMetaType::Int
+                ? qlonglong(*static_cast<const int *>(cell.constData()))
+                : *static_cast<const qlonglong *>(cell.constData()),
+            entry.i);
+        break;
+    case CellKind::Unsigned:
+        s = sign(entry.cellType == QMetaType::UInt
+                ? qulonglong(*static_cast<const uint *>(cell.constData()))
+                : *static_cast<const qulonglong *>(cell.constData()),
+            entry.u);
+        break;
+    case CellKind::Boolean:
+        s = sign(qlonglong(*static_cast<const bool *>(cell.constData()) ? 1 : 0), entry.i);
+        break;
+    case CellKind::Real: {
+        const double d = *static_cast<const double *>(cell.constData());
+        if (d == entry.d) {
+            s = 0;
+        } else {
+            // Unequal doubles are ordered by Qt's numeric comparison, which
+            // is fuzzy (and may still say "same") and places NaN on its own.
+            if (comparator == VelFilterTexts::Equal)
+                return false;
+            if (comparator == VelFilterTexts::NotEqual)
+                return true;
+            return compareCell(comparator, cell, entry.converted);
+        }
+        break;
+    }
+    case CellKind::Generic:
+        break;
+    }
+    if (comparator == VelFilterTexts::Equal)
+        return s == 0;
+    if (comparator == VelFilterTexts::NotEqual)
+        return s != 0;
+    return orderingMatch(comparator, s);
+}
 
 void CMwSortFilterProxyModelPrivate::connectSource(QAbstractItemModel *model)
 {
@@ -235,7 +372,7 @@ bool CMwSortFilterProxyModelPrivate::acceptsRow(
             continue;
         const QVariant cell = source->data(source->index(row, col, parent), Qt::DisplayRole);
         const Compiled &c = compiled.at(i);
-        const bool match = compareCell(c.comparator, cell, conditions.at(i).value);
+        const bool match = matches(i, cell);
         if (c.isAnd)
             result = result && match;
         else

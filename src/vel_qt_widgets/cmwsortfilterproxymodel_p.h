@@ -5,6 +5,8 @@
 
 #include <QtCore/QPointer>
 
+#include <vector>
+
 class VEL_QT_WIDGETS_EXPORT CMwSortFilterProxyModelPrivate
 {
     Q_DECLARE_PUBLIC(CMwSortFilterProxyModel)
@@ -15,11 +17,41 @@ public:
 
     // What evaluation needs of a condition, decided once in setFilterRows
     // from the same static text tables the conditions are compared with.
+    // How a cell of one type is compared with a condition's value.
+    enum class CellKind {
+        Generic, // Qt's own comparison, conversions and all, for every row
+        Signed, // int and qlonglong cells against the value as a qlonglong
+        Unsigned, // uint and qulonglong cells against the value as a qulonglong
+        Boolean, // bool cells against the value as a bool
+        Real, // double cells against the value as a double
+    };
+
+    // The condition's value converted once to a cell type, so that each row
+    // does only the cell's side of the comparison.
+    struct ForCellType
+    {
+        int cellType = QMetaType::UnknownType;
+        CellKind kind = CellKind::Generic;
+        QVariant converted; // the value as that type (Real only)
+        qlonglong i = 0;
+        qulonglong u = 0;
+        double d = 0.0;
+    };
+
     struct Compiled
     {
         bool isAnd = false;
         int comparator = -1; // VelFilterTexts::Comparator, -1 for an unknown text
+        // Filled lazily, one entry for each cell type met; the value does not
+        // change for the condition's lifetime, so neither do the entries.
+        mutable std::vector<ForCellType> forCellTypes;
     };
+
+    // Finds (or makes) the entry of cell type type for condition index.
+    const ForCellType &forCellType(int index, int type) const;
+    // One condition against one cell: the same answer as Qt's QVariant
+    // comparison of cell with the condition's value.
+    bool matches(int index, const QVariant &cell) const;
 
     void connectSource(QAbstractItemModel *model);
     void disconnectSource(QAbstractItemModel *model);
