@@ -220,13 +220,12 @@ std::unique_ptr<UCollator, UCollatorCloser> icuCollator(const QCollator &collato
         return nullptr;
     ucol_setAttribute(icu.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &status);
     ucol_setAttribute(icu.get(), UCOL_STRENGTH,
-                      collator.caseSensitivity() == Qt::CaseSensitive ? UCOL_DEFAULT_STRENGTH
-                                                                      : UCOL_SECONDARY,
-                      &status);
-    ucol_setAttribute(icu.get(), UCOL_NUMERIC_COLLATION,
-                      collator.numericMode() ? UCOL_ON : UCOL_OFF, &status);
+        collator.caseSensitivity() == Qt::CaseSensitive ? UCOL_DEFAULT_STRENGTH : UCOL_SECONDARY,
+        &status);
+    ucol_setAttribute(
+        icu.get(), UCOL_NUMERIC_COLLATION, collator.numericMode() ? UCOL_ON : UCOL_OFF, &status);
     ucol_setAttribute(icu.get(), UCOL_ALTERNATE_HANDLING,
-                      collator.ignorePunctuation() ? UCOL_SHIFTED : UCOL_NON_IGNORABLE, &status);
+        collator.ignorePunctuation() ? UCOL_SHIFTED : UCOL_NON_IGNORABLE, &status);
     if (U_FAILURE(status))
         return nullptr;
     return icu;
@@ -250,8 +249,8 @@ inline bool hasZeroByte(quint64 v)
 // compared eight bytes at a time as integers: sorted by the first eight,
 // then each group that shares them by the next eight, and so on, so that no
 // comparison walks bytes one by one and most groups end after a word or two.
-bool orderByCollationKeys(const QVector<QString> &texts, const QCollator &collator,
-                          QVector<int> &order)
+bool orderByCollationKeys(
+    const QVector<QString> &texts, const QCollator &collator, QVector<int> &order)
 {
     const std::unique_ptr<UCollator, UCollatorCloser> icu = icuCollator(collator);
     if (!icu)
@@ -274,14 +273,14 @@ bool orderByCollationKeys(const QVector<QString> &texts, const QCollator &collat
         size_t room = 16 + 4 * static_cast<size_t>(text.size());
         bytes.resize(at + room);
         int length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
-                                     text.size(), bytes.data() + at, int(room));
+            text.size(), bytes.data() + at, int(room));
         if (length <= 0)
             return false;
         if (size_t(length) > room) {
             room = size_t(length);
             bytes.resize(at + room);
             length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
-                                     text.size(), bytes.data() + at, int(room));
+                text.size(), bytes.data() + at, int(room));
             if (length <= 0 || size_t(length) > room)
                 return false;
         }
@@ -307,17 +306,16 @@ bool orderByCollationKeys(const QVector<QString> &texts, const QCollator &collat
         size_t last;
         size_t depth;
     };
-    std::vector<Range> pending{{0, items.size(), 0}};
+    std::vector<Range> pending {{0, items.size(), 0}};
     while (!pending.empty()) {
         const Range range = pending.back();
         pending.pop_back();
         for (size_t i = range.first; i < range.last; ++i)
             items[i].word = wordAt(items[i].index, range.depth);
         std::sort(items.begin() + std::ptrdiff_t(range.first),
-                  items.begin() + std::ptrdiff_t(range.last),
-                  [](const KeyWord &a, const KeyWord &b) {
-                      return a.word < b.word || (a.word == b.word && a.index < b.index);
-                  });
+            items.begin() + std::ptrdiff_t(range.last), [](const KeyWord &a, const KeyWord &b) {
+                return a.word < b.word || (a.word == b.word && a.index < b.index);
+            });
         for (size_t i = range.first; i < range.last;) {
             size_t j = i + 1;
             while (j < range.last && items[j].word == items[i].word)
@@ -334,6 +332,8 @@ bool orderByCollationKeys(const QVector<QString> &texts, const QCollator &collat
     return true;
 }
 #endif
+
+int fallbackCount = 0;
 
 // Ranks of the strings in localeAwareCompare order; neighbours that compare
 // equal share a rank, as they would in a sort of the texts themselves.
@@ -367,11 +367,12 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
             return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
         });
     } else if (!ordered) {
-        vel::boundedMergeSort(order.data(), n,
-                              [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
+        vel::boundedMergeSort(
+            order.data(), n, [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
     }
     std::vector<bool> rises;
     if (!isLocaleOrdered(texts, order, rises)) {
+        ++fallbackCount;
         std::iota(order.begin(), order.end(), 0);
         vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
             return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
@@ -395,7 +396,7 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
 // True when the first texts among \a values (up to a thousand) are all
 // different: then texts are unlikely to repeat, and numbering the equal ones
 // by hashing would cost about as much as ordering them.
-template <typename Cells>
+template<typename Cells>
 bool textsLookUnique(const Cells &values)
 {
     QSet<QString> seen;
@@ -414,9 +415,9 @@ bool textsLookUnique(const Cells &values)
 
 // The values' keys in the statistics' order. \a textOf (if given) receives,
 // per position, the number of the distinct text there, -1 for other types.
-template <typename Cells>
-std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = nullptr,
-                                bool *textsNumberedOut = nullptr)
+template<typename Cells>
+std::vector<SortKey> sortedKeys(
+    const Cells &values, QVector<int> *textOfOut = nullptr, bool *textsNumberedOut = nullptr)
 {
     const int n = values.size();
     std::vector<SortKey> keys(static_cast<size_t>(n));
@@ -516,8 +517,7 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
 // begin. The first value is tested against itself, as the count has always
 // done (a lone NaN differs from itself).
 template<typename Cells, typename Visit>
-void walkDistinct(
-    const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf,
+void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf,
     bool textsNumbered, Visit visit)
 {
     QVariant previous;
@@ -541,9 +541,9 @@ void walkDistinct(
                                                                          : Equality::Different;
             } else {
                 known = *static_cast<const QString *>(v.constData())
-                                == *static_cast<const QString *>(previous.constData())
-                            ? Equality::Equal
-                            : Equality::Different;
+                        == *static_cast<const QString *>(previous.constData())
+                    ? Equality::Equal
+                    : Equality::Different;
             }
         }
         const bool differs
@@ -560,6 +560,8 @@ void walkDistinct(
 } // namespace
 
 namespace vel {
+
+int textOrderFallbacks() { return fallbackCount; }
 
 bool isStatisticsNumeric(const QVariant &value)
 {
@@ -823,15 +825,16 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
 
     qint64 n = 0;
     double sum = 0;
-    walkDistinct(values, keys, textOf, textsNumbered, [&](int, const QVariant &v, bool differs, bool first) {
-        if (first)
-            min = max = v.toDouble();
-        if (differs)
-            distinct += 1;
-        n += 1;
-        if (numeric)
-            accumulate(v.toDouble(), n, mean, sum, min, max);
-    });
+    walkDistinct(
+        values, keys, textOf, textsNumbered, [&](int, const QVariant &v, bool differs, bool first) {
+            if (first)
+                min = max = v.toDouble();
+            if (differs)
+                distinct += 1;
+            n += 1;
+            if (numeric)
+                accumulate(v.toDouble(), n, mean, sum, min, max);
+        });
     count = double(n);
     if (numeric)
         stdev = standardDeviation(sum, n);
