@@ -4,6 +4,8 @@
 #                      (without a display it writes one PNG per page)
 #   ./dev.sh test      install what is missing, build, run the whole test suite
 #   ./dev.sh asan      the same suite built with AddressSanitizer + UBSan
+#   ./dev.sh debs      build the Debian packages and try them in a clean
+#                      Debian 12 root (packaging/check-debs.sh; needs root)
 #   ./dev.sh deps      only install the Debian packages
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -12,6 +14,8 @@ PACKAGES=(
     build-essential cmake pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libicu-dev
     libbenchmark-dev fonts-dejavu-core doxygen
+    dpkg-dev file debootstrap
+    xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi
 )
 
 as_root() {
@@ -53,7 +57,10 @@ case "${1:-}" in
         install_missing
         build asan
         ctest --preset asan -j"$(njobs)" ;;
+    debs)
+        install_missing
+        exec ./packaging/check-debs.sh ;;
     *)
-        sed -n '2,7p' "$0" | sed 's/^# \{0,1\}//'
+        sed -n '2,9p' "$0" | sed 's/^# \{0,1\}//'
         exit 2 ;;
 esac

@@ -1,9 +1,13 @@
 #ifndef VEL_TESTS_GRID_TEST_SUPPORT_H
 #define VEL_TESTS_GRID_TEST_SUPPORT_H
 
+#include <QtCore/QAbstractItemModel>
+#include <QtCore/QPointer>
+#include <QtCore/QVector>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QTransform>
+#include <QtTest/QAbstractItemModelTester>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionHeader>
@@ -91,6 +95,20 @@ inline QRect darkPixels(const QImage &image, const QRect &area)
             if (image.rect().contains(x, y) && isDark(image.pixel(x, y)))
                 box |= QRect(x, y, 1, 1);
     return box;
+}
+
+// Qt's model tester in fatal mode on a model, for as long as the model
+// lives: the tester is the model's child. A model watched already is not
+// watched twice; null is ignored.
+inline QAbstractItemModelTester *watchModel(QAbstractItemModel *model)
+{
+    if (!model)
+        return nullptr;
+    if (auto *tester
+        = model->findChild<QAbstractItemModelTester *>(QString(), Qt::FindDirectChildrenOnly))
+        return tester;
+    return new QAbstractItemModelTester(
+        model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

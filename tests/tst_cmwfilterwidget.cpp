@@ -1,3 +1,4 @@
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwFilterWidget.h>
@@ -9,6 +10,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QTreeView>
 
 namespace {
 
@@ -84,6 +86,8 @@ struct Fixture
     {
         proxy.setSourceModel(model);
         editor.setRefModel(&proxy);
+        watchModel(model);
+        watchModel(&proxy);
     }
     ~Fixture() { delete model; }
 
@@ -135,6 +139,8 @@ private Q_SLOTS:
     void maximumHeight();
     void drivenAsAUser();
     void refModelGoneOrMissingColumns();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
 };
 
 void tst_CMwFilterWidget::construction()
@@ -871,6 +877,7 @@ void tst_CMwFilterWidget::refModelGoneOrMissingColumns()
     QSignalSpy changed(&f.editor, SIGNAL(filterChanged()));
     auto *proxy = new CMwSortFilterProxyModel;
     proxy->setSourceModel(f.model);
+    watchModel(proxy);
     Probe editor;
     editor.setRefModel(proxy);
     editor.defineFilter();
@@ -884,6 +891,85 @@ void tst_CMwFilterWidget::refModelGoneOrMissingColumns()
     editor.onActivateFilter(false);
     editor.addRow(-1);
     QCOMPARE(editor.rowCount(), 2);
+}
+
+void tst_CMwFilterWidget::modelsDeletedWhileShown_data()
+{
+    // Deleted in this order while the editor is shown with its filter on:
+    // "source" the table model, "proxy" the reference model.
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("source") << QStringList {"source"};
+    QTest::newRow("proxy") << QStringList {"proxy"};
+    QTest::newRow("source, proxy") << QStringList {"source", "proxy"};
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"};
+}
+
+void tst_CMwFilterWidget::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    QPointer<QStandardItemModel> source = makeModel(nullptr);
+    QPointer<CMwSortFilterProxyModel> proxy = new CMwSortFilterProxyModel;
+    proxy->setSourceModel(source);
+    watchModel(source);
+    watchModel(proxy);
+    QTreeView view;
+    view.setModel(proxy);
+    Probe editor;
+    editor.setRefModel(proxy);
+    QVERIFY(showAt(editor, 700, 200));
+    view.show();
+    editor.defineFilter();
+    editor.chooseColumn(0, "Count");
+    editor.picker(0, 3)->setCurrentIndex(GT);
+    editor.item(0, 4)->setText("5");
+    editor.onActivateFilter(true);
+    QCOMPARE(names(*proxy), QStringList({"c", "d"}));
+    editor.selectRow(0);
+    QTest::mouseMove(editor.viewport(), editor.visualItemRect(editor.item(0, 4)).center());
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("source"))
+            delete source.data();
+        else
+            delete proxy.data();
+        editor.repaint();
+        view.repaint();
+        QCoreApplication::processEvents();
+        if (proxy)
+            QCOMPARE(proxy->rowCount(), 0);
+    }
+
+    // The rows stay and can still be edited; only what needs the model is skipped.
+    QCOMPARE(editor.rowCount(), 2);
+    editor.item(0, 4)->setText("7");
+    editor.chooseColumn(1, "Name");
+    editor.onButtonDown();
+    editor.onButtonUp();
+    editor.onActivateFilter(false);
+    editor.onActivateFilter(true);
+    editor.onButtonRemove();
+    editor.resize(500, 150);
+    editor.repaint();
+    view.repaint();
+
+    // A new reference model takes the filter as usual.
+    QStandardItemModel *next = makeModel(&editor);
+    CMwSortFilterProxyModel nextProxy;
+    nextProxy.setSourceModel(next);
+    watchModel(next);
+    watchModel(&nextProxy);
+    editor.setRefModel(&nextProxy);
+    editor.onActivateFilter(false);
+    editor.clearSelection();
+    editor.setRowCount(0);
+    editor.defineFilter();
+    editor.chooseColumn(0, "Count");
+    editor.picker(0, 3)->setCurrentIndex(LT);
+    editor.item(0, 4)->setText("10");
+    editor.onActivateFilter(true);
+    QCOMPARE(names(nextProxy), QStringList({"a", "b"}));
+    delete proxy.data();
+    delete source.data();
 }
 
 VEL_TEST_MAIN(tst_CMwFilterWidget)

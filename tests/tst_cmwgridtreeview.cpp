@@ -57,6 +57,7 @@ struct Rig
         tree.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         tree.header()->setStretchLastSection(false);
         tree.setModel(model);
+        watchModel(model);
         for (int c = 0; c < model->columnCount(); ++c)
             tree.setColumnWidth(c, 80);
         tree.resize(400, 300);

@@ -1,8 +1,9 @@
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
-#include "grid_test_support.h"
+#include "grid_view_watch.h"
 #include "vel_test_main.h"
 
+#include <QtCore/QIdentityProxyModel>
 #include <QtCore/QTimer>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QAction>
@@ -40,6 +41,25 @@ QVector<QStringList> paths(const QStringList &joined)
         result.append(path.split(QLatin1Char('/')));
     return result;
 }
+
+// Passes a model on and supplies a ready-made horizontal header model
+// through the root's HorizontalHeaderModelRole.
+class SuppliedHeaderModel : public QIdentityProxyModel
+{
+    Q_OBJECT
+
+public:
+    using QIdentityProxyModel::QIdentityProxyModel;
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() && role == HorizontalHeaderModelRole)
+            return headerModel ? QVariant::fromValue<QObject *>(headerModel.data()) : QVariant();
+        return QIdentityProxyModel::data(index, role);
+    }
+
+    QPointer<QStandardItemModel> headerModel;
+};
 
 } // namespace
 
@@ -80,6 +100,9 @@ private Q_SLOTS:
     void updateControlRefreshesStatistics();
     void resizeButtonFitsContents();
     void statisticsGridLinesRunOn();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
+    void gridDeletedBeforeItsModel();
 
 private:
     static CMwGridTableModel *cities(QObject *parent);
@@ -294,6 +317,7 @@ void tst_CMwHierarchicalGridView::toolbarWiring()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QTableView *table = statistics(grid);
     auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
 
@@ -361,6 +385,7 @@ void tst_CMwHierarchicalGridView::headerDerivation()
     CMwGridTableModel model;
     model.setTable(paths(columns), {});
     grid.setModel(&model);
+    watchGrid(grid);
     auto *view = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QVERIFY(view->headerModel());
     QCOMPARE(view->headerModel()->parent(), &grid);
@@ -375,6 +400,7 @@ void tst_CMwHierarchicalGridView::headerPathNotAList()
     model.setHeaderData(2, Qt::Horizontal, QStringList{"A", "y"}, HeaderPathRole);
     CMwHierarchicalGridView grid;
     grid.setModel(&model);
+    watchGrid(grid);
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     // The text adds no cell, so "A/y" still joins the preceding branch, and
     // the third section has no leaf of its own.
@@ -386,6 +412,7 @@ void tst_CMwHierarchicalGridView::layoutChangeRebuilds()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QPointer<QAbstractItemModel> first = header->headerModel();
     QPointer<QAbstractItemModel> firstStatistics = statistics(grid)->model();
@@ -402,6 +429,7 @@ void tst_CMwHierarchicalGridView::repeatedSetModelReleasesOldObjects()
     CMwGridTableModel *a = cities(&grid);
     CMwGridTableModel *b = cities(&grid);
     grid.setModel(a);
+    watchGrid(grid);
     QPointer<QAbstractItemModel> firstProxy = grid.model();
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
     QPointer<QAbstractItemModel> firstHeaderModel = header->headerModel();
@@ -427,8 +455,10 @@ void tst_CMwHierarchicalGridView::nullModelIgnored()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QAbstractItemModel *proxy = grid.model();
     grid.setModel(nullptr);
+    watchGrid(grid);
     QCOMPARE(grid.model(), proxy);
 }
 
@@ -451,6 +481,7 @@ void tst_CMwHierarchicalGridView::missingChildren()
     QVERIFY(!grid.findChild<QWidget *>(name));
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     grid.show();
     grid.updateControl();
     grid.onShowColumn(1, false);
@@ -480,6 +511,7 @@ void tst_CMwHierarchicalGridView::statisticsFromModel()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QAbstractItemModel *stats = statistics(grid)->model();
     QVERIFY(qobject_cast<CMwStatisticsItemModel *>(stats));
     QCOMPARE(stats->parent(), &grid);
@@ -507,6 +539,7 @@ void tst_CMwHierarchicalGridView::statisticsWithoutRoles()
             model.setItem(row, column, new QStandardItem(QString::number(row)));
     CMwHierarchicalGridView grid;
     grid.setModel(&model);
+    watchGrid(grid);
     QAbstractItemModel *stats = statistics(grid)->model();
     QCOMPARE(stats->columnCount(), 2);
     for (int row = 0; row < 6; ++row)
@@ -525,6 +558,7 @@ void tst_CMwHierarchicalGridView::statisticsOverSelection()
                     {2, 4, QStringLiteral("12")},
                     {3, QVariant(), QStringLiteral("y")}});
     grid.setModel(&model);
+    watchGrid(grid);
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(2, 0)),
@@ -557,6 +591,7 @@ void tst_CMwHierarchicalGridView::selectionRevertsStatistics()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     QItemSelectionModel *selection = view->selectionModel();
@@ -590,6 +625,7 @@ void tst_CMwHierarchicalGridView::statisticsColumnSizeHint()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     body(grid)->setColumnWidth(1, 137);
     QAbstractItemModel *stats = statistics(grid)->model();
     QCOMPARE(stats->index(0, 1).data(Qt::SizeHintRole).toSize(), QSize(136, 0));
@@ -606,6 +642,7 @@ void tst_CMwHierarchicalGridView::hideAndShowColumnsThroughMenu()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
@@ -629,6 +666,7 @@ void tst_CMwHierarchicalGridView::resizeSectionsFollow()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QTableView *table = statistics(grid);
@@ -660,6 +698,7 @@ void tst_CMwHierarchicalGridView::scrollStatisticsScrollsBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 260, 300));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 200);
@@ -674,6 +713,7 @@ void tst_CMwHierarchicalGridView::sortByClickingHeader()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     QAbstractItemModel *proxy = grid.model();
@@ -698,6 +738,7 @@ void tst_CMwHierarchicalGridView::groupAndUngroupThroughMenu()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QVERIFY(connect(grid.horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
                     SLOT(groupByColumn(mw_int32))));
     QVERIFY(showAt(grid, 600, 400));
@@ -726,6 +767,7 @@ void tst_CMwHierarchicalGridView::filterThroughEditor()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 800, 500));
     auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
     action(grid, QStringLiteral("Define Filter"))->trigger();
@@ -751,6 +793,7 @@ void tst_CMwHierarchicalGridView::eventFilterHeights()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 700, 400));
     QTableView *table = statistics(grid);
     QScrollBar *bar = table->horizontalScrollBar();
@@ -781,6 +824,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     CMwGridTableModel deep;
     deep.setTable(paths({"L1/L2/a", "L1/L2/b"}), {{1, 2}});
     grid.setModel(&flat);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 500, 400));
     QHeaderView *header = grid.horizontalHeader();
     auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
@@ -789,6 +833,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     QTRY_COMPARE(button->height(), one);
 
     grid.setModel(&deep);
+    watchGrid(grid);
     // Three caption levels on the leaf's path.
     QTRY_VERIFY(header->height() > 2 * one);
     QCOMPARE(button->maximumHeight(), header->height());
@@ -797,6 +842,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
              grid.verticalHeader()->mapTo(&grid, QPoint(0, 0)).y());
 
     grid.setModel(&flat);
+    watchGrid(grid);
     QTRY_COMPARE(header->height(), one);
     QTRY_COMPARE(button->height(), one);
 }
@@ -805,6 +851,7 @@ void tst_CMwHierarchicalGridView::rowHeightsFollowBody()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 500, 400));
     const int row = body(grid)->sizeHintForRow(0);
     QVERIFY(row > 0);
@@ -827,6 +874,7 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 420));
     QHeaderView *header = grid.horizontalHeader();
     header->resizeSection(1, 90);
@@ -905,6 +953,7 @@ void tst_CMwHierarchicalGridView::rowNumbersScrollWithBody()
         records.append(QVector<QVariant>{i});
     model.setTable(paths({"N"}), records);
     grid.setModel(&model);
+    watchGrid(grid);
     QVERIFY(showAt(grid, 300, 300));
     QScrollBar *bar = body(grid)->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 100);
@@ -916,6 +965,7 @@ void tst_CMwHierarchicalGridView::updateControlRefreshesStatistics()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QSignalSpy geometries(statistics(grid)->horizontalHeader(), SIGNAL(geometriesChanged()));
     grid.updateControl();
     QCOMPARE(geometries.count(), 1);
@@ -928,6 +978,7 @@ void tst_CMwHierarchicalGridView::resizeButtonFitsContents()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     QHeaderView *header = grid.horizontalHeader();
     // What fitting to the contents gives (header captions and cells alike).
@@ -954,6 +1005,7 @@ void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
+    watchGrid(grid);
     QVERIFY(showAt(grid, 600, 400));
     for (int column = 0; column < 3; ++column)
         grid.horizontalHeader()->resizeSection(column, 60);
@@ -984,6 +1036,190 @@ void tst_CMwHierarchicalGridView::statisticsGridLinesRunOn()
     QCOMPARE(QColor(image.pixel(firstX, 0)), line);
     QCOMPARE(QColor(image.pixel(firstX + 10, 0)), line);
     QCOMPARE(QColor(image.pixel(firstX, table->rowViewportPosition(1))), base);
+}
+
+void tst_CMwHierarchicalGridView::modelsDeletedWhileShown_data()
+{
+    // What is deleted, in this order, while the grid is shown, with rows
+    // selected, the filter on and the mouse over the body: "source" is the
+    // model handed to setModel(), "proxy" the grid's model(), "header" the
+    // header model the source supplies through HorizontalHeaderModelRole.
+    QTest::addColumn<QStringList>("order");
+    QTest::addColumn<bool>("grouped"); // rows grouped by City and expanded before
+    QTest::newRow("source") << QStringList {"source"} << false;
+    QTest::newRow("proxy") << QStringList {"proxy"} << false;
+    QTest::newRow("header") << QStringList {"header"} << false;
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"} << false;
+    QTest::newRow("header, source") << QStringList {"header", "source"} << false;
+    QTest::newRow("source, header") << QStringList {"source", "header"} << false;
+    QTest::newRow("header, proxy, source") << QStringList {"header", "proxy", "source"} << false;
+    QTest::newRow("grouped: source") << QStringList {"source"} << true;
+    QTest::newRow("grouped: proxy, source") << QStringList {"proxy", "source"} << true;
+}
+
+void tst_CMwHierarchicalGridView::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    QFETCH(bool, grouped);
+    CMwHierarchicalGridView grid;
+    QPointer<SuppliedHeaderModel> source = new SuppliedHeaderModel;
+    CMwGridTableModel *table = cities(source);
+    source->setSourceModel(table);
+    QPointer<QStandardItemModel> supplied = new QStandardItemModel(1, 3);
+    source->headerModel = supplied;
+    watchModel(table);
+    watchModel(source);
+    watchModel(supplied);
+    grid.setModel(source);
+    watchGrid(grid);
+    QPointer<QAbstractItemModel> proxy = grid.model();
+    watchModel(proxy);
+    QVERIFY(showAt(grid, 700, 400));
+
+    // Filter City Is Not Equal Bergen switched on: three rows.
+    auto *filter = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+    action(grid, QStringLiteral("Define Filter"))->trigger();
+    auto *column = qobject_cast<QComboBox *>(filter->cellWidget(0, 2));
+    column->setCurrentIndex(column->findText(QStringLiteral("Place / City")));
+    auto *comparator = qobject_cast<QComboBox *>(filter->cellWidget(0, 3));
+    comparator->setCurrentIndex(comparator->findText(QStringLiteral("Is Not Equal")));
+    filter->item(0, 4)->setText(QStringLiteral("Bergen"));
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    QCOMPARE(proxy->rowCount(), 3);
+
+    // Two rows selected: statistics over the selection.
+    CMwGridTreeView *view = body(grid);
+    view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(1, 0)),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 2.0);
+    auto *header = qobject_cast<CMwHierarchicalHeaderView *>(grid.horizontalHeader());
+    watchModel(header->headerModel());
+    watchModel(grid.verticalHeader()->model());
+    watchModel(statistics(grid)->model());
+    QTest::mouseMove(view->viewport(), view->visualRect(proxy->index(1, 1)).center());
+    const int numbered = grid.verticalHeader()->count();
+    QVERIFY(numbered > 0);
+    if (grouped) {
+        // Filter off: the groups' records are all shown.
+        action(grid, QStringLiteral("Use Filter"))->trigger();
+        table->groupByColumn(0);
+        view->expandAll();
+        QCOMPARE(proxy->rowCount(), 3);
+        QCOMPARE(proxy->rowCount(proxy->index(1, 0)), 2);
+        view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(1, 0)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        watchModel(header->headerModel());
+        watchModel(grid.verticalHeader()->model());
+        watchModel(statistics(grid)->model());
+    }
+    grid.repaint();
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("source"))
+            delete source.data();
+        else if (what == QLatin1String("proxy"))
+            delete proxy.data();
+        else
+            delete supplied.data();
+        // Painted at once and after the event loop has run.
+        grid.repaint();
+        QVERIFY(!grid.grab().isNull());
+        QCoreApplication::processEvents();
+        grid.repaint();
+    }
+
+    const bool empty
+        = order.contains(QLatin1String("source")) || order.contains(QLatin1String("proxy"));
+    if (empty) {
+        // As before the first model: nothing shown, nothing left behind.
+        QVERIFY(!proxy);
+        QVERIFY(!grid.model());
+        QVERIFY(!view->model());
+        QCOMPARE(header->count(), 0);
+        QVERIFY(!header->headerModel());
+        QCOMPARE(grid.verticalHeader()->count(), 0);
+        QVERIFY(!statistics(grid)->model());
+        QCOMPARE(grid.findChildren<CMwSortFilterProxyModel *>().size(), 0);
+        QCOMPARE(
+            grid.findChildren<QStandardItemModel *>(QString(), Qt::FindDirectChildrenOnly).size(),
+            0);
+    } else {
+        // The grid derives its own header model: a supplied one going away
+        // changes nothing.
+        QCOMPARE(proxy->rowCount(), 3);
+        QCOMPARE(describe(header->headerModel()), QStringLiteral("Place(City) Data(Value Note)"));
+        QCOMPARE(grid.verticalHeader()->count(), numbered);
+    }
+
+    // Still usable: hover, click, resize, the filter editor, the header menu.
+    QTest::mouseMove(view->viewport(), QPoint(20, 10));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 10));
+    QTest::mouseMove(grid.verticalHeader()->viewport(), QPoint(5, 5));
+    grid.resize(500, 300);
+    QCoreApplication::processEvents();
+    grid.repaint();
+    column = qobject_cast<QComboBox *>(filter->cellWidget(1, 2));
+    column->setCurrentIndex(0);
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    action(grid, QStringLiteral("Use Filter"))->trigger();
+    grid.onResizeToContents();
+    grid.onDataChanged();
+    grid.updateControl();
+    grid.repaint();
+
+    // A fresh model is shown as usual.
+    CMwGridTableModel *fresh = cities(&grid);
+    watchModel(fresh);
+    grid.setModel(fresh);
+    watchGrid(grid);
+    watchModel(grid.model());
+    watchModel(header->headerModel());
+    watchModel(grid.verticalHeader()->model());
+    watchModel(statistics(grid)->model());
+    QCoreApplication::processEvents();
+    grid.repaint();
+    QCOMPARE(grid.model()->rowCount(), 4);
+    QCOMPARE(grid.verticalHeader()->count(), 4);
+    QCOMPARE(describe(header->headerModel()), QStringLiteral("Place(City) Data(Value Note)"));
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 4.0);
+    view->selectionModel()->select(
+        QItemSelection(grid.model()->index(1, 0), grid.model()->index(2, 0)),
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(statistics(grid)->model()->index(0, 1).data().toDouble(), 2.0);
+    QCOMPARE(grid.findChildren<CMwSortFilterProxyModel *>().size(), 1);
+    delete source.data();
+    delete supplied.data();
+}
+
+void tst_CMwHierarchicalGridView::gridDeletedBeforeItsModel()
+{
+    // The grid goes first: the model outlives it and stays usable.
+    CMwGridTableModel *model = cities(nullptr);
+    watchModel(model);
+    QPointer<QAbstractItemModel> statisticsModel;
+    // Another view of the grid's statistics, outliving the grid.
+    QTableView outside;
+    {
+        CMwHierarchicalGridView grid;
+        grid.setModel(model);
+        QVERIFY(showAt(grid, 600, 300));
+        body(grid)->selectionModel()->select(
+            QItemSelection(grid.model()->index(0, 0), grid.model()->index(2, 0)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        statisticsModel = statistics(grid)->model();
+        QVERIFY(statisticsModel);
+        watchModel(statisticsModel);
+        outside.setModel(statisticsModel);
+        QVERIFY(showAt(outside, 300, 200));
+        QCOMPARE(outside.model()->index(0, 1).data(Qt::SizeHintRole).toSize(),
+            QSize(grid.columnWidth(1) - 1, 0));
+    }
+    QVERIFY(!statisticsModel);
+    QVERIFY(!outside.model());
+    outside.repaint();
+    QCOMPARE(model->rowCount(), 4);
+    emit model->layoutChanged();
+    delete model;
 }
 
 VEL_TEST_MAIN(tst_CMwHierarchicalGridView)

@@ -6,6 +6,7 @@
 
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
 #include <functional>
@@ -175,6 +176,8 @@ private Q_SLOTS:
     void cacheMatchesWalk();
     void cacheFollowsChanges();
     void cachedPaintingMatchesWalk();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
 
 private:
     // Runs the context menu at pos and clicks the action with text choice
@@ -794,6 +797,7 @@ void tst_CMwHierarchicalHeaderView::groupBySortsModel()
     CMwHierarchicalHeaderView header(Qt::Horizontal);
     header.setStretchLastSection(false);
     header.setModel(&items);
+    watchModel(&items);
     header.resizeSection(0, 60);
     header.resizeSection(1, 60);
     QVERIFY(showAt(header, 200, 30));
@@ -984,6 +988,8 @@ void tst_CMwHierarchicalHeaderView::cacheFollowsChanges()
     header.setModel(&items);
     QStandardItemModel *cells = buildHeaderModel(irregularTree(), &header);
     header.setHeaderModel(cells);
+    watchModel(&items);
+    watchModel(cells);
     CMwHierarchicalHeaderViewPrivate *d = header.priv();
     compareWithWalk(header);
     QCOMPARE(d->leafForSection(5).data().toString(), QString("L1"));
@@ -1009,6 +1015,7 @@ void tst_CMwHierarchicalHeaderView::cacheFollowsChanges()
     compareWithWalk(header);
     QStandardItemModel *other = buildHeaderModel({leaf("x"), group("Y", {leaf("y")})}, &header);
     header.setHeaderModel(other);
+    watchModel(other);
     QCOMPARE(d->leafForSection(1).data().toString(), QString("y"));
     compareWithWalk(header);
     delete other;
@@ -1041,6 +1048,104 @@ void tst_CMwHierarchicalHeaderView::cachedPaintingMatchesWalk()
     QCOMPARE(cached, walked);
     // The drawing is not empty: the widest top cell spans several sections.
     QVERIFY(!darkPixels(cached, cached.rect()).isEmpty());
+}
+
+void tst_CMwHierarchicalHeaderView::modelsDeletedWhileShown_data()
+{
+    // Deleted in this order while a table shows both headers: "horizontal"
+    // and "vertical" the header models supplied through the item model's
+    // roles, "items" the item model itself.
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("horizontal") << QStringList {"horizontal"};
+    QTest::newRow("vertical") << QStringList {"vertical"};
+    QTest::newRow("items") << QStringList {"items"};
+    QTest::newRow("horizontal, vertical, items") << QStringList {"horizontal", "vertical", "items"};
+    QTest::newRow("items, horizontal, vertical") << QStringList {"items", "horizontal", "vertical"};
+    QTest::newRow("vertical, items, horizontal") << QStringList {"vertical", "items", "horizontal"};
+}
+
+void tst_CMwHierarchicalHeaderView::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    QPointer<SupplyingModel> items = new SupplyingModel(3, 3);
+    QPointer<QStandardItemModel> horizontal
+        = buildHeaderModel({group("A", {leaf("x"), leaf("y")}), leaf("z")}, nullptr);
+    QPointer<QStandardItemModel> vertical
+        = buildHeaderModel({leaf("r0"), group("B", {leaf("r1"), leaf("r2")})}, nullptr);
+    items->horizontal = horizontal;
+    items->vertical = vertical;
+    watchModel(items);
+    watchModel(horizontal);
+    watchModel(vertical);
+
+    QTableView table;
+    auto *top = new TestHeader(Qt::Horizontal);
+    auto *side = new TestHeader(Qt::Vertical);
+    table.setHorizontalHeader(top);
+    table.setVerticalHeader(side);
+    table.setModel(items);
+    QCOMPARE(top->headerModel(), horizontal.data());
+    QCOMPARE(side->headerModel(), vertical.data());
+    QVERIFY(showAt(table, 300, 200));
+    table.selectRow(1);
+    QTest::mouseMove(top->viewport(), QPoint(top->sectionViewportPosition(1) + 3, 3));
+    QTest::mouseMove(side->viewport(), QPoint(3, side->sectionViewportPosition(2) + 3));
+    const QSize groupedTop = top->sectionSizeFromContents(0);
+    table.repaint();
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("horizontal"))
+            delete horizontal.data();
+        else if (what == QLatin1String("vertical"))
+            delete vertical.data();
+        else
+            delete items.data();
+        // Painted, measured and resized at once and after the event loop ran.
+        table.repaint();
+        for (TestHeader *header : {top, side}) {
+            for (int section = 0; section < header->count(); ++section)
+                header->sectionSizeFromContents(section);
+            header->resizeSections(QHeaderView::ResizeToContents);
+            header->resizeSection(0, 40);
+        }
+        QVERIFY(!table.grab().isNull());
+        QCoreApplication::processEvents();
+        table.repaint();
+        QTest::mouseMove(top->viewport(), QPoint(5, 3));
+        QTest::mouseClick(top->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 3));
+    }
+    // Without its header model a header falls back to the plain one.
+    if (!horizontal)
+        QVERIFY(!top->headerModel());
+    if (!vertical)
+        QVERIFY(!side->headerModel());
+    if (!items) {
+        QCOMPARE(top->count(), 0);
+        QCOMPARE(side->count(), 0);
+    } else if (!horizontal) {
+        QCOMPARE(top->count(), 3);
+        QVERIFY(top->sectionSizeFromContents(0).height() < groupedTop.height());
+    }
+    table.resize(200, 150);
+    table.repaint();
+
+    // A new item model with its own header model is shown as usual.
+    SupplyingModel next(2, 2);
+    QStandardItemModel nextHeader;
+    nextHeader.setItem(0, 0, new QStandardItem(QStringLiteral("p")));
+    nextHeader.setItem(0, 1, new QStandardItem(QStringLiteral("q")));
+    next.horizontal = &nextHeader;
+    watchModel(&next);
+    watchModel(&nextHeader);
+    table.setModel(&next);
+    QCOMPARE(top->headerModel(), &nextHeader);
+    QCOMPARE(top->count(), 2);
+    QCOMPARE(side->count(), 2);
+    table.repaint();
+    table.setModel(nullptr);
+    delete items.data();
+    delete horizontal.data();
+    delete vertical.data();
 }
 
 VEL_TEST_MAIN(tst_CMwHierarchicalHeaderView)

@@ -1,3 +1,4 @@
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
@@ -7,6 +8,7 @@
 #include <QtGui/QColor>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtWidgets/QTreeView>
 
 namespace {
 
@@ -115,6 +117,7 @@ private Q_SLOTS:
     void silentHeaderChangeSeenByNextPass();
     void modelTester();
     void sourceReplacedOrDeleted();
+    void sourceDeletedUnderAView();
     void groupRowsPassThroughTheirRecords();
     void tenThousandConditions();
     void everyVariantType_data();
@@ -126,6 +129,8 @@ void tst_CMwSortFilterProxyModel::emptyListAcceptsAll()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     QCOMPARE(proxy.rowCount(), 4);
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GT), "100")});
     QCOMPARE(proxy.rowCount(), 0);
@@ -140,6 +145,8 @@ void tst_CMwSortFilterProxyModel::unknownColumnsAreSkipped()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     // Only unknown columns: nothing narrows the initial true.
     proxy.setFilterRows({cond(opAnd(), "Nope", cmp(GT), "100"), cond(opAnd(), "count", cmp(EQ), "1")});
     QCOMPARE(names(proxy), QStringList({"a", "b", "c", "d"}));
@@ -171,6 +178,8 @@ void tst_CMwSortFilterProxyModel::singleCondition()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     proxy.setFilterRows({cond(isAnd ? opAnd() : opOr(), "Count", cmp(comparator), value)});
     QCOMPARE(names(proxy), expected);
     delete model;
@@ -207,6 +216,8 @@ void tst_CMwSortFilterProxyModel::fold()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     Filter filter;
     for (int i = 0; i < ops.size(); ++i)
         filter.append(cond(ops.at(i) == "AND" ? opAnd() : opOr(), "Count", cmp(comparators.at(i)), values.at(i)));
@@ -217,6 +228,7 @@ void tst_CMwSortFilterProxyModel::fold()
 
 void tst_CMwSortFilterProxyModel::everyConditionIsEvaluated()
 {
+    // Not watched by a model tester: its data() calls would be counted too.
     CountingModel model(3, 2);
     model.setHorizontalHeaderLabels({"A", "B"});
     for (int r = 0; r < 3; ++r)
@@ -265,6 +277,8 @@ void tst_CMwSortFilterProxyModel::comparators()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     proxy.setFilterRows({cond(opAnd(), column, cmp(comparator), value)});
     QCOMPARE(names(proxy), expected);
     delete model;
@@ -309,6 +323,8 @@ void tst_CMwSortFilterProxyModel::qt5Ordering()
     QCOMPARE(model.index(0, 0).data(), cell);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
+    watchModel(&proxy);
+    watchModel(&model);
     for (int c = GE; c <= NE; ++c) {
         proxy.setFilterRows({cond(opAnd(), "C", cmp(c), value)});
         QVERIFY2(proxy.filterAcceptsRow(0, QModelIndex()) == expected.at(c), qPrintable(cmp(c)));
@@ -321,6 +337,8 @@ void tst_CMwSortFilterProxyModel::unknownTextsAndShortRows()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     // An unknown comparator never matches: with AND it removes every row.
     proxy.setFilterRows({cond(opAnd(), "Count", "Is Bigger", "0")});
     QCOMPARE(proxy.rowCount(), 0);
@@ -350,6 +368,8 @@ void tst_CMwSortFilterProxyModel::setFilterRowsInvalidatesAtOnce()
     CMwSortFilterProxyModel proxy;
     proxy.setDynamicSortFilter(false);
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     proxy.sort(1, Qt::DescendingOrder);
     QCOMPARE(names(proxy), QStringList({"d", "c", "b", "a"}));
     // Without dynamic sorting the proxy keeps its stale order and rows...
@@ -393,6 +413,8 @@ void tst_CMwSortFilterProxyModel::columnLookup()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     QCOMPARE(proxy.sourceColumnFromName("Name"), 0);
     QCOMPARE(proxy.sourceColumnFromName("Note"), 3);
     QCOMPARE(proxy.sourceColumnFromName("note"), -1);
@@ -418,6 +440,8 @@ void tst_CMwSortFilterProxyModel::headerRenameIsSeen()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     proxy.setFilterRows({cond(opAnd(), "Amount", cmp(GT), "5")});
     QCOMPARE(proxy.rowCount(), 4); // no such column yet
     // Rename Count to Amount: a changed row is evaluated with the new name...
@@ -453,6 +477,8 @@ void tst_CMwSortFilterProxyModel::silentHeaderChangeSeenByNextPass()
     model.setHorizontalHeaderItem(0, new QStandardItem("First"));
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
+    watchModel(&proxy);
+    watchModel(&model);
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "1")});
     QCOMPARE(proxy.rowCount(), 2);
     model.secondHeader = QStringLiteral("Other");
@@ -469,6 +495,8 @@ void tst_CMwSortFilterProxyModel::modelTester()
     CMwSortFilterProxyModel proxy;
     proxy.setDynamicSortFilter(true);
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
 
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5")});
@@ -505,6 +533,8 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
     CMwSortFilterProxyModel proxy;
     QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
     proxy.setSourceModel(first);
+    watchModel(&proxy);
+    watchModel(first);
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GT), "5")});
     QCOMPARE(proxy.rowCount(), 2);
 
@@ -516,6 +546,8 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
         second.setData(second.index(r, 1), QString(QChar('p' + r)));
     }
     proxy.setSourceModel(&second);
+    watchModel(&proxy);
+    watchModel(&second);
     QCOMPARE(proxy.rowCount(), 1);
     QCOMPARE(proxy.index(0, 1).data(), QVariant("r"));
     // Signals of the old model no longer reach the proxy.
@@ -524,6 +556,8 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
     first->setHeaderData(1, Qt::Horizontal, "Count");
 
     proxy.setSourceModel(first);
+    watchModel(&proxy);
+    watchModel(first);
     QCOMPARE(proxy.rowCount(), 2);
     delete first; // while the filter is active
     QCOMPARE(proxy.rowCount(), 0);
@@ -531,8 +565,51 @@ void tst_CMwSortFilterProxyModel::sourceReplacedOrDeleted()
     QCOMPARE(proxy.sourceColumnFromName("Count"), -1);
     QVERIFY(proxy.filterAcceptsRow(0, QModelIndex()));
     proxy.setSourceModel(&second);
+    watchModel(&proxy);
+    watchModel(&second);
     QCOMPARE(proxy.rowCount(), 1);
     proxy.setSourceModel(nullptr);
+    QCOMPARE(proxy.rowCount(), 0);
+}
+
+void tst_CMwSortFilterProxyModel::sourceDeletedUnderAView()
+{
+    QStandardItemModel *model = makeModel(nullptr);
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(model);
+    watchModel(model);
+    watchModel(&proxy);
+    proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5")});
+    proxy.sort(0, Qt::DescendingOrder);
+    QTreeView view;
+    view.setModel(&proxy);
+    view.selectionModel()->select(
+        QItemSelection(proxy.index(0, 0), proxy.index(1, 3)), QItemSelectionModel::Select);
+    view.setCurrentIndex(proxy.index(2, 1));
+    QVERIFY(showAt(view, 300, 200));
+    const QPersistentModelIndex held = proxy.index(1, 2);
+    QCOMPARE(held.data(), QVariant(10.0));
+    QSignalSpy reset(&proxy, SIGNAL(modelReset()));
+
+    delete model;
+    // Told at once, so that the view drops its items before it paints.
+    QCOMPARE(reset.count(), 1);
+    QCOMPARE(proxy.rowCount(), 0);
+    QCOMPARE(proxy.columnCount(), 0);
+    QVERIFY(!held.isValid());
+    QVERIFY(!proxy.sourceModel());
+    view.repaint();
+    QVERIFY(!view.grab().isNull());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
+    QVERIFY(!view.currentIndex().isValid());
+
+    // A new source works as before, filter and sort included.
+    QStandardItemModel *next = makeModel(nullptr);
+    watchModel(next);
+    proxy.setSourceModel(next);
+    QCOMPARE(names(proxy), QStringList({"d", "c", "b"}));
+    view.repaint();
+    delete next;
     QCOMPARE(proxy.rowCount(), 0);
 }
 
@@ -588,6 +665,8 @@ void tst_CMwSortFilterProxyModel::tenThousandConditions()
     QStandardItemModel *model = makeModel(this);
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(model);
+    watchModel(&proxy);
+    watchModel(model);
     Filter filter;
     for (int i = 0; i < 10000; ++i) {
         if (i % 3 == 0)
@@ -646,6 +725,8 @@ void tst_CMwSortFilterProxyModel::everyVariantType()
     QStandardItemModel model(1, 1);
     model.setHorizontalHeaderLabels({"C"});
     model.setData(model.index(0, 0), cell);
+    // Not watched by a model tester: display data that is no text (a list,
+    // a map, a size) is what the test is about, and the tester refuses it.
     CMwSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
     const QVariant stored = model.index(0, 0).data();

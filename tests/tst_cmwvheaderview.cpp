@@ -1,6 +1,7 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
 #include <QtTest/QAbstractItemModelTester>
@@ -42,6 +43,8 @@ struct Rig
         tree->setModel(model);
         header->setTreeView(tree);
         header->setModel(model);
+        watchModel(model);
+        watchModel(header->model());
         header->setDefaultSectionSize(tree->sizeHintForRow(0) > 0 ? tree->sizeHintForRow(0) : 20);
         QObject::connect(tree->verticalScrollBar(), SIGNAL(valueChanged(int)), header,
                          SLOT(setOffset(int)));
@@ -95,6 +98,8 @@ private Q_SLOTS:
     void wrapperForwards();
     void wrapperModelTester();
     void wrapperResetsOnEveryShapeChange();
+    void modelsDeletedWhileShown_data();
+    void modelsDeletedWhileShown();
 };
 
 void tst_CMwVHeaderView::rowKShowsK()
@@ -288,6 +293,9 @@ void tst_CMwVHeaderView::newWrapperOnEverySetModel()
     fillNumbered(second, 7);
     CMwVHeaderView header(Qt::Vertical);
     header.setModel(&first);
+    watchModel(&first);
+    watchModel(&second);
+    watchModel(header.model());
     QPointer<CMwVHeaderViewModel> wrapper = qobject_cast<CMwVHeaderViewModel *>(header.model());
     QVERIFY(wrapper);
     QCOMPARE(wrapper->parent(), &header);
@@ -295,6 +303,7 @@ void tst_CMwVHeaderView::newWrapperOnEverySetModel()
     QCOMPARE(header.count(), 4);
 
     header.setModel(&second);
+    watchModel(header.model());
     auto *next = qobject_cast<CMwVHeaderViewModel *>(header.model());
     QVERIFY(next);
     QVERIFY(next != wrapper.data());
@@ -336,6 +345,8 @@ void tst_CMwVHeaderView::wrapperForwards()
     QCOMPARE(wrapper.columnCount(), 0);
     QVERIFY(!wrapper.headerData(1, Qt::Horizontal).isValid());
     wrapper.setSourceModel(&source);
+    watchModel(&wrapper);
+    watchModel(&source);
     QCOMPARE(wrapper.rowCount(), 5);
     QCOMPARE(wrapper.columnCount(), 2);
     QCOMPARE(wrapper.index(3, 0).data().toString(), QString("row 3"));
@@ -360,6 +371,8 @@ void tst_CMwVHeaderView::wrapperModelTester()
     CMwVHeaderViewModel wrapper;
     QAbstractItemModelTester tester(&wrapper, QAbstractItemModelTester::FailureReportingMode::QtTest);
     wrapper.setSourceModel(source);
+    watchModel(&wrapper);
+    watchModel(source);
     QCOMPARE(wrapper.rowCount(), 5);
 
     auto *extra = new QStandardItem("extra");
@@ -396,6 +409,8 @@ void tst_CMwVHeaderView::wrapperResetsOnEveryShapeChange()
     fillNumbered(source, 3);
     CMwVHeaderViewModel wrapper;
     wrapper.setSourceModel(&source);
+    watchModel(&wrapper);
+    watchModel(&source);
     QSignalSpy aboutToReset(&wrapper, &QAbstractItemModel::modelAboutToBeReset);
     QSignalSpy reset(&wrapper, &QAbstractItemModel::modelReset);
 
@@ -409,6 +424,75 @@ void tst_CMwVHeaderView::wrapperResetsOnEveryShapeChange()
     source.sort(0, Qt::DescendingOrder);
     QCOMPARE(reset.count(), 4);
     QCOMPARE(aboutToReset.count(), reset.count());
+}
+
+void tst_CMwVHeaderView::modelsDeletedWhileShown_data()
+{
+    // Deleted in this order while shown: "source" the numbered model,
+    // "proxy" the filter proxy that tree and header show, as in the grid.
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("source") << QStringList {"source"};
+    QTest::newRow("proxy") << QStringList {"proxy"};
+    QTest::newRow("source, proxy") << QStringList {"source", "proxy"};
+    QTest::newRow("proxy, source") << QStringList {"proxy", "source"};
+}
+
+void tst_CMwVHeaderView::modelsDeletedWhileShown()
+{
+    QFETCH(QStringList, order);
+    QPointer<QStandardItemModel> source = new QStandardItemModel;
+    fillNumbered(*source, 6);
+    QPointer<CMwSortFilterProxyModel> proxy = new CMwSortFilterProxyModel;
+    proxy->setSourceModel(source);
+    watchModel(source);
+    watchModel(proxy);
+    Rig rig(proxy);
+    watchModel(rig.header->model());
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.window));
+    rig.tree->selectionModel()->select(QItemSelection(proxy->index(1, 0), proxy->index(3, 1)),
+                                       QItemSelectionModel::Select);
+    QTest::mouseMove(rig.header->viewport(), QPoint(5, 5));
+    QTest::mouseMove(rig.tree->viewport(), QPoint(20, 5));
+    rig.render();
+    const int rowHeight = rig.tree->sizeHintForRow(0);
+    QCOMPARE(rig.textAt(rowHeight / 2), QStringLiteral("1"));
+    QCOMPARE(rig.header->count(), 6);
+
+    for (const QString &what : order) {
+        if (what == QLatin1String("source"))
+            delete source.data();
+        else
+            delete proxy.data();
+        rig.window.repaint();
+        rig.render();
+        QCoreApplication::processEvents();
+        rig.window.repaint();
+        // No rows left to number: blank cells only.
+        QCOMPARE(rig.header->count(), 0);
+        const auto cells = rig.style.callsOf(QStyle::CE_Header);
+        QVERIFY(!cells.isEmpty());
+        for (const auto &cell : cells)
+            QCOMPARE(cell.text, QString());
+        QTest::mouseMove(rig.header->viewport(), QPoint(5, 25));
+        QTest::mouseClick(rig.tree->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 5));
+    }
+    rig.window.resize(200, 150);
+    rig.window.repaint();
+
+    // Shown again with a new model, the numbers come back.
+    QStandardItemModel next;
+    fillNumbered(next, 3, 10);
+    watchModel(&next);
+    rig.tree->setModel(&next);
+    rig.header->setModel(&next);
+    watchModel(rig.header->model());
+    rig.render();
+    QCOMPARE(rig.header->count(), 3);
+    QCOMPARE(rig.textAt(rowHeight / 2), QStringLiteral("11"));
+    rig.tree->setModel(nullptr);
+    rig.header->setModel(nullptr);
+    delete proxy.data();
+    delete source.data();
 }
 
 VEL_TEST_MAIN(tst_CMwVHeaderView)

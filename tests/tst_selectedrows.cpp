@@ -6,6 +6,7 @@
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
 #include "cmwselectedrows_p.h"
+#include "grid_view_watch.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QRandomGenerator>
@@ -228,19 +229,26 @@ void tst_SelectedRows::matchesSelectedRows()
     QAbstractItemModel *model = nullptr;
     if (setup == QLatin1String("plain")) {
         model = tree(&owner, 5);
+        watchModel(model);
     } else if (setup == QLatin1String("otherProxy")) {
         auto *proxy = new QSortFilterProxyModel(&owner);
         proxy->setSourceModel(table(&owner, 50, 6));
+        watchModel(proxy);
+        watchModel(proxy->sourceModel());
         proxy->sort(1, Qt::AscendingOrder);
         model = proxy;
     } else {
         auto *proxy = new CMwSortFilterProxyModel(&owner);
         if (setup == QLatin1String("tree")) {
             proxy->setSourceModel(tree(&owner, 7));
+            watchModel(proxy);
+            watchModel(proxy->sourceModel());
             proxy->sort(1, Qt::DescendingOrder);
         } else {
             CMwGridTableModel *source = table(&owner, 60, 8);
             proxy->setSourceModel(source);
+            watchModel(proxy);
+            watchModel(source);
             if (setup == QLatin1String("sorted"))
                 proxy->sort(2, Qt::DescendingOrder);
             if (setup == QLatin1String("filtered")) {
@@ -287,6 +295,7 @@ void tst_SelectedRows::gridStatisticsMatchReference()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = table(&grid, 80, 9);
     grid.setModel(model);
+    watchGrid(grid);
     if (grouped)
         model->groupByColumn(0);
     auto *view = grid.findChild<QTreeView *>(QStringLiteral("DataView"));

@@ -61,7 +61,9 @@ public:
     ~CMwHierarchicalGridView() override;
 
     /*! Shows \a model through a new filter proxy; null is ignored. The
-        previous proxy is deleted. */
+        previous proxy is deleted. When \a model (or the proxy) is destroyed
+        while shown, the grid drops the proxy and is empty again, as before
+        its first model; a later setModel() shows a new model as usual. */
     void setModel(QAbstractItemModel *model);
     /*! The body's model (the proxy), or null. */
     QAbstractItemModel *model() const;
@@ -126,6 +128,10 @@ protected:
 
     //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwHierarchicalGridViewPrivate> d_vel;
+
+private Q_SLOTS:
+    void onSourceModelDestroyed();
+    void onProxyDestroyed();
 
 private:
     void init();

@@ -52,7 +52,8 @@ public:
     ~CMwSortFilterProxyModel() override;
 
     /*! Reimplemented to look the condition columns up again in the new
-        source, and whenever its header or columns change. */
+        source, and whenever its header or columns change. When the source is
+        destroyed the proxy is reset: it has no rows and no columns. */
     void setSourceModel(QAbstractItemModel *sourceModel) override;
 
     /*!
@@ -97,6 +98,7 @@ protected:
 
 private Q_SLOTS:
     void onSourceHeaderChanged();
+    void onSourceDestroyed();
 
 private:
     Q_DECLARE_PRIVATE_D(d_vel, CMwSortFilterProxyModel)

@@ -10,7 +10,7 @@ class QStandardItemModel;
 class QTableView;
 QT_END_NAMESPACE
 
-class CMwHierarchicalGridViewPrivate
+class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalGridView)
 
@@ -21,6 +21,12 @@ public:
     QTableView *statisticTableView() const;
     CMwFilterWidget *filterTable() const;
     CMwVHeaderView *rowNumbers() const;
+    // The menu key or Shift+F10 in the body: runs the column menu for the
+    // current column and says whether the event was used.
+    bool handleBodyMenuKey(QEvent *event);
+    // Back to the state before the first model: nothing shown, nothing
+    // left that could reach a destroyed source or proxy.
+    void showNoModel();
 
     CMwHierarchicalGridView *q_ptr = nullptr;
     QColor branchParentColor = Qt::lightGray;
@@ -29,6 +35,9 @@ public:
     QPointer<QStandardItemModel> headerModel;
     // The model whose layoutChanged() reaches onDataChanged().
     QPointer<QAbstractItemModel> sourceModel;
+    // The proxy shown now, only compared with the sender of destroyed()
+    // (a guarded pointer is already null then).
+    const QObject *shownProxy = nullptr;
 };
 
 #endif // VEL_QT_WIDGETS_CMWHIERARCHICALGRIDVIEW_P_H

@@ -56,8 +56,9 @@ private:
     int m_sectionCount = -1;
 };
 
-// Exported only so that the tests can hold the cached lookups against the
-// plain walk; not part of the installed interface.
+// Exported for subclasses that bring their own private object through the
+// protected constructor, and for the tests, which hold the cached lookups
+// against the plain walk.
 class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalHeaderView)
@@ -94,6 +95,9 @@ public:
                  const QStyleOptionHeader &option) const;
     // The empty header piece right of the last section.
     void drawTrailingPiece(QPainter *painter, const QRect &lastSection) const;
+    // The column menu for section (-1 is passed on unchecked), moved to pos
+    // in header coordinates and run modally at globalPos.
+    void runColumnMenu(int section, const QPoint &pos, const QPoint &globalPos);
 
     CMwHierarchicalHeaderView *q_ptr = nullptr;
     QPointer<QAbstractItemModel> headerModel;

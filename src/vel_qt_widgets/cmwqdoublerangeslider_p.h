@@ -8,13 +8,15 @@
 
 #include <QtCore/QPair>
 
-class CMwQDoubleRangeSliderPrivate : public CMwQStepMappedSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQDoubleRangeSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleRangeSlider)
 
 public:
     CMwQDoubleRangeSliderPrivate();
     ~CMwQDoubleRangeSliderPrivate() override;
+
+    static CMwQDoubleRangeSliderPrivate *get(CMwQDoubleRangeSlider *q) { return q->d_func(); }
 
     void init();
     void connectSlider();

@@ -18,13 +18,15 @@ public:
     ~CMwQSliderEx() override;
 };
 
-class CMwQDoubleSliderPrivate : public CMwQStepMappedSliderPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQDoubleSliderPrivate : public CMwQStepMappedSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQDoubleSlider)
 
 public:
     CMwQDoubleSliderPrivate();
     ~CMwQDoubleSliderPrivate() override;
+
+    static CMwQDoubleSliderPrivate *get(CMwQDoubleSlider *q) { return q->d_func(); }
 
     void init();
 

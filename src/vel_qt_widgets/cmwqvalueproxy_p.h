@@ -3,7 +3,7 @@
 
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
-class CMwQValueProxyPrivate
+class VEL_QT_WIDGETS_EXPORT CMwQValueProxyPrivate
 {
     Q_DECLARE_PUBLIC(CMwQValueProxy)
 

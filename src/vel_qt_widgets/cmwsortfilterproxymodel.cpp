@@ -105,7 +105,23 @@ void CMwSortFilterProxyModel::setSourceModel(QAbstractItemModel *model)
         d->connectSource(model);
     }
     d->columnsValid = false;
+    const QAbstractItemModel *previous = sourceModel();
+    if (previous && previous != model)
+        disconnect(previous, SIGNAL(destroyed()), this, SLOT(onSourceDestroyed()));
     QSortFilterProxyModel::setSourceModel(model);
+    // After the base class's own handler: that one drops the mapping to the
+    // source but tells no view, whose items would keep pointing into it.
+    if (model && model != previous)
+        connect(model, SIGNAL(destroyed()), this, SLOT(onSourceDestroyed()), Qt::UniqueConnection);
+}
+
+void CMwSortFilterProxyModel::onSourceDestroyed()
+{
+    // The source is gone already (its destructor runs): nothing may ask it
+    // anything, so the reset only starts once the proxy stands on an empty
+    // model, and announces a proxy of no rows and no columns.
+    beginResetModel();
+    endResetModel();
 }
 
 void CMwSortFilterProxyModel::onSourceHeaderChanged()

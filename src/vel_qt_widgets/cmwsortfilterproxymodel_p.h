@@ -5,7 +5,7 @@
 
 #include <QtCore/QPointer>
 
-class CMwSortFilterProxyModelPrivate
+class VEL_QT_WIDGETS_EXPORT CMwSortFilterProxyModelPrivate
 {
     Q_DECLARE_PUBLIC(CMwSortFilterProxyModel)
 

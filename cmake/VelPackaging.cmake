@@ -1,0 +1,134 @@
+# Debian packages: `cpack -G DEB` in a build configured for /usr
+# (`cmake --preset deb`, build dir build-deb). One package per install
+# component (see src/CMakeLists.txt):
+#
+#   libvel-qt-widgets0              widgets      the widget library
+#   libvel-system0                  system       MW_GetTranslation
+#   libvel-qt-widgets-dev           dev          headers, private headers, CMake package, .so links
+#   vel-qt-widgets-designer-plugin  designer     the link in Qt's designer plug-in folder
+#   vel-qt-widgets-l10n             translations the compiled catalogues
+#
+# The names come from the libraries' file names and SONAME versions, as
+# Debian names library packages, so a build that names its libraries
+# differently (a Qt 6 build, say) packages under its own names and the two
+# install side by side.
+
+set(CPACK_PACKAGE_NAME vel-qt-widgets)
+set(CPACK_PACKAGE_VENDOR "vel_qt_widgets")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# Each package has its own description (first line: the synopsis); no
+# package-wide summary, which CPack would put in front of every one.
+set(VEL_PACKAGE_MAINTAINER "vel_qt_widgets maintainers <maintainers@vel-qt-widgets.invalid>"
+    CACHE STRING "Maintainer field of the Debian packages (\"Name <address>\")")
+set(CPACK_PACKAGE_CONTACT "${VEL_PACKAGE_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${VEL_PACKAGE_MAINTAINER}")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL widgets system dev designer translations)
+# Install with DESTDIR into the staging folder, so the install rules see the
+# real prefix (the run-path and plug-in-link rules depend on it).
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
+set(CPACK_PACKAGING_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Depends computed from the libraries each package holds; the libraries'
+# own shlibs files (and with them the ldconfig triggers) are generated too.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+# dpkg-shlibdeps must find vel_system, which no installed package provides
+# yet; the dependency on its package is stated below.
+get_target_property(vel_system_build_dir vel_system BINARY_DIR)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${vel_system_build_dir})
+
+# Debian's name for a library package: lib<name><soversion>, with a dash
+# before the version when the name ends in a digit.
+function(vel_debian_library_package_name out target)
+    get_target_property(name ${target} OUTPUT_NAME)
+    if(NOT name)
+        set(name ${target})
+    endif()
+    get_target_property(soversion ${target} SOVERSION)
+    string(REPLACE "_" "-" name "lib${name}")
+    if(name MATCHES "[0-9]$")
+        string(APPEND name "-")
+    endif()
+    set(${out} "${name}${soversion}" PARENT_SCOPE)
+endfunction()
+
+vel_debian_library_package_name(vel_widgets_package vel_qt_widgets)
+vel_debian_library_package_name(vel_system_package vel_system)
+get_target_property(vel_base_name vel_qt_widgets OUTPUT_NAME)
+if(NOT vel_base_name)
+    set(vel_base_name vel_qt_widgets)
+endif()
+string(REPLACE "_" "-" vel_base_name "${vel_base_name}")
+set(vel_exact_version "${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
+
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME ${vel_widgets_package})
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_DEPENDS "${vel_system_package} (= ${vel_exact_version})")
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_SUGGESTS "${vel_base_name}-designer-plugin, ${vel_base_name}-l10n")
+set(CPACK_DEBIAN_WIDGETS_DESCRIPTION
+    "Custom Qt 5 widgets for desktop applications
+Tick-aware integer and floating-point sliders and range sliders with value
+proxies, a hierarchical grid (multi-level header, grouped rows, statistics,
+row filter), a filter editor and proxy model, a table picker, styleable push
+buttons and a flow layout. The library is also a Qt Designer custom-widget
+collection; the German catalogue is built in.")
+
+set(CPACK_DEBIAN_SYSTEM_PACKAGE_NAME ${vel_system_package})
+set(CPACK_DEBIAN_SYSTEM_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_SYSTEM_DESCRIPTION
+    "Text translation function for the vel_qt_widgets library
+MW_GetTranslation, through which the widgets of vel_qt_widgets look up
+every text they show; this implementation asks the application's installed
+Qt translators.")
+
+set(CPACK_DEBIAN_DEV_PACKAGE_NAME lib${vel_base_name}-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+# The CMake package asks for Qt5 Core, Gui and Widgets (qtbase5-dev).
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
+    "${vel_widgets_package} (= ${vel_exact_version}), ${vel_system_package} (= ${vel_exact_version}), qtbase5-dev")
+set(CPACK_DEBIAN_DEV_DESCRIPTION
+    "Development files for the vel_qt_widgets library
+Headers (under /usr/include/omni6/include/vel_qt_widgets, included as
+<vel_qt_widgets/...> or <omni6/include/vel_qt_widgets/...>), the private-data
+headers for subclasses, and the CMake package:
+find_package(vel_qt_widgets CONFIG) with the target
+vel_qt_widgets::vel_qt_widgets.")
+
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_NAME ${vel_base_name}-designer-plugin)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS "${vel_widgets_package} (= ${vel_exact_version})")
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_ENHANCES "qttools5-dev-tools")
+set(CPACK_DEBIAN_DESIGNER_DESCRIPTION
+    "Qt Designer plug-in for the vel_qt_widgets library
+Makes Qt Designer list ten widgets of vel_qt_widgets in the widget-box
+group Zorvan Widgets, and adds style-sheet entries to the task menu of
+every widget on a form.")
+
+set(CPACK_DEBIAN_TRANSLATIONS_PACKAGE_NAME ${vel_base_name}-l10n)
+set(CPACK_DEBIAN_TRANSLATIONS_PACKAGE_SECTION localization)
+set(CPACK_DEBIAN_TRANSLATIONS_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_TRANSLATIONS_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_DEBIAN_TRANSLATIONS_DESCRIPTION
+    "Translations of the vel_qt_widgets library
+The compiled Qt catalogues (.qm) of the widgets' texts, under
+/usr/share/vel_qt_widgets/translations, for applications that load them from
+the file system rather than from the library's built-in resources.")
+
+# Debian's layout (multiarch library folder, Qt's plug-in folder) follows
+# from configuring for /usr; a package from a build for another prefix would
+# install where neither the loader nor Designer look.
+set(VEL_PACKAGE_PREFIX "${CMAKE_INSTALL_PREFIX}")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/VelCPackOptions.cmake.in
+    ${PROJECT_BINARY_DIR}/VelCPackOptions.cmake @ONLY)
+set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_BINARY_DIR}/VelCPackOptions.cmake)
+
+include(CPack)
