@@ -53,6 +53,10 @@ PEERS = {
         ("BM_ColumnStatistics<textColumn>", "BM_QSortFilterProxyModelSort<textColumn>"),
         ("BM_ColumnStatistics<uniqueTextColumn>", "BM_QSortFilterProxyModelSort<uniqueTextColumn>"),
     ],
+    "bench_textstatistics": [
+        ("BM_TextStatisticsColumn", "BM_QtLocaleAwareSort"),
+        ("BM_TextStatisticsSelection", "BM_QtLocaleAwareSort"),
+    ],
     "bench_slider": [
         ("BM_CMwQSliderPaint", "BM_QSliderPaint"),
         ("BM_CMwQRangeSliderPaint", "BM_QSliderPaint"),

@@ -74,7 +74,12 @@ void boundedMergeSort(T *first, qint64 n, Less less)
 // distinct value: one run per distinct value, then one run of the empty
 // (invalid) values if there are any. The ready model groups rows by these
 // runs, so that its groups and "Distinct" agree.
-QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values);
+VEL_QT_WIDGETS_EXPORT QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values);
+
+// How often texts had to be sorted with localeAwareCompare itself because
+// the order by collation keys did not hold (the slow path), counted since
+// the library was loaded.
+VEL_QT_WIDGETS_EXPORT int textOrderFallbacks();
 
 // QVectorCalcStatistics without its shortcut for columns of one numeric
 // type: the reference the shortcut must agree with to the bit.

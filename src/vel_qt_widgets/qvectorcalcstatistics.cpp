@@ -4,8 +4,15 @@
 
 #include <QtCore/QCollator>
 #include <QtCore/QHash>
+#include <QtCore/QLocale>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 
+#if VEL_HAVE_ICU
+#include <unicode/ucol.h>
+#endif
+
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -177,7 +184,12 @@ bool isLocaleOrdered(const QVector<QString> &texts, const QVector<int> &order,
 {
     rises.assign(static_cast<size_t>(order.size()), false);
     for (int i = 1; i < order.size(); ++i) {
-        const int c = texts.at(order.at(i)).localeAwareCompare(texts.at(order.at(i - 1)));
+        const QString &text = texts.at(order.at(i));
+        const QString &before = texts.at(order.at(i - 1));
+        // Equal texts compare equal in every collation: no call needed.
+        if (text == before)
+            continue;
+        const int c = text.localeAwareCompare(before);
         if (c < 0)
             return false;
         // A comparison's sign turns with its arguments: greater than the
@@ -187,29 +199,166 @@ bool isLocaleOrdered(const QVector<QString> &texts, const QVector<int> &order,
     return true;
 }
 
-// Ranks of the distinct strings in localeAwareCompare order. Each distinct
-// text is ordered once instead of once per occurrence; neighbours that
-// compare equal share a rank, as they would in a sort of the texts
-// themselves.
+#if VEL_HAVE_ICU
+struct UCollatorCloser
+{
+    void operator()(UCollator *collator) const { ucol_close(collator); }
+};
+
+// An ICU collator set up as QCollator sets up the one it makes for
+// \a collator's locale and options, or null when there is none (the C
+// locale compares code units, without ICU).
+std::unique_ptr<UCollator, UCollatorCloser> icuCollator(const QCollator &collator)
+{
+    const QLocale locale = collator.locale();
+    if (locale.language() == QLocale::C)
+        return nullptr;
+    UErrorCode status = U_ZERO_ERROR;
+    const QByteArray name = locale.bcp47Name().replace('-', '_').toLatin1();
+    std::unique_ptr<UCollator, UCollatorCloser> icu(ucol_open(name.constData(), &status));
+    if (U_FAILURE(status) || !icu)
+        return nullptr;
+    ucol_setAttribute(icu.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &status);
+    ucol_setAttribute(icu.get(), UCOL_STRENGTH,
+        collator.caseSensitivity() == Qt::CaseSensitive ? UCOL_DEFAULT_STRENGTH : UCOL_SECONDARY,
+        &status);
+    ucol_setAttribute(
+        icu.get(), UCOL_NUMERIC_COLLATION, collator.numericMode() ? UCOL_ON : UCOL_OFF, &status);
+    ucol_setAttribute(icu.get(), UCOL_ALTERNATE_HANDLING,
+        collator.ignorePunctuation() ? UCOL_SHIFTED : UCOL_NON_IGNORABLE, &status);
+    if (U_FAILURE(status))
+        return nullptr;
+    return icu;
+}
+
+// One position in a sort by collation keys: the eight key bytes compared
+// at the current depth, big-endian, and the text's index.
+struct KeyWord
+{
+    quint64 word;
+    int index;
+};
+
+inline bool hasZeroByte(quint64 v)
+{
+    return ((v - 0x0101010101010101ull) & ~v & 0x8080808080808080ull) != 0;
+}
+
+// \a order: the texts by their ICU sort keys (one zero-terminated byte
+// string each, no other zero byte), equal keys by index. The keys are
+// compared eight bytes at a time as integers: sorted by the first eight,
+// then each group that shares them by the next eight, and so on, so that no
+// comparison walks bytes one by one and most groups end after a word or two.
+bool orderByCollationKeys(
+    const QVector<QString> &texts, const QCollator &collator, QVector<int> &order)
+{
+    const std::unique_ptr<UCollator, UCollatorCloser> icu = icuCollator(collator);
+    if (!icu)
+        return false;
+    const int n = texts.size();
+    std::vector<quint8> bytes;
+    bytes.reserve(static_cast<size_t>(n) * 32);
+    std::vector<size_t> start(static_cast<size_t>(n) + 1);
+    for (int i = 0; i < n; ++i) {
+        const QString &text = texts.at(i);
+        start[static_cast<size_t>(i)] = bytes.size();
+        // localeAwareCompare puts an empty text before every other one, also
+        // before texts the collation sees as empty: a key of just the
+        // terminator is smaller than every ICU key.
+        if (text.isEmpty()) {
+            bytes.push_back(0);
+            continue;
+        }
+        const size_t at = bytes.size();
+        size_t room = 16 + 4 * static_cast<size_t>(text.size());
+        bytes.resize(at + room);
+        int length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
+            text.size(), bytes.data() + at, int(room));
+        if (length <= 0)
+            return false;
+        if (size_t(length) > room) {
+            room = size_t(length);
+            bytes.resize(at + room);
+            length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
+                text.size(), bytes.data() + at, int(room));
+            if (length <= 0 || size_t(length) > room)
+                return false;
+        }
+        bytes.resize(at + size_t(length));
+    }
+    start[static_cast<size_t>(n)] = bytes.size();
+
+    auto wordAt = [&bytes, &start](int index, size_t depth) {
+        const size_t from = start[static_cast<size_t>(index)] + 8 * depth;
+        const size_t end = start[static_cast<size_t>(index) + 1];
+        quint64 word = 0;
+        for (size_t b = 0; b < 8; ++b)
+            word = (word << 8) | (from + b < end ? bytes[from + b] : 0u);
+        return word;
+    };
+
+    std::vector<KeyWord> items(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i)
+        items[static_cast<size_t>(i)].index = i;
+    struct Range
+    {
+        size_t first;
+        size_t last;
+        size_t depth;
+    };
+    std::vector<Range> pending {{0, items.size(), 0}};
+    while (!pending.empty()) {
+        const Range range = pending.back();
+        pending.pop_back();
+        for (size_t i = range.first; i < range.last; ++i)
+            items[i].word = wordAt(items[i].index, range.depth);
+        std::sort(items.begin() + std::ptrdiff_t(range.first),
+            items.begin() + std::ptrdiff_t(range.last), [](const KeyWord &a, const KeyWord &b) {
+                return a.word < b.word || (a.word == b.word && a.index < b.index);
+            });
+        for (size_t i = range.first; i < range.last;) {
+            size_t j = i + 1;
+            while (j < range.last && items[j].word == items[i].word)
+                ++j;
+            // A word holding the terminator ends the keys: the group is of
+            // equal keys, already in index order.
+            if (j - i > 1 && !hasZeroByte(items[i].word))
+                pending.push_back({i, j, range.depth + 1});
+            i = j;
+        }
+    }
+    for (int i = 0; i < n; ++i)
+        order[i] = items[static_cast<size_t>(i)].index;
+    return true;
+}
+#endif
+
+int fallbackCount = 0;
+
+// Ranks of the strings in localeAwareCompare order; neighbours that compare
+// equal share a rank, as they would in a sort of the texts themselves.
 //
 // A locale-aware comparison is costly, and a million of them per column
-// freeze the grid. Two cheaper orders usually give the same result: code
-// unit order (what the C locale compares) and the order of QCollator's sort
-// keys (the default collation). Either is taken only after checking each
-// neighbouring pair with localeAwareCompare itself; otherwise the texts are
-// sorted with localeAwareCompare.
+// freeze the grid. The texts are ordered instead by what decides
+// localeAwareCompare: code units in the C locale, otherwise the collation
+// keys of the collator that QCollator makes for the default locale, which is
+// the one localeAwareCompare makes on its first call in a thread. That
+// collator cannot be asked for, and it keeps the locale of that first call;
+// so the order is taken only after checking each neighbouring pair with
+// localeAwareCompare itself, which also decides the ties. Otherwise the
+// texts are sorted with localeAwareCompare.
 QVector<quint64> stringRanks(const QVector<QString> &texts)
 {
     const int n = texts.size();
     QVector<int> order(n);
     std::iota(order.begin(), order.end(), 0);
 
-    vel::boundedMergeSort(order.data(), n,
-                          [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
-    std::vector<bool> rises;
-    bool sorted = isLocaleOrdered(texts, order, rises);
-    if (!sorted) {
-        const QCollator collator;
+    const QCollator collator;
+    bool ordered = false;
+#if VEL_HAVE_ICU
+    ordered = orderByCollationKeys(texts, collator, order);
+#endif
+    if (!ordered && collator.locale().language() != QLocale::C) {
         std::vector<QCollatorSortKey> keys;
         keys.reserve(static_cast<size_t>(n));
         for (const QString &text : texts)
@@ -217,9 +366,13 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
         vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
             return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
         });
-        sorted = isLocaleOrdered(texts, order, rises);
+    } else if (!ordered) {
+        vel::boundedMergeSort(
+            order.data(), n, [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
     }
-    if (!sorted) {
+    std::vector<bool> rises;
+    if (!isLocaleOrdered(texts, order, rises)) {
+        ++fallbackCount;
         std::iota(order.begin(), order.end(), 0);
         vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
             return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
@@ -240,10 +393,31 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
     return ranks;
 }
 
+// True when the first texts among \a values (up to a thousand) are all
+// different: then texts are unlikely to repeat, and numbering the equal ones
+// by hashing would cost about as much as ordering them.
+template<typename Cells>
+bool textsLookUnique(const Cells &values)
+{
+    QSet<QString> seen;
+    int sampled = 0;
+    for (int i = 0, n = values.size(); i < n && sampled < 1024; ++i) {
+        const QVariant &v = values.at(i);
+        if (v.userType() != QMetaType::QString)
+            continue;
+        seen.insert(*static_cast<const QString *>(v.constData()));
+        ++sampled;
+        if (seen.size() != sampled)
+            return false;
+    }
+    return true;
+}
+
 // The values' keys in the statistics' order. \a textOf (if given) receives,
 // per position, the number of the distinct text there, -1 for other types.
-template <typename Cells>
-std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = nullptr)
+template<typename Cells>
+std::vector<SortKey> sortedKeys(
+    const Cells &values, QVector<int> *textOfOut = nullptr, bool *textsNumberedOut = nullptr)
 {
     const int n = values.size();
     std::vector<SortKey> keys(static_cast<size_t>(n));
@@ -255,6 +429,9 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
     // appearance by position still gives it its number.
     const int *numbers = values.textNumbers();
     std::vector<int> numberedAs(numbers ? static_cast<size_t>(values.textNumberCount()) : 0, -1);
+    // Texts that do not repeat are not numbered at all: each text cell gets
+    // its own number, and equal texts are told apart by comparing them.
+    const bool perCell = !numbers && textsLookUnique(values);
 
     for (int i = 0; i < n; ++i) {
         const QVariant &v = values.at(i);
@@ -298,6 +475,11 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
                 textOf[i] = number;
                 break;
             }
+            if (perCell) {
+                textOf[i] = texts.size();
+                texts.append(text);
+                break;
+            }
             auto it = textIds.constFind(text);
             if (it == textIds.constEnd()) {
                 it = textIds.insert(text, texts.size());
@@ -323,6 +505,8 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
     radixSort(keys);
     if (textOfOut)
         *textOfOut = textOf;
+    if (textsNumberedOut)
+        *textsNumberedOut = !perCell;
     return keys;
 }
 
@@ -333,8 +517,8 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
 // begin. The first value is tested against itself, as the count has always
 // done (a lone NaN differs from itself).
 template<typename Cells, typename Visit>
-void walkDistinct(
-    const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf, Visit visit)
+void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf,
+    bool textsNumbered, Visit visit)
 {
     QVariant previous;
     SortKey previousKey {};
@@ -348,11 +532,19 @@ void walkDistinct(
             previousKey = key;
         }
         Equality known = knownEquality(key, previousKey);
-        // Two texts are equal exactly when they are the same distinct text.
+        // Two texts are equal exactly when they are the same distinct text
+        // (numbered ones) or the same characters.
         if (known == Equality::Unknown && key.rank == previousKey.rank
             && (key.rank >> 1) == QMetaType::QString) {
-            known = textOf.at(key.pos) == textOf.at(previousKey.pos) ? Equality::Equal
-                                                                     : Equality::Different;
+            if (textsNumbered) {
+                known = textOf.at(key.pos) == textOf.at(previousKey.pos) ? Equality::Equal
+                                                                         : Equality::Different;
+            } else {
+                known = *static_cast<const QString *>(v.constData())
+                        == *static_cast<const QString *>(previous.constData())
+                    ? Equality::Equal
+                    : Equality::Different;
+            }
         }
         const bool differs
             = known == Equality::Different || (known == Equality::Unknown && v != previous);
@@ -368,6 +560,8 @@ void walkDistinct(
 } // namespace
 
 namespace vel {
+
+int textOrderFallbacks() { return fallbackCount; }
 
 bool isStatisticsNumeric(const QVariant &value)
 {
@@ -386,10 +580,11 @@ bool isStatisticsNumeric(const QVariant &value)
 QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values)
 {
     QVector<int> textOf;
-    const std::vector<SortKey> keys = sortedKeys(VectorCells {values}, &textOf);
+    bool textsNumbered = true;
+    const std::vector<SortKey> keys = sortedKeys(VectorCells {values}, &textOf, &textsNumbered);
     QVector<QVector<int>> runs;
     int walked = 0;
-    walkDistinct(VectorCells {values}, keys, textOf,
+    walkDistinct(VectorCells {values}, keys, textOf, textsNumbered,
         [&runs, &walked](int pos, const QVariant &, bool differs, bool first) {
             if (first || differs)
                 runs.append(QVector<int>());
@@ -624,20 +819,22 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
 
     distinct = 1;
     QVector<int> textOf;
-    const std::vector<SortKey> keys = sortedKeys(values, &textOf);
+    bool textsNumbered = true;
+    const std::vector<SortKey> keys = sortedKeys(values, &textOf, &textsNumbered);
     const bool numeric = vel::isStatisticsNumeric(values.at(keys.front().pos));
 
     qint64 n = 0;
     double sum = 0;
-    walkDistinct(values, keys, textOf, [&](int, const QVariant &v, bool differs, bool first) {
-        if (first)
-            min = max = v.toDouble();
-        if (differs)
-            distinct += 1;
-        n += 1;
-        if (numeric)
-            accumulate(v.toDouble(), n, mean, sum, min, max);
-    });
+    walkDistinct(
+        values, keys, textOf, textsNumbered, [&](int, const QVariant &v, bool differs, bool first) {
+            if (first)
+                min = max = v.toDouble();
+            if (differs)
+                distinct += 1;
+            n += 1;
+            if (numeric)
+                accumulate(v.toDouble(), n, mean, sum, min, max);
+        });
     count = double(n);
     if (numeric)
         stdev = standardDeviation(sum, n);
