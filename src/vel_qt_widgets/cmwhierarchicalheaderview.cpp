@@ -267,12 +267,18 @@ int CMwHierarchicalHeaderViewPrivate::indexInRoot(const QModelIndex &leaf, int s
 // ---------------------------------------------------------------------------
 // Measuring and drawing
 
-QSize CMwHierarchicalHeaderViewPrivate::measureCell(const QModelIndex &cell,
-                                                    const QStyleOptionHeader &option) const
+CMwHierarchicalHeaderViewPrivate::CaptionMeasure CMwHierarchicalHeaderViewPrivate::measureCaption(
+    const QModelIndex &cell) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
+    if (painting) {
+        const auto it = paintMeasures.constFind(cell);
+        if (it != paintMeasures.constEnd())
+            return it.value();
+    }
+    CaptionMeasure measure;
     const QVariant hint = cell.data(Qt::SizeHintRole);
-    QSize result = hint.isValid() ? hint.toSize() : QSize();
+    measure.hint = hint.isValid() ? hint.toSize() : QSize();
 
     QFont font = q->font();
     const QVariant fontValue = cell.data(Qt::FontRole);
@@ -282,14 +288,26 @@ QSize CMwHierarchicalHeaderViewPrivate::measureCell(const QModelIndex &cell,
     font.setWeight(QFont::Bold);
     const QFontMetrics metrics(font);
 
-    QSize text = metrics.size(0, cell.data(Qt::DisplayRole).toString());
+    measure.text = metrics.size(0, cell.data(Qt::DisplayRole).toString());
     if (cell.data(Qt::UserRole).isValid())
-        text.transpose();
+        measure.text.transpose();
+    measure.empty = metrics.size(0, QString());
+    if (painting)
+        paintMeasures.insert(cell, measure);
+    return measure;
+}
+
+QSize CMwHierarchicalHeaderViewPrivate::measureCell(const QModelIndex &cell,
+                                                    const QStyleOptionHeader &option) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const CaptionMeasure caption = measureCaption(cell);
+    // The style's part depends on the option, which differs from section to
+    // section, so it is asked every time.
     QSize decoration = q->style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), q);
     if (option.sortIndicator != QStyleOptionHeader::None)
         decoration.rwidth() += sortIndicatorAllowance;
-    const QSize empty = metrics.size(0, QString());
-    return result.expandedTo(text + decoration - empty);
+    return caption.hint.expandedTo(caption.text + decoration - caption.empty);
 }
 
 void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect &rect,
@@ -328,16 +346,18 @@ int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &r
     }
 
     const bool horizontal = q->orientation() == Qt::Horizontal;
-    const QSize measured = measureCell(cell, opt);
+    // The leaf takes the rest of the header's thickness; its own measure
+    // plays no part in the drawing.
+    const bool isLeaf = cell == leaf;
+    const QSize measured = isLeaf ? QSize() : measureCell(cell, opt);
     QRect cellRect;
     int thickness;
     if (horizontal) {
-        // The leaf takes the rest of the header's thickness.
-        thickness = cell == leaf ? rect.height() - offset : measured.height();
+        thickness = isLeaf ? rect.height() - offset : measured.height();
         cellRect = QRect(spanStart(cell, leaf, section, rect.left()), offset,
                          spanLength(cell, leaf, section), thickness);
     } else {
-        thickness = cell == leaf ? rect.width() - offset : measured.width();
+        thickness = isLeaf ? rect.width() - offset : measured.width();
         cellRect = QRect(offset, spanStart(cell, leaf, section, rect.top()), thickness,
                          spanLength(cell, leaf, section));
     }
@@ -524,7 +544,10 @@ void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rec
 void CMwHierarchicalHeaderView::paintEvent(QPaintEvent *event)
 {
     Q_D(CMwHierarchicalHeaderView);
+    d->painting = true;
     QHeaderView::paintEvent(event);
+    d->painting = false;
+    d->paintMeasures.clear();
     // QHeaderView paints its flat empty area after the sections, over the
     // piece the last section drew; drawn once more, the header runs on to
     // the right edge as one piece.

@@ -102,6 +102,20 @@ public:
     // Off only to compare the cached lookups with the plain walk.
     bool useCache = true;
 
+    // What measuring a cell takes from the cell itself: the same for every
+    // section a spanning cell is drawn for, so one paint event measures each
+    // cell's caption once. Kept only while a paint event runs, when neither
+    // the cells nor the header's font can change.
+    struct CaptionMeasure
+    {
+        QSize hint;
+        QSize text;
+        QSize empty;
+    };
+    CaptionMeasure measureCaption(const QModelIndex &cell) const;
+    mutable QHash<QModelIndex, CaptionMeasure> paintMeasures;
+    bool painting = false;
+
 private:
     const CMwHeaderLeafCache::Span *cachedSpan(const QModelIndex &cell) const;
 };
