@@ -176,6 +176,7 @@ private Q_SLOTS:
     void cacheMatchesWalk();
     void cacheFollowsChanges();
     void cachedPaintingMatchesWalk();
+    void paintMeasuresFollowChanges();
     void modelsDeletedWhileShown_data();
     void modelsDeletedWhileShown();
 
@@ -1048,6 +1049,62 @@ void tst_CMwHierarchicalHeaderView::cachedPaintingMatchesWalk()
     QCOMPARE(cached, walked);
     // The drawing is not empty: the widest top cell spans several sections.
     QVERIFY(!darkPixels(cached, cached.rect()).isEmpty());
+}
+
+// Three levels, drawn once with every cache in use and once without, after
+// changes to captions, fonts and rotation between paints: a measure kept
+// from an earlier paint would put a level at the wrong height.
+void tst_CMwHierarchicalHeaderView::paintMeasuresFollowChanges()
+{
+    QStandardItemModel items(1, 8);
+    TestHeader header;
+    header.setStretchLastSection(false);
+    header.setDefaultSectionSize(70);
+    header.setModel(&items);
+    Node first = group("Block 0", {leaf("c0"), leaf("c1"), leaf("c2")});
+    first.children[0].rotated = true;
+    QStandardItemModel *cells = buildHeaderModel(
+        {group("Group 0", {first, group("Block 1", {leaf("c3"), leaf("c4")})}),
+            group("Group 1", {group("Block 2", {leaf("c5"), leaf("c6"), leaf("c7")})})},
+        &header);
+    header.setHeaderModel(cells);
+    QVERIFY(showAt(header, 600, 110));
+
+    // Fonts may be given in points or in pixels.
+    const auto scaled = [](QFont font, double factor) {
+        if (font.pointSizeF() > 0)
+            font.setPointSizeF(font.pointSizeF() * factor);
+        else
+            font.setPixelSize(qMax(1, int(font.pixelSize() * factor)));
+        return font;
+    };
+    const auto cachedAndWalked = [&header](QImage *cached, QImage *walked) {
+        *cached = renderWidget(&header);
+        header.priv()->useCache = false;
+        *walked = renderWidget(&header);
+        header.priv()->useCache = true;
+    };
+    QImage before;
+    QImage walked;
+    cachedAndWalked(&before, &walked);
+    QCOMPARE(before, walked);
+
+    // A taller top level, a longer middle caption and a rotated middle cell.
+    QStandardItem *group0 = cells->item(0, 0);
+    group0->setData(scaled(header.font(), 2), Qt::FontRole);
+    group0->child(0, 1)->setText(QStringLiteral("Block 1, now longer"));
+    group0->child(0, 0)->setData(true, Qt::UserRole);
+    QImage after;
+    cachedAndWalked(&after, &walked);
+    QCOMPARE(after, walked);
+    QVERIFY(after != before);
+
+    // The header's own font measures every caption without a font of its own.
+    header.setFont(scaled(header.font(), 0.6));
+    QImage smaller;
+    cachedAndWalked(&smaller, &walked);
+    QCOMPARE(smaller, walked);
+    QVERIFY(smaller != after);
 }
 
 void tst_CMwHierarchicalHeaderView::modelsDeletedWhileShown_data()

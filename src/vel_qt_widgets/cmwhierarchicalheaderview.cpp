@@ -271,7 +271,8 @@ CMwHierarchicalHeaderViewPrivate::CaptionMeasure CMwHierarchicalHeaderViewPrivat
     const QModelIndex &cell) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
-    if (painting) {
+    const bool keep = painting && useCache;
+    if (keep) {
         const auto it = paintMeasures.constFind(cell);
         if (it != paintMeasures.constEnd())
             return it.value();
@@ -292,13 +293,13 @@ CMwHierarchicalHeaderViewPrivate::CaptionMeasure CMwHierarchicalHeaderViewPrivat
     if (cell.data(Qt::UserRole).isValid())
         measure.text.transpose();
     measure.empty = metrics.size(0, QString());
-    if (painting)
+    if (keep)
         paintMeasures.insert(cell, measure);
     return measure;
 }
 
-QSize CMwHierarchicalHeaderViewPrivate::measureCell(const QModelIndex &cell,
-                                                    const QStyleOptionHeader &option) const
+QSize CMwHierarchicalHeaderViewPrivate::measureCell(
+    const QModelIndex &cell, const QStyleOptionHeader &option) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
     const CaptionMeasure caption = measureCaption(cell);

@@ -99,7 +99,7 @@ public:
     CMwHierarchicalHeaderView *q_ptr = nullptr;
     QPointer<QAbstractItemModel> headerModel;
     CMwHeaderLeafCache *cache = nullptr;
-    // Off only to compare the cached lookups with the plain walk.
+    // Off only to compare the cached lookups and measures with the plain walk.
     bool useCache = true;
 
     // What measuring a cell takes from the cell itself: the same for every
