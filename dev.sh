@@ -15,6 +15,7 @@ PACKAGES=(
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev
     libbenchmark-dev fonts-dejavu-core doxygen
     dpkg-dev file debootstrap
+    xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi
 )
 
 as_root() {

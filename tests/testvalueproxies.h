@@ -44,6 +44,22 @@ public:
     double valueFromProxyValue(double proxyValue) const override { return std::pow(10.0, proxyValue); }
 };
 
+// proxy = value / divisor, value = proxy * divisor: for a divisor of 3 the
+// way back from DBL_MAX / 3 rounds up past DBL_MAX to infinity.
+class ScalingProxy : public CMwQValueProxy
+{
+public:
+    explicit ScalingProxy(double divisor)
+        : m_divisor(divisor)
+    {
+    }
+    double proxyValueFromValue(double value) const override { return value / m_divisor; }
+    double valueFromProxyValue(double proxyValue) const override { return proxyValue * m_divisor; }
+
+private:
+    double m_divisor;
+};
+
 // A decreasing mapping: the slider runs the other way round.
 class NegatingProxy : public CMwQValueProxy
 {

@@ -10,10 +10,15 @@
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
 #include <QtCore/QRandomGenerator>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QImage>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <cfloat>
+#include <climits>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -67,6 +72,40 @@ public:
     QStringList entries;
 };
 
+// What the widget's own style draws for the inner slider of a widget.
+QRect innerHandleRect(const QSlider *inner)
+{
+    QStyleOptionSlider option;
+    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    return inner->style()->subControlRect(
+        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
+}
+
+QImage renderOf(QWidget *widget)
+{
+    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::magenta);
+    widget->render(&image);
+    return image;
+}
+
+bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
+{
+    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &e);
+    return e.isAccepted();
+}
+
+QString toolTipAt(QWidget *widget, const QPoint &pos)
+{
+    QToolTip::hideText();
+    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
+    QApplication::sendEvent(widget, &e);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    return text;
+}
+
 } // namespace
 
 class tst_CMwQDoubleRangeSlider : public QObject
@@ -109,6 +148,11 @@ private Q_SLOTS:
     void notANumberIsIgnored();
     void infiniteValuesAreClamped();
     void randomRobustness();
+    void settersRandomNearTheLimits();
+    void zeroStepOnAnEmptyRangeThenWidened();
+    void proxyMappingAnEndToInfinity();
+    void innerRangesWiderThanStyleTakes_data();
+    void innerRangesWiderThanStyleTakes();
 };
 
 void tst_CMwQDoubleRangeSlider::construction()
@@ -1034,17 +1078,20 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             }
             const double tolerance = single.valueProxy() == &logarithmic ? 1e-12 : 0.0;
             const QSlider *inner = single.slider();
-            // Without a proxy everything stays finite; through a proxy a finite
-            // slider unit may still stand for an infinite value (10^400, or a
-            // small factor after a re-application the new mapping refused).
-            if (!std::isfinite(single.value()) && !single.valueProxy())
+            // Everything stays finite, also through a proxy: a range whose
+            // ends would stand for infinite values is refused or pulled in.
+            if (!std::isfinite(single.value()) || !std::isfinite(single.minimum())
+                || !std::isfinite(single.maximum()))
                 failure = violation(call, operation, "value() is not finite")
                     + QStringLiteral(" [%1 in %2..%3, proxy %4, a %5]").arg(single.value()).arg(single.minimum())
                           .arg(single.maximum()).arg(single.valueProxy() == &linear).arg(a);
             else if (std::isnan(single.value()) || std::isnan(single.minimum()) || std::isnan(single.maximum()))
                 failure = violation(call, operation, "NaN in value(), minimum() or maximum()");
-            else if (!(single.singleStep() > 0.0) || !std::isfinite(single.singleStep()) || !std::isfinite(single.pageStep()))
-                failure = violation(call, operation, "a step is not a positive finite number");
+            else if (!std::isfinite(single.singleStep()) || !std::isfinite(single.pageStep())
+                || (!(single.singleStep() > 0.0)
+                    && (inner->minimum() != 0 || inner->maximum() != 0)))
+                failure = violation(
+                    call, operation, "a step is not finite, or not positive with an inner range");
             else if (!(single.minimum() <= single.maximum()))
                 failure = violation(call, operation, "minimum() > maximum()");
             else if (!orderedWithin(single.minimum(), single.value(), tolerance)
@@ -1095,10 +1142,14 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             }
             if (!numbers)
                 failure = violation(call, operation, "NaN in a value, position or end");
-            else if (!range.valueProxy() && (!std::isfinite(values[0]) || !std::isfinite(values[3])))
+            else if (!std::isfinite(values[0]) || !std::isfinite(values[3])
+                || !std::isfinite(values[1]) || !std::isfinite(values[2]))
                 failure = violation(call, operation, "an end is not finite");
-            else if (!(range.singleStep() > 0.0) || !std::isfinite(range.singleStep()))
-                failure = violation(call, operation, "the step is not a positive finite number");
+            else if (!std::isfinite(range.singleStep())
+                || (!(range.singleStep() > 0.0)
+                    && (inner->minimum() != 0 || inner->maximum() != 0)))
+                failure = violation(
+                    call, operation, "the step is not finite, or not positive with an inner range");
             else if (!ordered)
                 failure = violation(call, operation, "minimum <= minimumValue <= maximumValue <= maximum broken");
             else if (inner->minimum() > inner->minimumValue() || inner->minimumValue() > inner->maximumValue()
@@ -1117,6 +1168,205 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
     if (!failure.isEmpty())
         QFAIL(qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(failure)));
     QVERIFY(swallowedWarnings > 0); // the bad input was met and reported
+}
+
+void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("innerMinimum");
+    QTest::addColumn<int>("innerMaximum");
+    // The value at the end of the track: the inner maximum plus the
+    // fraction of a step the minimum left over (an offset of its own).
+    QTest::addColumn<double>("top");
+
+    // Rows named by the width of the inner range (single step 1). Qt 5.15's
+    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
+    // straight to it); it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: -2147483647..0")
+        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
+    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
+    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
+    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
+        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
+}
+
+void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, innerMinimum);
+    QFETCH(int, innerMaximum);
+    QFETCH(double, top);
+
+    OpenDoubleRangeSlider reference(Qt::Horizontal);
+    reference.resize(220, 30);
+    reference.setRange(0.0, 8.0);
+    reference.setValues(0.0, 0.0);
+
+    OpenDoubleRangeSlider w(Qt::Horizontal);
+    w.resize(220, 30);
+    w.setRange(minimum, maximum);
+    QCOMPARE(w.slider()->minimum(), innerMinimum);
+    QCOMPARE(w.slider()->maximum(), innerMaximum);
+    w.setValues(minimum, minimum);
+    QVERIFY(showAt(w, 220, 30));
+    QCOMPARE(renderOf(&w), renderOf(&reference));
+
+    // Both handles at the start; the tool tip names the lower one.
+    const QRect handle = innerHandleRect(reference.slider());
+    w.setHandleToolTip(QStringLiteral("value %1"));
+    QCOMPARE(toolTipAt(w.slider(), handle.center()),
+        QStringLiteral("value %1").arg(minimum, 0, 'g', -1));
+
+    // The upper handle wins the tie and is dragged to the end of the track.
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonPress, handle.center(), Qt::LeftButton));
+    QVERIFY(w.slider()->isMaximumSliderDown());
+    const QPoint end(w.width() + 50, handle.center().y());
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseMove, end, Qt::LeftButton));
+    sendMouse(w.slider(), QEvent::MouseButtonRelease, end, Qt::NoButton);
+    QVERIFY(!w.slider()->isSliderDown());
+    QCOMPARE(w.minimumValue(), minimum);
+    QCOMPARE(w.maximumValue(), top);
+}
+
+void tst_CMwQDoubleRangeSlider::settersRandomNearTheLimits()
+{
+    // Handles and ends whose step quotients lie a few ulps from the ends of
+    // the int range, where rounding them must not convert an out-of-range
+    // double (the sanitizer build ends the test if it does).
+    bool seedGiven = false;
+    const int seedOverride = qEnvironmentVariableIntValue("VEL_ROBUSTNESS_SEED", &seedGiven);
+    const quint32 seed = seedGiven ? quint32(seedOverride) : 20261124u;
+    QRandomGenerator random(seed);
+    const auto nearLimit = [&random]() {
+        double x = random.bounded(2) ? -2147483648.0 : 2147483647.0;
+        if (random.bounded(2))
+            x += x < 0 ? 0.5 : -0.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : x * 2);
+        return x;
+    };
+    const auto rounded = [](double x) {
+        return x <= -2147483648.0 ? INT_MIN : x >= 2147483647.0 ? INT_MAX : int(qRound64(x));
+    };
+    OpenDoubleRangeSlider w;
+    w.setRange(-3e9, 3e9);
+    for (int i = 0; i < 20000; ++i) {
+        const double a = nearLimit();
+        const double b = nearLimit();
+        switch (random.bounded(4)) {
+        case 0:
+            w.setValues(a, b);
+            QCOMPARE(w.slider()->minimumValue(),
+                rounded(qBound(w.minimum(), std::min(a, b), w.maximum())));
+            QCOMPARE(w.slider()->maximumValue(),
+                rounded(qBound(w.minimum(), std::max(a, b), w.maximum())));
+            break;
+        case 1:
+            w.setPositions(a, b);
+            break;
+        case 2:
+            random.bounded(2) ? w.setMinimumValue(a) : w.setMaximumValue(a);
+            break;
+        default:
+            w.setRange(std::min(a, b), std::max(a, b));
+            QCOMPARE(w.slider()->minimum(), rounded(std::min(a, b)));
+            QCOMPARE(w.slider()->maximum(), rounded(std::max(a, b)));
+            break;
+        }
+        if (random.bounded(50) == 0)
+            w.setRange(-3e9, 3e9);
+        QVERIFY2(std::isfinite(w.minimumValue()) && std::isfinite(w.maximumValue()),
+            qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
+    }
+}
+
+void tst_CMwQDoubleRangeSlider::zeroStepOnAnEmptyRangeThenWidened()
+{
+    OpenDoubleRangeSlider w(Qt::Horizontal);
+    w.setRange(3.0, 3.0);
+    QVERIFY(w.isValidStep(0.0));
+    QVERIFY(w.isValidStep(-2.0));
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+
+    SignalLog log(&w);
+    w.setRange(0.0, 10.0);
+    QCOMPARE(log.entries, QStringList({"rangeChanged 0 10"}));
+    QCOMPARE(w.minimumValue(), 3.0);
+    QCOMPARE(w.maximumValue(), 3.0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QVERIFY(!w.isValidStep(0.0));
+    // The values are kept in doubles, clamped into the range; the handles
+    // cannot move.
+    w.setValues(8.0, 2.5);
+    QCOMPARE(w.minimumValue(), 2.5);
+    QCOMPARE(w.maximumValue(), 8.0);
+    w.setMaximumValue(40.0);
+    QCOMPARE(w.maximumValue(), 10.0);
+    w.setPositions(1.0, 9.0);
+    QCOMPARE(w.minimumPosition(), 0.0);
+    QCOMPARE(w.maximumPosition(), 0.0);
+    QVERIFY(std::isfinite(w.tickInterval()));
+    // A range change made on the inner slider has no values to follow.
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::onRangeChanged( -5 , 5 ) has no finite "
+        "range in values; the previous range is restored.");
+    w.slider()->setRange(-5, 5);
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QCOMPARE(w.maximum(), 10.0);
+
+    w.setSingleStep(0.5);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.slider()->minimumValue(), 5);
+    QCOMPARE(w.slider()->maximumValue(), 20);
+    QCOMPARE(w.minimumValue(), 2.5);
+    QCOMPARE(w.maximumValue(), 10.0);
+}
+
+void tst_CMwQDoubleRangeSlider::proxyMappingAnEndToInfinity()
+{
+    ScalingProxy scaling(3.0);
+    OpenDoubleRangeSlider w;
+    w.setValueProxy(&scaling);
+    w.setRange(0.0, 30.0);
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setRange( -1.79769e+308 , 0 ) is not "
+        "finite in slider units and is ignored.");
+    w.setRange(-DBL_MAX, 0.0);
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 30.0);
+    w.setValueProxy(nullptr);
+
+    // Over -10..400 a logarithmic proxy would give a maximum of 10^400.
+    OpenDoubleRangeSlider logarithmic;
+    logarithmic.setRange(-10.0, 400.0);
+    logarithmic.setValues(1.0, 100.0);
+    LogProxy proxy;
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setRange( -10 , 400 ) is not finite in "
+        "slider units and is ignored.");
+    logarithmic.setValueProxy(&proxy);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    QVERIFY(logarithmic.maximum() > 1e308);
+    QVERIFY(qFuzzyCompare(logarithmic.minimum(), 1e-10));
+    QVERIFY(qFuzzyCompare(logarithmic.minimumValue(), 1.0));
+    QVERIFY(qFuzzyCompare(logarithmic.maximumValue(), 100.0));
+    QCOMPARE(logarithmic.slider()->maximum(), 308);
+
+    // A new step re-scales the inner slider onto the stored range.
+    logarithmic.setSingleStep(0.5);
+    QCOMPARE(logarithmic.singleStep(), 0.5);
+    QCOMPARE(logarithmic.slider()->minimum(), -20);
+    QCOMPARE(logarithmic.slider()->maximum(), 617);
+    QCOMPARE(logarithmic.slider()->minimumValue(), 0);
+    QCOMPARE(logarithmic.slider()->maximumValue(), 4);
+    QVERIFY(qFuzzyCompare(logarithmic.maximumValue(), 100.0));
+    logarithmic.setValueProxy(nullptr);
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleRangeSlider)

@@ -7,10 +7,16 @@
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 #include <vel_qt_widgets/CMwQValueProxy.h>
 
+#include <QtCore/QRandomGenerator>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QImage>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QToolTip>
 
+#include <cfloat>
+#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -51,6 +57,88 @@ QPoint handleCentre(QSlider *slider)
         .center();
 }
 
+// What the widget's own style draws for the inner slider of a widget.
+QRect innerHandleRect(const QSlider *inner)
+{
+    QStyleOptionSlider option;
+    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    return inner->style()->subControlRect(
+        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
+}
+
+QImage renderOf(QWidget *widget)
+{
+    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::magenta);
+    widget->render(&image);
+    return image;
+}
+
+bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
+{
+    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &e);
+    return e.isAccepted();
+}
+
+QString toolTipAt(QWidget *widget, const QPoint &pos)
+{
+    QToolTip::hideText();
+    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
+    QApplication::sendEvent(widget, &e);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    return text;
+}
+
+// qRound's result where its conversions are defined, which is everywhere
+// strictly inside the int range (qRound64 converts to 64 bits instead), and
+// the clamped ends outside.
+int roundedReference(double x)
+{
+    if (x <= -2147483648.0)
+        return std::numeric_limits<int>::min();
+    if (x >= 2147483647.0)
+        return std::numeric_limits<int>::max();
+    return int(qRound64(x));
+}
+
+// Quotients within a few units of either end of the int range, a few ulps
+// from where rounding changes, and ordinary ones; seeded, so a failure can be
+// replayed (VEL_ROBUSTNESS_SEED picks another sequence).
+double quotientNearTheLimits(QRandomGenerator &random)
+{
+    switch (random.bounded(6)) {
+    case 0:
+        return -2147483648.0 + random.bounded(3.0) - 1.0;
+    case 1:
+        return 2147483647.0 + random.bounded(3.0) - 2.0;
+    case 2: {
+        double x = random.bounded(2) ? -2147483648.0 : -2147483647.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : -3e9);
+        return x;
+    }
+    case 3: {
+        double x = random.bounded(2) ? 2147483647.0 : 2147483646.5;
+        for (int i = random.bounded(8); i >= 0; --i)
+            x = std::nextafter(x, random.bounded(2) ? 0.0 : 3e9);
+        return x;
+    }
+    case 4:
+        return random.bounded(6e9) - 3e9;
+    default:
+        return random.bounded(200.0) - 100.0;
+    }
+}
+
+quint32 robustnessSeed()
+{
+    bool given = false;
+    const int seed = qEnvironmentVariableIntValue("VEL_ROBUSTNESS_SEED", &given);
+    return given ? quint32(seed) : 20261124u;
+}
+
 } // namespace
 
 class tst_CMwQDoubleSlider : public QObject
@@ -62,6 +150,8 @@ private Q_SLOTS:
     void horizontalConstruction();
     void toInteger_data();
     void toInteger();
+    void toIntegerRandomNearTheLimits();
+    void settersRandomNearTheLimits();
     void valueBetweenStepsSurvives();
     void stepThatDoesNotDivideTheRange();
     void safeFromIntegerClampsIntoTheRange();
@@ -75,7 +165,8 @@ private Q_SLOTS:
     void isValidStep();
     void setSingleStepRejected_data();
     void setSingleStepRejected();
-    void setSingleStepAnyPositiveStepOnAnEmptyRange();
+    void setSingleStepAnyFiniteStepOnAnEmptyRange();
+    void zeroStepOnAnEmptyRangeThenWidened();
     void setSingleStepIsSilent();
     void pageStepAndTickInterval();
     void sliderPosition();
@@ -99,6 +190,9 @@ private Q_SLOTS:
     void infiniteValuesAreClamped();
     void infiniteRangeEndsAreIgnored();
     void proxyMappingToNotANumberIsIgnored();
+    void proxyMappingAnEndToInfinity();
+    void innerRangesWiderThanStyleTakes_data();
+    void innerRangesWiderThanStyleTakes();
 };
 
 void tst_CMwQDoubleSlider::construction()
@@ -152,6 +246,11 @@ void tst_CMwQDoubleSlider::toInteger_data()
     QTest::newRow("bottom of int") << -2147483648.0 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("below int") << -1e300 << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("near bottom") << -2147483647.5 << 1.0 << -2147483647;
+    // x - 1 rounds to -2147483649.0 here, which qRound would convert to int.
+    QTest::newRow("just above the bottom")
+        << std::nextafter(-2147483648.0, 0.0) << 1.0 << std::numeric_limits<int>::min();
+    QTest::newRow("just below -2147483647.5")
+        << std::nextafter(-2147483647.5, -3e9) << 1.0 << std::numeric_limits<int>::min();
     QTest::newRow("infinity") << kInf << 1.0 << 2147483647;
 }
 
@@ -161,6 +260,71 @@ void tst_CMwQDoubleSlider::toInteger()
     QFETCH(double, step);
     QFETCH(int, expected);
     QCOMPARE(CMwQStepMapping::toInteger(value, step), expected);
+}
+
+void tst_CMwQDoubleSlider::toIntegerRandomNearTheLimits()
+{
+    // Under the sanitizer build a conversion of an out-of-range double ends
+    // the test; elsewhere the results are checked against the reference.
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    const double steps[] = {1.0, 0.25, 0.3, 7.0, 1e-3};
+    for (int i = 0; i < 200000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double step = steps[random.bounded(5)];
+        const double v = x * step;
+        const int got = CMwQStepMapping::toInteger(v, step);
+        if (got != roundedReference(v / step))
+            QFAIL(qPrintable(QStringLiteral("seed %1: toInteger(%2, %3) gave %4, not %5")
+                                 .arg(seed)
+                                 .arg(v, 0, 'g', 17)
+                                 .arg(step)
+                                 .arg(got)
+                                 .arg(roundedReference(v / step))));
+        const double offset = CMwQStepMapping::offsetFor(v, step);
+        QVERIFY(std::isfinite(offset));
+    }
+}
+
+void tst_CMwQDoubleSlider::settersRandomNearTheLimits()
+{
+    const quint32 seed = robustnessSeed();
+    QRandomGenerator random(seed);
+    CMwQDoubleSlider w;
+    w.setRange(-3e9, 3e9);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = quotientNearTheLimits(random);
+        const double y = quotientNearTheLimits(random);
+        switch (random.bounded(5)) {
+        case 0: {
+            const double expected = qBound(w.minimum(), x, w.maximum());
+            w.setValue(x);
+            QCOMPARE(w.slider()->value(), roundedReference(expected));
+            QCOMPARE(w.value(), expected);
+            break;
+        }
+        case 1:
+            w.setSliderPosition(x);
+            break;
+        case 2:
+            w.setRange(std::min(x, y), std::max(x, y));
+            QCOMPARE(w.slider()->minimum(), roundedReference(std::min(x, y)));
+            QCOMPARE(w.slider()->maximum(), roundedReference(std::max(x, y)));
+            break;
+        case 3:
+            w.setPageStep(x);
+            w.setTickInterval(y);
+            break;
+        default:
+            w.setTickItemList({{x, QSlider::TicksBelow, QString()}});
+            QCOMPARE(w.slider()->tickItemList().at(0).value, roundedReference(x));
+            break;
+        }
+        if (random.bounded(50) == 0)
+            w.setRange(-3e9, 3e9);
+        QVERIFY2(std::isfinite(w.value()),
+            qPrintable(QStringLiteral("seed %1, call %2").arg(seed).arg(i)));
+    }
 }
 
 void tst_CMwQDoubleSlider::valueBetweenStepsSurvives()
@@ -344,11 +508,11 @@ void tst_CMwQDoubleSlider::isValidStep_data()
     QTest::newRow("above int max") << 0.0 << 1e300 << 2147483648.0 << false;
     QTest::newRow("empty range, big") << 3.0 << 3.0 << 1e9 << true;
     QTest::newRow("empty range, tiny") << 3.0 << 3.0 << 1e-300 << true;
-    // Not a positive finite number: rejected even on an empty range.
-    QTest::newRow("empty range, zero") << 3.0 << 3.0 << 0.0 << false;
-    QTest::newRow("empty range, negative") << 3.0 << 3.0 << -1.0 << false;
-    QTest::newRow("empty range, nan") << 3.0 << 3.0 << kNaN << false;
-    QTest::newRow("empty range, inf") << 3.0 << 3.0 << kInf << false;
+    // Every step fits an empty range, whatever it is.
+    QTest::newRow("empty range, zero") << 3.0 << 3.0 << 0.0 << true;
+    QTest::newRow("empty range, negative") << 3.0 << 3.0 << -1.0 << true;
+    QTest::newRow("empty range, nan") << 3.0 << 3.0 << kNaN << true;
+    QTest::newRow("empty range, inf") << 3.0 << 3.0 << kInf << true;
     QTest::newRow("nan") << 0.0 << 1.0 << kNaN << false;
 }
 
@@ -393,7 +557,7 @@ void tst_CMwQDoubleSlider::setSingleStepRejected()
     QCOMPARE(w.value(), 0.3);
 }
 
-void tst_CMwQDoubleSlider::setSingleStepAnyPositiveStepOnAnEmptyRange()
+void tst_CMwQDoubleSlider::setSingleStepAnyFiniteStepOnAnEmptyRange()
 {
     CMwQDoubleSlider w;
     w.setRange(1.0, 1.0);
@@ -402,9 +566,67 @@ void tst_CMwQDoubleSlider::setSingleStepAnyPositiveStepOnAnEmptyRange()
     w.setSingleStep(1e9);
     QCOMPARE(w.singleStep(), 1e9);
     QCOMPARE(w.value(), 1.0);
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    w.setSingleStep(-0.5);
+    QCOMPARE(w.singleStep(), -0.5);
+    // No later range could use a step that is not finite.
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleSlider::setSingleStep( inf ) is outside of valid bounds.");
+    w.setSingleStep(kInf);
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleSlider::setSingleStep( nan ) is outside of valid bounds.");
+    w.setSingleStep(kNaN);
+    QCOMPARE(w.singleStep(), -0.5);
+    QCOMPARE(w.value(), 1.0);
+}
+
+void tst_CMwQDoubleSlider::zeroStepOnAnEmptyRangeThenWidened()
+{
+    CMwQDoubleSlider w(Qt::Horizontal);
+    w.setRange(3.0, 3.0);
+    w.setValue(3.0);
+    w.setPageStep(2.0);
+    w.setTickInterval(1.0);
+    w.setSingleStep(0.0);
+    QCOMPARE(w.singleStep(), 0.0);
+    // Nothing is divided by the step: the inner slider stands on 0.
+    QCOMPARE(w.slider()->minimum(), 0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    QCOMPARE(w.slider()->value(), 0);
+
+    SignalLog log(&w);
+    w.setRange(0.0, 10.0);
+    QCOMPARE(log.entries, QStringList({"rangeChanged 0 10"}));
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 10.0);
+    QCOMPARE(w.value(), 3.0);
+    QCOMPARE(w.slider()->maximum(), 0);
+    // Values are still kept, clamped into the range, while the slider
+    // itself cannot move.
+    w.setValue(7.5);
+    QCOMPARE(w.value(), 7.5);
+    w.setValue(20.0);
+    QCOMPARE(w.value(), 10.0);
+    QCOMPARE(w.sliderPosition(), 0.0);
+    QCOMPARE(w.tickInterval(), 0.0);
+    w.setTickItemList({{5.0, QSlider::TicksBelow, QString()}});
+    QCOMPARE(w.slider()->tickItemList().at(0).value, 0);
+    w.setSliderPosition(4.0);
+    QCOMPARE(w.slider()->sliderPosition(), 0);
+    QVERIFY(std::isfinite(w.value()) && std::isfinite(w.sliderPosition()));
+    QImage image(220, 30, QImage::Format_ARGB32_Premultiplied);
+    w.resize(220, 30);
+    w.render(&image);
+
+    // Only a usable step puts the slider back to work.
     QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setSingleStep( 0 ) is outside of valid bounds.");
     w.setSingleStep(0.0);
-    QCOMPARE(w.singleStep(), 1e9);
+    w.setSingleStep(0.5);
+    QCOMPARE(w.slider()->maximum(), 20);
+    QCOMPARE(w.slider()->value(), 20);
+    QCOMPARE(w.value(), 10.0);
+    QCOMPARE(w.slider()->pageStep(), 4);
 }
 
 void tst_CMwQDoubleSlider::setSingleStepIsSilent()
@@ -925,6 +1147,109 @@ void tst_CMwQDoubleSlider::proxyMappingToNotANumberIsIgnored()
     QCOMPARE(fresh.slider()->minimum(), 0);
     QCOMPARE(fresh.slider()->maximum(), 99);
     fresh.setValueProxy(nullptr);
+}
+
+void tst_CMwQDoubleSlider::proxyMappingAnEndToInfinity()
+{
+    // Through the proxy, DBL_MAX becomes DBL_MAX / 3 in slider units, whose
+    // way back rounds up to infinity: refused like an infinite argument.
+    ScalingProxy scaling(3.0);
+    QVERIFY(!std::isfinite(scaling.valueFromProxyValue(scaling.proxyValueFromValue(DBL_MAX))));
+    CMwQDoubleSlider w;
+    w.setValueProxy(&scaling);
+    w.setRange(0.0, 30.0);
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setRange( 0 , 1.79769e+308 ) is not finite in "
+        "slider units and is ignored.");
+    w.setRange(0.0, DBL_MAX);
+    QCOMPARE(w.minimum(), 0.0);
+    QCOMPARE(w.maximum(), 30.0);
+    QCOMPARE(w.slider()->maximum(), 10);
+    w.setValueProxy(nullptr);
+
+    // A logarithmic proxy cannot take the range -10..400; the range kept in
+    // slider units would stand for 10^-10..10^400. Its upper end is pulled
+    // in to where the values are still finite.
+    CMwQDoubleSlider logarithmic;
+    logarithmic.setRange(-10.0, 400.0);
+    logarithmic.setValue(2.0);
+    LogProxy proxy;
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setRange( -10 , 400 ) is not finite in "
+        "slider units and is ignored.");
+    logarithmic.setValueProxy(&proxy);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    QVERIFY(logarithmic.maximum() > 1e308);
+    QVERIFY(qFuzzyCompare(logarithmic.minimum(), 1e-10));
+    QVERIFY(qFuzzyCompare(logarithmic.value(), 2.0));
+    QCOMPARE(logarithmic.slider()->minimum(), -10);
+    QCOMPARE(logarithmic.slider()->maximum(), 308); // log10(DBL_MAX) = 308.25
+    logarithmic.setSingleStep(0.5);
+    QCOMPARE(logarithmic.slider()->minimum(), -20);
+    QCOMPARE(logarithmic.slider()->maximum(), 617);
+    QVERIFY(std::isfinite(logarithmic.maximum()));
+    logarithmic.setValue(kInf);
+    QCOMPARE(logarithmic.value(), logarithmic.maximum());
+    logarithmic.setValueProxy(nullptr);
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("innerMinimum");
+    QTest::addColumn<int>("innerMaximum");
+    // The value at the end of the track: the inner maximum plus the
+    // fraction of a step the minimum left over (an offset of its own).
+    QTest::addColumn<double>("top");
+
+    // Rows named by the width of the inner range (single step 1). Qt 5.15's
+    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
+    // straight to it); it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: -2147483647..0")
+        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
+    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
+    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
+    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
+        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
+}
+
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, innerMinimum);
+    QFETCH(int, innerMaximum);
+    QFETCH(double, top);
+
+    // The track does not depend on the range: a narrow slider of the same
+    // size shows where the handle stands at the start of the track.
+    CMwQDoubleSlider reference(Qt::Horizontal);
+    reference.resize(220, 30);
+    reference.setRange(0.0, 8.0);
+    reference.setValue(0.0);
+
+    CMwQDoubleSlider w(Qt::Horizontal);
+    w.resize(220, 30);
+    w.setRange(minimum, maximum);
+    QCOMPARE(w.slider()->minimum(), innerMinimum);
+    QCOMPARE(w.slider()->maximum(), innerMaximum);
+    w.setValue(minimum);
+    QVERIFY(showAt(w, 220, 30));
+    QCOMPARE(renderOf(&w), renderOf(&reference));
+
+    const QRect handle = innerHandleRect(reference.slider());
+    w.setHandleToolTip(QStringLiteral("value %1"));
+    QCOMPARE(toolTipAt(w.slider(), handle.center()),
+        QStringLiteral("value %1").arg(minimum, 0, 'g', -1));
+
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonPress, handle.center(), Qt::LeftButton));
+    QVERIFY(w.slider()->isSliderDown());
+    const QPoint end(w.width() + 50, handle.center().y());
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseMove, end, Qt::LeftButton));
+    QVERIFY(sendMouse(w.slider(), QEvent::MouseButtonRelease, end, Qt::NoButton));
+    QVERIFY(!w.slider()->isSliderDown());
+    QCOMPARE(w.value(), top);
 }
 
 VEL_TEST_MAIN(tst_CMwQDoubleSlider)

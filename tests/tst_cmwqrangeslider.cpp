@@ -263,6 +263,8 @@ private Q_SLOTS:
     void fullIntRange();
     void wideRangeDrags_data();
     void wideRangeDrags();
+    void widerThanStyleTakes_data();
+    void widerThanStyleTakes();
     void emptyRange();
     void manyTickItems();
 };
@@ -1244,6 +1246,83 @@ void tst_CMwQRangeSlider::wideRangeDrags()
     else
         QVERIFY(slider.minimumPosition() > minimum + quarter);
     release(&slider, at);
+}
+
+void tst_CMwQRangeSlider::widerThanStyleTakes_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+
+    // Rows named by the width maximum - minimum. Qt 5.15's style arithmetic
+    // takes widths up to 2^31 - 1 (the first row passes straight to it); it
+    // divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: INT_MIN + 1..0") << INT_MIN + 1 << 0;
+    QTest::newRow("2^31 wide: INT_MIN..0") << INT_MIN << 0;
+    QTest::newRow("2^31 wide: -1..INT_MAX") << -1 << INT_MAX;
+    QTest::newRow("2^31 + 1 wide: INT_MIN..1") << INT_MIN << 1;
+    QTest::newRow("2^32 - 1 wide: INT_MIN..INT_MAX") << INT_MIN << INT_MAX;
+}
+
+void tst_CMwQRangeSlider::widerThanStyleTakes()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+
+    // The track does not depend on the range: a narrow slider of the same
+    // size shows where handles at the ends of the track stand.
+    TestRangeSlider reference(Qt::Horizontal);
+    setUpTrack(&reference);
+    reference.setRange(0, 8);
+    reference.setValues(0, 0);
+
+    TestRangeSlider slider(Qt::Horizontal);
+    setUpTrack(&slider);
+    slider.setRange(minimum, maximum);
+    slider.setValues(minimum, minimum);
+    slider.setValue(minimum);
+    QImage image(slider.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage expected(slider.size(), QImage::Format_ARGB32_Premultiplied);
+    slider.render(&image);
+    reference.render(&expected);
+    QCOMPARE(image, expected);
+
+    // The handle tool tip hit-tests the base slider's handle, at the start.
+    slider.setHandleToolTip(QStringLiteral("at %1"));
+    const QPoint start = reference.lowerRect().center();
+    QToolTip::hideText();
+    QHelpEvent help(QEvent::ToolTip, start, slider.mapToGlobal(start));
+    QApplication::sendEvent(&slider, &help);
+    QCOMPARE(QToolTip::text(), QStringLiteral("at %1").arg(minimum));
+    QToolTip::hideText();
+    QHoverEvent hover(QEvent::HoverMove, start, QPoint(0, 0));
+    QApplication::sendEvent(&slider, &hover);
+
+    // The upper handle, pressed at the start of the track (it wins the tie),
+    // is dragged to the end of it and half way back.
+    QVERIFY(press(&slider, start));
+    QVERIFY(slider.isMaximumSliderDown());
+    QVERIFY(move(&slider, QPoint(slider.width() + 50, start.y())));
+    QCOMPARE(slider.maximumValue(), maximum);
+    const QRect groove = reference.grooveRect();
+    const int span = groove.width() - reference.lowerRect().width();
+    const int grip = start.x() - reference.lowerRect().left();
+    QVERIFY(move(&slider, QPoint(groove.x() + span / 2 + grip, start.y())));
+    const qint64 middle = qint64(minimum) + (qint64(maximum) - minimum) / 2;
+    QVERIFY2(qAbs(slider.maximumValue() - middle) <= (qint64(maximum) - minimum) / span + 1,
+        qPrintable(QString::number(slider.maximumValue())));
+    release(&slider, QPoint(groove.x() + span / 2 + grip, start.y()));
+    QVERIFY(!slider.isSliderDown());
+
+    // Both handles dragged together from the groove between them.
+    slider.setValues(minimum, maximum);
+    slider.render(&image);
+    const QPoint between(groove.x() + span / 2 + grip, start.y());
+    QVERIFY(press(&slider, between));
+    QVERIFY(slider.isMinimumSliderDown() && slider.isMaximumSliderDown());
+    QVERIFY(move(&slider, QPoint(-50, start.y())));
+    QCOMPARE(slider.minimumValue(), minimum);
+    release(&slider, QPoint(-50, start.y()));
+    QVERIFY(!slider.isSliderDown());
 }
 
 void tst_CMwQRangeSlider::emptyRange()

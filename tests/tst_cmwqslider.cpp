@@ -302,7 +302,10 @@ private Q_SLOTS:
 
     void fullIntRange_data();
     void fullIntRange();
-    void widerThanIntRange();
+    void wideRangesPaintInPlace_data();
+    void wideRangesPaintInPlace();
+    void wideRangesHitTest_data();
+    void wideRangesHitTest();
     void overflowEndsRegularMarks();
     void emptyRange();
     void manyTickItems();
@@ -875,32 +878,170 @@ void tst_CMwQSlider::fullIntRange()
     QCOMPARE(inkAlong(image, g, aboveProbe(g)), withoutHandle(expected, g));
 }
 
-void tst_CMwQSlider::widerThanIntRange()
+void tst_CMwQSlider::wideRangesPaintInPlace_data()
 {
-    // QStyle::sliderPositionFromValue() of Qt 5.15 wraps for ranges wider
-    // than INT_MAX and puts every value on the first pixels of the track,
-    // where the style draws the handle too. The marks follow the style; the
-    // point here is that painting ends and draws nothing elsewhere.
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+
+    // Rows named by the width maximum - minimum. Qt 5.15's style arithmetic
+    // takes widths up to 2^31 - 1 (the first two rows pass straight to it);
+    // it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: INT_MIN + 1..0") << INT_MIN + 1 << 0;
+    QTest::newRow("2^31 - 1 wide: 0..INT_MAX") << 0 << INT_MAX;
+    QTest::newRow("2^31 wide: INT_MIN..0") << INT_MIN << 0;
+    QTest::newRow("2^31 wide: -1..INT_MAX") << -1 << INT_MAX;
+    QTest::newRow("2^31 + 1 wide: INT_MIN..1") << INT_MIN << 1;
+    QTest::newRow("3 * 2^30 wide: INT_MIN..2^30") << INT_MIN << (1 << 30);
+    QTest::newRow("2^32 - 2 wide: INT_MIN..INT_MAX - 1") << INT_MIN << INT_MAX - 1;
+    QTest::newRow("2^32 - 1 wide: INT_MIN..INT_MAX") << INT_MIN << INT_MAX;
+}
+
+void tst_CMwQSlider::wideRangesPaintInPlace()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+
+    // The track geometry does not depend on the range: a narrow slider of
+    // the same size gives it, with its handle at the start of the track.
+    TestSlider reference(Qt::Horizontal);
+    reference.resize(220, 60);
+    reference.setRange(0, 8);
+    reference.setValue(0);
+    const Geometry g(reference);
+
     TestSlider slider(Qt::Horizontal);
     slider.resize(220, 60);
-    slider.setRange(INT_MIN, INT_MAX);
-    slider.setValue(0);
-    slider.setTickInterval(1);
-    slider.setTickPosition(QSlider::TicksBothSides);
+    slider.setRange(minimum, maximum);
+    slider.setValue(minimum);
+    // At its minimum the handle is drawn where any slider draws it there.
+    QCOMPARE(renderOf(slider), renderOf(reference));
+
+    // Marks at the eighths of the range stand at the eighths of the track,
+    // give or take the pixel the style's truncation may cost.
+    const qint64 width = qint64(maximum) - minimum;
     TMwTickItemList items;
-    QList<int> positions;
-    for (qint64 v = INT_MIN; v <= INT_MAX; v += 4294967295LL / 64) {
-        items.append({int(v), QSlider::TicksBelow, QStringLiteral("x")});
-        positions.append(QStyle::sliderPositionFromValue(INT_MIN, INT_MAX, int(v), 205, false) + 7);
+    QList<int> ideal;
+    for (int k = 0; k <= 8; ++k) {
+        items.append({int(minimum + width * k / 8), QSlider::TicksBelow, QString()});
+        ideal.append(g.half + g.available * k / 8);
     }
     slider.setTickItemList(items);
-    const Geometry g(slider);
-    QCOMPARE(g.available, 205);
-    QCOMPARE(g.half, 7);
-    const QImage image = renderOf(slider);
-    QCOMPARE(inkAlong(image, g, belowProbe(g)), withoutHandle(positions, g));
-    for (int x : inkAlong(image, g, aboveProbe(g)))
-        QVERIFY(positions.contains(x));
+    const QList<int> expected = withoutHandle(ideal, g);
+    const QList<int> drawn = inkAlong(renderOf(slider), g, belowProbe(g));
+    QCOMPARE(drawn.size(), expected.size());
+    for (int i = 0; i < drawn.size(); ++i)
+        QVERIFY2(qAbs(drawn.at(i) - expected.at(i)) <= 1,
+            qPrintable(QStringLiteral("mark %1 at %2, expected %3")
+                           .arg(i)
+                           .arg(drawn.at(i))
+                           .arg(expected.at(i))));
+
+    // Regular marks over such a range fall on every pixel of the track
+    // (those next to the handle lie under its outline).
+    slider.setTickItemList({});
+    slider.setTickInterval(1);
+    slider.setTickPosition(QSlider::TicksAbove);
+    reference.setTickPosition(QSlider::TicksAbove);
+    const Geometry marked(reference);
+    const QList<int> regular = inkAlong(renderOf(slider), marked, aboveProbe(marked));
+    for (int x = marked.handle.right() + 3; x < marked.half + marked.available; ++x)
+        QVERIFY2(regular.contains(x), qPrintable(QStringLiteral("no mark at %1").arg(x)));
+}
+
+void tst_CMwQSlider::wideRangesHitTest_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<Qt::Orientation>("orientation");
+
+    // Rows named by the width maximum - minimum, as in the painting test.
+    const struct
+    {
+        const char *name;
+        int minimum;
+        int maximum;
+    } ranges[] = {{"2^31 - 1 wide: INT_MIN + 1..0", INT_MIN + 1, 0},
+        {"2^31 - 1 wide: 0..INT_MAX", 0, INT_MAX}, {"2^31 wide: INT_MIN..0", INT_MIN, 0},
+        {"2^31 wide: -1..INT_MAX", -1, INT_MAX}, {"2^31 + 1 wide: INT_MIN..1", INT_MIN, 1},
+        {"3 * 2^30 wide: INT_MIN..2^30", INT_MIN, 1 << 30},
+        {"2^32 - 2 wide: INT_MIN..INT_MAX - 1", INT_MIN, INT_MAX - 1},
+        {"2^32 - 1 wide: INT_MIN..INT_MAX", INT_MIN, INT_MAX}};
+    for (const auto &range : ranges) {
+        QTest::addRow("%s, horizontal", range.name)
+            << range.minimum << range.maximum << Qt::Horizontal;
+        QTest::addRow("%s, vertical", range.name) << range.minimum << range.maximum << Qt::Vertical;
+    }
+}
+
+void tst_CMwQSlider::wideRangesHitTest()
+{
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    QFETCH(Qt::Orientation, orientation);
+    const bool horizontal = orientation == Qt::Horizontal;
+    const QSize size = horizontal ? QSize(220, 30) : QSize(30, 220);
+    // A point from its coordinate along the track and the one across it.
+    const auto at = [horizontal](int along, int across) {
+        return horizontal ? QPoint(along, across) : QPoint(across, along);
+    };
+    const auto alongOf = [horizontal](const QPoint &p) { return horizontal ? p.x() : p.y(); };
+    const auto acrossOf = [horizontal](const QPoint &p) { return horizontal ? p.y() : p.x(); };
+
+    TestSlider reference(orientation);
+    reference.resize(size);
+    reference.setRange(0, 8);
+    reference.setValue(0);
+    const Geometry g(reference);
+
+    TestSlider slider(orientation);
+    slider.resize(size);
+    slider.setRange(minimum, maximum);
+    slider.setValue(minimum);
+    slider.setPageStep(1000);
+    QSignalSpy moved(&slider, &QSlider::sliderMoved);
+
+    const auto send = [&slider](QEvent::Type type, const QPoint &point, Qt::MouseButtons buttons) {
+        QMouseEvent e(
+            type, point, slider.mapToGlobal(point), Qt::LeftButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(&slider, &e);
+        return e.isAccepted();
+    };
+    // The minimum is at the start of a horizontal track, at the bottom of a
+    // vertical one.
+    const QPoint onHandle = g.handle.center();
+    QHoverEvent hover(QEvent::HoverMove, onHandle, QPoint(0, 0));
+    QApplication::sendEvent(&slider, &hover);
+
+    // The handle at the minimum is grabbed where the style draws it, and
+    // follows the mouse along the track to the maximum.
+    QVERIFY(send(QEvent::MouseButtonPress, onHandle, Qt::LeftButton));
+    QVERIFY(slider.isSliderDown());
+    const int grip = alongOf(onHandle) - alongOf(g.handle.topLeft());
+    // The track a handle's leading edge runs along, as QSlider takes it.
+    const int trackStart = alongOf(g.rawGroove.topLeft());
+    const int span = horizontal ? g.rawGroove.width() - g.handle.width()
+                                : g.rawGroove.height() - g.handle.height();
+    QVERIFY(send(
+        QEvent::MouseMove, at(trackStart + span / 2 + grip, acrossOf(onHandle)), Qt::LeftButton));
+    const qint64 middle = qint64(minimum) + (qint64(maximum) - minimum) / 2;
+    // Half way along the track is half way through the range, within what
+    // two pixels stand for: the rounding of the middle pixel, and the pixel
+    // the style's truncation may have cost the handle where it was grabbed.
+    QVERIFY2(qAbs(slider.value() - middle) <= 2 * (qint64(maximum) - minimum) / span + 1,
+        qPrintable(QString::number(slider.value())));
+    const QPoint beyond = at(horizontal ? slider.width() + 50 : -50, acrossOf(onHandle));
+    QVERIFY(send(QEvent::MouseMove, beyond, Qt::LeftButton));
+    QCOMPARE(slider.value(), maximum);
+    QVERIFY(send(QEvent::MouseButtonRelease, beyond, Qt::NoButton));
+    QVERIFY(!slider.isSliderDown());
+    QCOMPARE(moved.count(), 2);
+
+    // A press on the groove where the handle was pages down once.
+    QVERIFY(send(QEvent::MouseButtonPress, onHandle, Qt::LeftButton));
+    QVERIFY(!slider.isSliderDown());
+    QCOMPARE(slider.value(), maximum - 1000);
+    QVERIFY(send(QEvent::MouseButtonRelease, onHandle, Qt::NoButton));
+    QCOMPARE(slider.value(), maximum - 1000);
 }
 
 void tst_CMwQSlider::overflowEndsRegularMarks()

@@ -11,6 +11,7 @@
 #include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QAccessible>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QHeaderView>
@@ -333,6 +334,7 @@ private Q_SLOTS:
     void filterEditor();
     void readyModelGroupRows();
     void everyVisibleTextIsGerman();
+    void accessibleTextsAreGerman();
     void germanConditionsFilter_data();
     void germanConditionsFilter();
     void germanOperatorsFold();
@@ -576,6 +578,68 @@ void tst_TranslationsDe::everyVisibleTextIsGerman()
             QVERIFY2(text.isEmpty() || seen.contains(text), qPrintable(text));
     }
     QVERIFY(seen.contains(QStringLiteral("Note: (leer) (1)")));
+}
+
+// What a screen reader reads out: the names and descriptions of every
+// element of the grid, its row labels and cells, in German.
+void tst_TranslationsDe::accessibleTextsAreGerman()
+{
+    CMwHierarchicalGridView grid;
+    grid.setModel(cities(&grid));
+    QVERIFY(showAt(grid, 800, 500));
+    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
+    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+    QTRY_VERIFY(editor->isVisible());
+
+    const QSet<QString> english = m_catalogue.englishTexts();
+    QList<QWidget *> widgets = grid.findChildren<QWidget *>();
+    widgets.prepend(&grid);
+    QVector<QAccessibleInterface *> pending;
+    for (QWidget *w : qAsConst(widgets)) {
+        if (QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(w))
+            pending << iface;
+    }
+    int checked = 0;
+    while (!pending.isEmpty()) {
+        QAccessibleInterface *iface = pending.takeLast();
+        for (QAccessible::Text t : {QAccessible::Name, QAccessible::Description}) {
+            const QString text = iface->text(t);
+            ++checked;
+            QVERIFY2(text.isEmpty() || !english.contains(text),
+                qPrintable(QStringLiteral("English \"%1\" read out").arg(text)));
+        }
+        // Item views' cells and header cells have no widget of their own.
+        if (!iface->object() || qobject_cast<QAbstractItemView *>(iface->object())) {
+            for (int i = 0; i < iface->childCount(); ++i) {
+                QAccessibleInterface *child = iface->child(i);
+                if (child && !child->object())
+                    pending << child;
+            }
+        }
+    }
+    QVERIFY(checked > 100);
+
+    auto *button = grid.findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name),
+        QStringLiteral("Spalten an Inhalt anpassen"));
+    auto *toolbar = grid.findChild<QToolBar *>(QStringLiteral("MainToolbar"));
+    QStringList toolNames;
+    for (QAction *action : toolbar->actions())
+        toolNames << QAccessible::queryAccessibleInterface(toolbar->widgetForAction(action))
+                         ->text(QAccessible::Name);
+    QCOMPARE(toolNames, toolbarTexts);
+    for (int column = 1; column <= 3; ++column)
+        QCOMPARE(editor->cellWidget(0, column)->accessibleName(), filterHeaders.at(column));
+    QCOMPARE(QAccessible::queryAccessibleInterface(editor->cellWidget(0, 2))
+                 ->text(QAccessible::Description),
+        placeholder);
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(
+        grid.findChild<QTableView *>(QStringLiteral("statisticTableView")));
+    QStringList rowLabels;
+    for (int i = 0; i < table->childCount(); ++i)
+        if (table->child(i)->role() == QAccessible::RowHeader)
+            rowLabels << table->child(i)->text(QAccessible::Name);
+    QCOMPARE(rowLabels, ::statisticsLabels);
 }
 
 void tst_TranslationsDe::germanConditionsFilter_data()

@@ -51,6 +51,11 @@ public:
     /*! The current header model, or null. */
     QAbstractItemModel *headerModel() const;
 
+    /*! Runs the column context menu ("Hide Column", "Show All Columns",
+        "Group By", "Ungroup") for \a logicalIndex, placed under the
+        section's cell: the keyboard's way to the menu a right click opens. */
+    void showColumnMenu(int logicalIndex);
+
     /*! The style option every cell of \a logicalIndex is drawn and measured with. */
     QStyleOptionHeader styleOptionForCell(int logicalIndex) const;
 

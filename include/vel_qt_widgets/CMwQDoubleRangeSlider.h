@@ -86,10 +86,18 @@ public:
 
     /*! Size of one integer unit of the inner slider, in slider units. */
     double singleStep() const;
-    /*! Changes the step if isValidStep(); otherwise warns and changes nothing.
-        Emits no signal. */
+    /*! Changes the step if isValidStep() and \a step is finite; otherwise
+        warns and changes nothing. Emits no signal.
+
+        On an empty range any finite step is taken, zero and negative ones
+        too. Such a step cannot divide: until a positive step is set, the
+        inner slider stands on 0 and cannot move, while the values are still
+        kept (as doubles, clamped into the range) when the range widens. */
     void setSingleStep(double step);
-    /*! True if \a step may become singleStep() for the current range. */
+    /*! True if \a step may become singleStep() for the current range: always
+        on an empty range, otherwise when it lies between the larger of
+        maximum / DBL_MAX and DBL_EPSILON and the smaller of the range's width
+        and INT_MAX. */
     bool isValidStep(double step) const;
 
     /*! The lower handle's value, in public units. */

@@ -94,6 +94,16 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *e) override;
     /*! Reimplemented to draw the extra tick items and their labels. */
     void paintEvent(QPaintEvent *e) override;
+    /*! Reimplemented: QSlider's handling, done by this class for ranges
+        wider than INT_MAX, on which QSlider's style arithmetic fails. */
+    void mousePressEvent(QMouseEvent *e) override;
+    /*! Reimplemented; see mousePressEvent(). */
+    void mouseMoveEvent(QMouseEvent *e) override;
+    /*! Reimplemented; see mousePressEvent(). */
+    void mouseReleaseEvent(QMouseEvent *e) override;
+    /*! Reimplemented: hover tracking is left out for ranges wider than
+        INT_MAX; see mousePressEvent(). */
+    bool event(QEvent *e) override;
 
     //! Private data; named apart from QObject::d_ptr, which it would otherwise hide.
     const QScopedPointer<CMwQSliderPrivate> d_vel;

@@ -132,6 +132,17 @@
     </message>
 </context>
 <context>
+    <name>CMwQRangeSlider</name>
+    <message>
+        <source>maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>minimum</source>
+        <translation>Minimum</translation>
+    </message>
+</context>
+<context>
     <name>cmwhierarchicalgridview.cpp</name>
     <message>
         <source>Show Statistics</source>
@@ -156,6 +167,10 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Fit Columns to Contents</source>
+        <translation>Spalten an Inhalt anpassen</translation>
     </message>
 </context>
 </TS>

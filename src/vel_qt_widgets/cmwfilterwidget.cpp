@@ -1,5 +1,6 @@
 #include "cmwfilterwidget_p.h"
 
+#include "cmwfilterkeynavigator_p.h"
 #include "cmwfiltertexts_p.h"
 
 #include <vel_qt_widgets/CMwPickerForTable.h>
@@ -50,6 +51,9 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
     verticalHeader()->setDefaultSectionSize(rowSize);
     header->setHighlightSections(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
+
+    d_vel->navigator = new CMwFilterKeyNavigator(this);
+    setItemDelegateForColumn(ValueColumn, new CMwFilterValueDelegate(d_vel->navigator, this));
 }
 
 CMwFilterWidget::~CMwFilterWidget() = default;
@@ -122,6 +126,16 @@ void CMwFilterWidget::addRow(int row)
     connect(comparator, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboComparatorChanged(int)));
     connect(comparator, SIGNAL(popupWillShow(bool&)), this, SLOT(onComboComparatorPopupWillShow(bool&)));
     setCellWidget(row, ComparatorColumn, comparator);
+
+    // The pickers carry their column's caption as name for screen readers,
+    // and join the editor's Tab walk.
+    const QStringList captions = VelFilterTexts::headerTexts();
+    op->setAccessibleName(captions.value(OperatorColumn));
+    columnPicker->setAccessibleName(captions.value(ColumnColumn));
+    comparator->setAccessibleName(captions.value(ComparatorColumn));
+    d->navigator->watch(op);
+    d->navigator->watch(columnPicker);
+    d->navigator->watch(comparator);
 
     auto *value = new QTableWidgetItem(QString());
     value->setFlags(value->flags() & ~Qt::ItemIsEnabled);

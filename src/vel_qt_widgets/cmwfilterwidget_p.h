@@ -6,6 +6,8 @@
 
 #include <QtCore/QPointer>
 
+class CMwFilterKeyNavigator;
+
 class VEL_QT_WIDGETS_EXPORT CMwFilterWidgetPrivate
 {
     Q_DECLARE_PUBLIC(CMwFilterWidget)
@@ -18,6 +20,8 @@ public:
     QPointer<CMwSortFilterProxyModel> m_refModel;
     QVector<QVector<QVariant>> m_lastFilter;
     bool m_bActive = false;
+    // Tab walk through the cells; owned by the widget.
+    CMwFilterKeyNavigator *navigator = nullptr;
 };
 
 #endif // VEL_QT_WIDGETS_CMWFILTERWIDGET_P_H

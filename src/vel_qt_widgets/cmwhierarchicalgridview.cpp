@@ -6,8 +6,10 @@
 #include <vel_system/MW_GetTranslation.h>
 
 #include <QtCore/QEvent>
+#include <QtGui/QContextMenuEvent>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QIcon>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
@@ -42,6 +44,8 @@ const char *const defineFilterText
 const char *const upText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Up");
 const char *const downText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Down");
 const char *const removeText = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Remove");
+const char *const fitColumnsText
+    = QT_TRANSLATE_NOOP("cmwhierarchicalgridview.cpp", "Fit Columns to Contents");
 
 constexpr int statisticsRows = 6;
 
@@ -60,6 +64,38 @@ const int statisticsRoles[statisticsRows] = {StatCountRole, StatDistinctRole, St
 } // namespace
 
 CMwHierarchicalGridViewPrivate::~CMwHierarchicalGridViewPrivate() = default;
+
+bool CMwHierarchicalGridViewPrivate::handleBodyMenuKey(QEvent *event)
+{
+    bool menuKey = false;
+    if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const Qt::KeyboardModifiers modifiers
+            = key->modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+        menuKey = (key->key() == Qt::Key_Menu && modifiers == Qt::NoModifier)
+            || (key->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier);
+    } else if (event->type() == QEvent::ContextMenu) {
+        // Some platforms turn the menu key into a context-menu event; a right
+        // click in the body (mouse reason, sent to the viewport) stays as it is.
+        menuKey = static_cast<QContextMenuEvent *>(event)->reason() == QContextMenuEvent::Keyboard;
+    }
+    if (!menuKey)
+        return false;
+    event->accept();
+    CMwGridTreeView *view = dataView();
+    auto *header = view ? qobject_cast<CMwHierarchicalHeaderView *>(view->header()) : nullptr;
+    if (!header || header->count() == 0)
+        return true;
+    int section = view->currentIndex().isValid() ? view->currentIndex().column() : -1;
+    // Without a current cell, the first column the user can see.
+    for (int visual = 0;
+         (section < 0 || header->isSectionHidden(section)) && visual < header->count(); ++visual) {
+        section = header->logicalIndex(visual);
+    }
+    if (section >= 0 && !header->isSectionHidden(section))
+        header->showColumnMenu(section);
+    return true;
+}
 
 CMwGridTreeView *CMwHierarchicalGridViewPrivate::dataView() const
 {
@@ -115,6 +151,8 @@ void CMwHierarchicalGridView::init()
     resizeButton->setMaximumHeight(10);
     resizeButton->setIcon(QIcon(QStringLiteral(":/w32_commonres/res/AutoSize_columns.svg")));
     connect(resizeButton, SIGNAL(pressed()), this, SLOT(onResizeToContents()));
+    // Icon only: screen readers need the name the picture stands for.
+    resizeButton->setAccessibleName(translated(fitColumnsText));
 
     auto *dataView = new CMwGridTreeView(this);
     dataView->setObjectName(QStringLiteral("DataView"));
@@ -236,6 +274,29 @@ void CMwHierarchicalGridView::init()
     connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
             dataView->horizontalScrollBar(), SLOT(setValue(int)));
     statistics->horizontalScrollBar()->installEventFilter(this);
+
+    // Tool buttons take no focus by default; Tab reaches them here, and
+    // Space triggers them. A click still leaves the focus where it was.
+    QWidget *previous = nullptr;
+    for (QAction *action : toolbar->actions()) {
+        QWidget *button = toolbar->widgetForAction(action);
+        if (!button)
+            continue;
+        button->setFocusPolicy(Qt::TabFocus);
+        if (previous)
+            setTabOrder(previous, button);
+        previous = button;
+    }
+    // Tab runs top to bottom as the grid is laid out; the toolbar joined
+    // the grid last and would otherwise come last.
+    const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
+    for (QWidget *next : below) {
+        if (previous)
+            setTabOrder(previous, next);
+        previous = next;
+    }
+    // The menu key and Shift+F10 in the body open the column menu.
+    dataView->installEventFilter(this);
 }
 
 void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
@@ -611,6 +672,10 @@ void CMwHierarchicalGridView::onFilterChanged() {}
 bool CMwHierarchicalGridView::eventFilter(QObject *watched, QEvent *event)
 {
     Q_D(CMwHierarchicalGridView);
+    if ((event->type() == QEvent::KeyPress || event->type() == QEvent::ContextMenu)
+        && watched == d->dataView() && d->handleBodyMenuKey(event)) {
+        return true;
+    }
     if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
         QTableView *table = d->statisticTableView();
         auto *bar = qobject_cast<QScrollBar *>(watched);

@@ -21,6 +21,9 @@ public:
     QTableView *statisticTableView() const;
     CMwFilterWidget *filterTable() const;
     CMwVHeaderView *rowNumbers() const;
+    // The menu key or Shift+F10 in the body: runs the column menu for the
+    // current column and says whether the event was used.
+    bool handleBodyMenuKey(QEvent *event);
     // Back to the state before the first model: nothing shown, nothing
     // left that could reach a destroyed source or proxy.
     void showNoModel();

@@ -686,36 +686,60 @@ void CMwHierarchicalHeaderView::onSectionResized(int logicalIndex)
 
 void CMwHierarchicalHeaderView::onCustomMenuRequested(QPoint pos)
 {
-    const int section = logicalIndexAt(pos);
+    Q_D(CMwHierarchicalHeaderView);
+    d->runColumnMenu(logicalIndexAt(pos), pos, QCursor::pos());
+}
 
-    QMenu *menu = new QMenu(this);
-    menu->addAction(tr("Hide Column"));
-    menu->addAction(tr("Show All Columns"));
+void CMwHierarchicalHeaderView::showColumnMenu(int logicalIndex)
+{
+    Q_D(CMwHierarchicalHeaderView);
+    if (logicalIndex < 0 || logicalIndex >= count()) {
+        qWarning("CMwHierarchicalHeaderView::showColumnMenu: no section %d", logicalIndex);
+        return;
+    }
+    // Opened from the keyboard: the menu stands under the section's cell,
+    // kept inside the header when the section is scrolled out of sight.
+    QPoint pos;
+    const int start = sectionViewportPosition(logicalIndex);
+    if (orientation() == Qt::Horizontal)
+        pos = QPoint(qBound(0, start, qMax(0, viewport()->width() - 1)), viewport()->height());
+    else
+        pos = QPoint(viewport()->width(), qBound(0, start, qMax(0, viewport()->height() - 1)));
+    d->runColumnMenu(logicalIndex, pos, viewport()->mapToGlobal(pos));
+}
+
+void CMwHierarchicalHeaderViewPrivate::runColumnMenu(
+    int section, const QPoint &pos, const QPoint &globalPos)
+{
+    Q_Q(CMwHierarchicalHeaderView);
+    QMenu *menu = new QMenu(q);
+    menu->addAction(CMwHierarchicalHeaderView::tr("Hide Column"));
+    menu->addAction(CMwHierarchicalHeaderView::tr("Show All Columns"));
     menu->addSeparator();
-    menu->addAction(tr("Group By"));
-    menu->addAction(tr("Ungroup"));
+    menu->addAction(CMwHierarchicalHeaderView::tr("Group By"));
+    menu->addAction(CMwHierarchicalHeaderView::tr("Ungroup"));
     menu->move(pos);
     menu->setMinimumWidth(menuMinimumWidth);
-    const QAction *chosen = menu->exec(QCursor::pos());
+    const QAction *chosen = menu->exec(globalPos);
 
     if (chosen) {
         const QString text = chosen->text();
-        if (text == tr("Hide Column")) {
+        if (text == CMwHierarchicalHeaderView::tr("Hide Column")) {
             // The last visible section stays: a header with nothing left to
             // click could never be given its columns back.
-            setSectionHidden(section, hiddenSectionCount() + 1 < count());
-            Q_EMIT showColumn(section, false);
-        } else if (text == tr("Show All Columns")) {
-            for (int i = 0; i < count(); ++i) {
-                setSectionHidden(i, false);
-                Q_EMIT showColumn(i, true);
+            q->setSectionHidden(section, q->hiddenSectionCount() + 1 < q->count());
+            Q_EMIT q->showColumn(section, false);
+        } else if (text == CMwHierarchicalHeaderView::tr("Show All Columns")) {
+            for (int i = 0; i < q->count(); ++i) {
+                q->setSectionHidden(i, false);
+                Q_EMIT q->showColumn(i, true);
             }
-        } else if (text == tr("Group By")) {
-            if (model())
-                model()->sort(section, Qt::AscendingOrder);
-            Q_EMIT groupByColumn(section);
-        } else if (text == tr("Ungroup")) {
-            Q_EMIT groupByColumn(-1);
+        } else if (text == CMwHierarchicalHeaderView::tr("Group By")) {
+            if (q->model())
+                q->model()->sort(section, Qt::AscendingOrder);
+            Q_EMIT q->groupByColumn(section);
+        } else if (text == CMwHierarchicalHeaderView::tr("Ungroup")) {
+            Q_EMIT q->groupByColumn(-1);
         }
     }
     delete menu;

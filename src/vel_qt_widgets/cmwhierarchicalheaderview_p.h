@@ -100,6 +100,9 @@ public:
     bool spanPaintedLater(const QModelIndex &cell, int section) const;
     // The empty header piece right of the last section.
     void drawTrailingPiece(QPainter *painter, const QRect &lastSection) const;
+    // The column menu for section (-1 is passed on unchecked), moved to pos
+    // in header coordinates and run modally at globalPos.
+    void runColumnMenu(int section, const QPoint &pos, const QPoint &globalPos);
 
     CMwHierarchicalHeaderView *q_ptr = nullptr;
     QPointer<QAbstractItemModel> headerModel;

@@ -14,6 +14,18 @@ CMwPickerForTablePrivate::CMwPickerForTablePrivate(CMwPickerForTable *q)
 
 CMwPickerForTablePrivate::~CMwPickerForTablePrivate() = default;
 
+void CMwPickerForTablePrivate::updateDescription()
+{
+    Q_Q(CMwPickerForTable);
+    if (q->accessibleDescription() != ownDescription)
+        return;
+    QString description;
+    if (q->currentIndex() == -1 && q->currentText().isEmpty())
+        description = m_text.isEmpty() ? VelFilterTexts::selectText() : m_text;
+    ownDescription = description;
+    q->setAccessibleDescription(description);
+}
+
 CMwPickerForTable::CMwPickerForTable(QWidget *parent)
     : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
 {
@@ -35,6 +47,7 @@ CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *mo
     init(model, parent);
     setCurrentIndex(findData(text, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive));
     d->m_text = text;
+    d->updateDescription();
 }
 
 CMwPickerForTable::CMwPickerForTable(CMwPickerForTablePrivate *d, QWidget *parent)
@@ -55,6 +68,7 @@ void CMwPickerForTable::init(QAbstractItemModel *model, QWidget *parent)
     connect(this, SIGNAL(currentIndexChanged(int)), this, SLOT(onCurrentIndexChanged(int)));
     setEditable(false);
     setFrame(false);
+    d->updateDescription();
 }
 
 void CMwPickerForTable::setIcon(const QIcon &icon)
@@ -123,6 +137,8 @@ void CMwPickerForTable::paintEvent(QPaintEvent *event)
 
 void CMwPickerForTable::onCurrentIndexChanged(int index)
 {
+    Q_D(CMwPickerForTable);
+    d->updateDescription();
     // The popup closes (and says so) before the choice is reported.
     hidePopup();
     QModelIndex modelIndex;

@@ -17,6 +17,12 @@ public:
     CMwPickerForTable *q_ptr;
     QIcon m_icon;   // beside the "<select>" placeholder
     QString m_text; // caller's placeholder; empty means "<select>"
+    // The accessible description this picker set itself (the placeholder);
+    // one the application set is left alone.
+    QString ownDescription;
+
+    // Describes the placeholder to assistive technology while nothing is chosen.
+    void updateDescription();
 };
 
 #endif // VEL_QT_WIDGETS_CMWPICKERFORTABLE_P_H

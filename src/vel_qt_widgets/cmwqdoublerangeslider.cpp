@@ -1,5 +1,7 @@
 #include "cmwqdoublerangeslider_p.h"
 
+#include "cmwqslider_p.h"
+#include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -46,6 +48,9 @@ void CMwQDoubleRangeSliderPrivate::connectSlider()
     // The widget's own handle tool tip speaks in public units, ahead of the
     // inner slider's integer one.
     slider->installEventFilter(q);
+    // The widget the application placed takes the focus for its slider.
+    q->setFocusPolicy(slider->focusPolicy());
+    q->setFocusProxy(slider);
 }
 
 QPair<double, double> CMwQDoubleRangeSliderPrivate::handleValues(int lower, int upper) const
@@ -119,6 +124,8 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
         Q_EMIT q->minimumValueChanged(q->minimumValue());
     if (upperChanged)
         Q_EMIT q->maximumValueChanged(q->maximumValue());
+    if (lowerChanged || upperChanged)
+        CMwQSliderAccessibility::rangeValuesChanged(q, lowerChanged, upperChanged);
 }
 
 CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
@@ -250,6 +257,9 @@ void CMwQDoubleRangeSlider::setSingleStep(double step)
     d->minimumOffset = d->offsetFor(d->minimumValue);
     d->maximumOffset = d->offsetFor(d->maximumValue);
     setRange(lowEnd, highEnd);
+    // Should the range have been refused in values, the inner slider still
+    // takes the stored one with the new step.
+    d->applyInnerRange();
     setValues(lower, upper);
     setPositions(lower, upper);
     blockSignals(wasBlocked);
@@ -546,14 +556,19 @@ bool CMwQDoubleRangeSlider::eventFilter(QObject *watched, QEvent *event)
         // Each handle in turn, lower first, at its own position.
         option.sliderPosition = d->slider->minimumPosition();
         option.sliderValue = d->slider->minimumValue();
+        QStyleOptionSlider fitted = option;
+        CMwQSliderGeometry::fitStyleOption(&fitted);
         double shown = minimumValue();
-        QStyle::SubControl hit =
-            style->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), d->slider);
+        QStyle::SubControl hit
+            = style->hitTestComplexControl(QStyle::CC_Slider, &fitted, helpEvent->pos(), d->slider);
         if (hit != QStyle::SC_SliderHandle) {
             option.sliderPosition = d->slider->maximumPosition();
             option.sliderValue = d->slider->maximumValue();
             shown = maximumValue();
-            hit = style->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), d->slider);
+            fitted = option;
+            CMwQSliderGeometry::fitStyleOption(&fitted);
+            hit = style->hitTestComplexControl(
+                QStyle::CC_Slider, &fitted, helpEvent->pos(), d->slider);
         }
         if (hit == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(),

@@ -16,6 +16,8 @@ public:
     CMwQDoubleRangeSliderPrivate();
     ~CMwQDoubleRangeSliderPrivate() override;
 
+    static CMwQDoubleRangeSliderPrivate *get(CMwQDoubleRangeSlider *q) { return q->d_func(); }
+
     void init();
     void connectSlider();
 

@@ -1,5 +1,7 @@
 #include "cmwqdoubleslider_p.h"
 
+#include "cmwqslider_p.h"
+#include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <QtCore/QCoreApplication>
@@ -69,6 +71,9 @@ void CMwQDoubleSliderPrivate::init()
     Q_Q(CMwQDoubleSlider);
     slider = new CMwQSliderEx(q);
     slider->installEventFilter(q);
+    // The widget the application placed takes the focus for its slider.
+    q->setFocusPolicy(slider->focusPolicy());
+    q->setFocusProxy(slider);
     embedInnerSlider();
     pageStep = slider->pageStep();
     value = slider->value();
@@ -170,8 +175,10 @@ void CMwQDoubleSlider::setValue(double value)
     }
     const double old = d->value;
     d->value = v;
-    if (d->movedBeyondNoise(v, old))
+    if (d->movedBeyondNoise(v, old)) {
         Q_EMIT valueChanged(this->value());
+        CMwQSliderAccessibility::valueChanged(this);
+    }
 }
 
 double CMwQDoubleSlider::sliderPosition() const
@@ -398,6 +405,7 @@ void CMwQDoubleSlider::onValueChanged(int value)
     if (v != d->value) {
         d->value = v;
         Q_EMIT valueChanged(this->value());
+        CMwQSliderAccessibility::valueChanged(this);
     }
 }
 
@@ -434,6 +442,7 @@ bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)
         auto *helpEvent = static_cast<QHelpEvent *>(event);
         QStyleOptionSlider option;
         initSliderStyleOption(d->slider, &option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         const QStyle::SubControl hit = d->slider->style()->hitTestComplexControl(
             QStyle::CC_Slider, &option, helpEvent->pos(), this);
         if (!d->handleToolTip.isEmpty() && hit == QStyle::SC_SliderHandle) {

@@ -26,6 +26,8 @@ public:
     CMwQDoubleSliderPrivate();
     ~CMwQDoubleSliderPrivate() override;
 
+    static CMwQDoubleSliderPrivate *get(CMwQDoubleSlider *q) { return q->d_func(); }
+
     void init();
 
     // The step mapping with this slider's one offset.

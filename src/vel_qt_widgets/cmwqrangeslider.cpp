@@ -1,5 +1,8 @@
 #include "cmwqrangeslider_p.h"
 
+#include "cmwqslideraccessible_p.h"
+
+#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QStyleOptionSlider>
 #include <QtWidgets/QStylePainter>
@@ -150,6 +153,8 @@ void CMwQRangeSlider::setValues(int l, int u)
         Q_EMIT minimumValueChanged(d->minimumValue);
     if (maxValueChanged)
         Q_EMIT maximumValueChanged(d->maximumValue);
+    if (minValueChanged || maxValueChanged)
+        CMwQSliderAccessibility::rangeValuesChanged(this, minValueChanged, maxValueChanged);
 
     if (minValueChanged || maxValueChanged || minPositionChanged || maxPositionChanged)
         update();
@@ -220,8 +225,9 @@ struct Track
     bool upsideDown = false;
 };
 
-Track trackOf(const QSlider *slider, const QStyleOptionSlider &option)
+Track trackOf(const QSlider *slider, QStyleOptionSlider option)
 {
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle *style = slider->style();
     const QRect gr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
     const QRect sr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
@@ -256,11 +262,14 @@ HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate 
 
     option.sliderPosition = d->minimumPosition;
     option.sliderValue = d->minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMin = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect minRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
+    option = base;
     option.sliderPosition = d->maximumPosition;
     option.sliderValue = d->maximumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle::SubControl hitMax = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
     const QRect maxRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
@@ -325,9 +334,12 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         return;
     }
 
-    const QStyle::SubControl control =
-        style()->hitTestComplexControl(QStyle::CC_Slider, &option, e->pos(), this);
-    const QRect groove = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
+    QStyleOptionSlider fitted = option;
+    CMwQSliderGeometry::fitStyleOption(&fitted);
+    const QStyle::SubControl control
+        = style()->hitTestComplexControl(QStyle::CC_Slider, &fitted, e->pos(), this);
+    const QRect groove
+        = style()->subControlRect(QStyle::CC_Slider, &fitted, QStyle::SC_SliderGroove, this);
     const int low = horizontal ? hit.rect.left() : hit.rect.top();
     const int high = horizontal ? hit.rect.right() : hit.rect.bottom();
     if (control == QStyle::SC_SliderGroove && mepos > low && mepos < high) {
@@ -335,9 +347,9 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
         // In double precision: the sum of two ints may overflow.
         d->dragAnchorPosition = int((double(d->minimumPosition) + d->maximumPosition) * 0.5);
         d->dragClickOffset = mepos
-            - (QStyle::sliderPositionFromValue(minimum(), maximum(), d->dragAnchorPosition,
-                                               track.end - track.start, track.upsideDown)
-               + track.start);
+            - (CMwQSliderGeometry::positionFromValue(minimum(), maximum(), d->dragAnchorPosition,
+                   track.end - track.start, track.upsideDown)
+                + track.start);
         d->dragHalfWidth = float((double(d->maximumPosition) - d->minimumPosition) * 0.5);
         setSliderDown(true);
         const CMwQRangeSliderPrivate::Handles both =
@@ -365,9 +377,8 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
     const int mepos = along(orientation(), e->pos());
     const int m = style()->pixelMetric(QStyle::PM_MaximumDragDistance, &option, this);
     const Track track = trackOf(this, option);
-    int newPos = QStyle::sliderValueFromPosition(minimum(), maximum(),
-                                                 mepos - d->dragClickOffset - track.start,
-                                                 track.end - track.start, track.upsideDown);
+    int newPos = CMwQSliderGeometry::valueFromPosition(minimum(), maximum(),
+        mepos - d->dragClickOffset - track.start, track.end - track.start, track.upsideDown);
     // Too far away from the widget, the drag snaps back to where it started.
     if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(e->pos()))
         newPos = d->dragAnchorPosition;
@@ -415,6 +426,7 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
     // such value; its minimum leaves the groove empty as well.
     option.subControls = QStyle::SC_SliderGroove;
     option.sliderValue = option.sliderPosition = clampToInt(double(minimum()) - maximum());
+    CMwQSliderGeometry::fitStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_Slider, option);
 
     const auto drawHandle = [&](bool lowerHandle) {
@@ -430,6 +442,12 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
             handle.activeSubControls = QStyle::SC_SliderHandle;
             handle.state |= QStyle::State_Sunken;
         }
+        CMwQSliderGeometry::fitStyleOption(&handle);
+        // Only the focused handle shows the focus; the groove on the other
+        // handle's side still does, as it would on a focused QSlider.
+        const CMwQRangeSliderPrivate::Handle which =
+            lowerHandle ? CMwQRangeSliderPrivate::LowerHandle : CMwQRangeSliderPrivate::UpperHandle;
+        const bool focusElsewhere = (handle.state & QStyle::State_HasFocus) && d->focusedHandle != which;
         const QRect grooveRect =
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
         const QRect handleRect =
@@ -442,6 +460,13 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
         else
             clip.setLeft(handleRect.left());
         painter.setClipRect(clip, Qt::ReplaceClip);
+        if (focusElsewhere) {
+            QStyleOptionSlider groove = handle;
+            groove.subControls = QStyle::SC_SliderGroove;
+            painter.drawComplexControl(QStyle::CC_Slider, groove);
+            handle.subControls = QStyle::SC_SliderHandle;
+            handle.state &= ~QStyle::State_HasFocus;
+        }
         painter.drawComplexControl(QStyle::CC_Slider, handle);
         painter.setClipRect(QRect(), Qt::NoClip);
     };
@@ -454,11 +479,23 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
         drawHandle(true);
         drawHandle(false);
     }
+
+    if (option.state & QStyle::State_HasFocus)
+        d->drawFocusFrame(&painter);
 }
 
 bool CMwQRangeSlider::event(QEvent *e)
 {
     Q_D(CMwQRangeSlider);
+    // Keys and focus go to the handles; the base slider's own value, which
+    // no one sees, must not move.
+    if (e->type() == QEvent::MouseButtonPress) {
+        const bool result = CMwQSlider::event(e);
+        d->followPressedHandle();
+        return result;
+    }
+    if (d->keyboardEvent(e))
+        return true;
     if (e->type() == QEvent::ToolTip && !d->handleToolTip.isEmpty()) {
         auto *helpEvent = static_cast<QHelpEvent *>(e);
         QStyleOptionSlider option;
@@ -468,6 +505,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->minimumPosition;
         option.sliderValue = d->minimumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->minimumValue));
@@ -477,6 +515,7 @@ bool CMwQRangeSlider::event(QEvent *e)
         option.sliderPosition = d->maximumPosition;
         option.sliderValue = d->maximumValue;
         initStyleOption(&option);
+        CMwQSliderGeometry::fitStyleOption(&option);
         if (style()->hitTestComplexControl(QStyle::CC_Slider, &option, helpEvent->pos(), this)
             == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(), d->handleToolTip.arg(d->maximumValue));
@@ -484,5 +523,229 @@ bool CMwQRangeSlider::event(QEvent *e)
             return true;
         }
     }
-    return QSlider::event(e);
+    return CMwQSlider::event(e);
+}
+
+void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
+{
+    Q_Q(const CMwQRangeSlider);
+    // Styles that frame a whole focused slider (Windows) draw the frame with
+    // the handle, inside the handle's clip above; this pass draws the focused
+    // handle once more with both handles clipped out, so that the frame goes
+    // all round and nothing else changes.
+    QStyleOptionSlider option;
+    if (focusedHandle == UpperHandle)
+        q->initMaximumSliderStyleOption(&option);
+    else
+        q->initMinimumSliderStyleOption(&option);
+    option.subControls = QStyle::SC_SliderHandle;
+    option.sliderPosition = focusedHandle == UpperHandle ? maximumPosition : minimumPosition;
+    option.sliderValue = focusedHandle == UpperHandle ? maximumValue : minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
+    QRegion clip(q->rect());
+    clip -= handleRect(LowerHandle);
+    clip -= handleRect(UpperHandle);
+    painter->setClipRegion(clip);
+    painter->drawComplexControl(QStyle::CC_Slider, option);
+    painter->setClipping(false);
+}
+
+QRect CMwQRangeSliderPrivate::handleRect(Handle handle) const
+{
+    Q_Q(const CMwQRangeSlider);
+    QStyleOptionSlider option;
+    if (handle == UpperHandle)
+        q->initMaximumSliderStyleOption(&option);
+    else
+        q->initMinimumSliderStyleOption(&option);
+    option.sliderPosition = handle == UpperHandle ? maximumPosition : minimumPosition;
+    option.sliderValue = handle == UpperHandle ? maximumValue : minimumValue;
+    CMwQSliderGeometry::fitStyleOption(&option);
+    return q->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
+}
+
+void CMwQRangeSliderPrivate::handleBounds(Handle handle, int *lowest, int *highest) const
+{
+    Q_Q(const CMwQRangeSlider);
+    // In 64 bits: the gap between the handles may exceed the int range.
+    const qint64 halfGap = (qint64(maximumPosition) - minimumPosition) / 2;
+    if (handle == UpperHandle) {
+        *lowest = symmetricMoves ? int(maximumPosition - halfGap) : minimumPosition;
+        *highest = q->maximum();
+    } else {
+        *lowest = q->minimum();
+        *highest = symmetricMoves ? int(minimumPosition + halfGap) : maximumPosition;
+    }
+}
+
+bool CMwQRangeSliderPrivate::moveHandle(Handle handle, int position)
+{
+    Q_Q(CMwQRangeSlider);
+    // A mouse drag owns the handles until it ends.
+    if (q->isSliderDown() || handle == NoHandle)
+        return false;
+    int lowest = 0;
+    int highest = 0;
+    handleBounds(handle, &lowest, &highest);
+    const int target = qBound(lowest, position, highest);
+    const int from = handle == LowerHandle ? minimumPosition : maximumPosition;
+    if (target == from)
+        return false;
+
+    // One whole drag of the handle, so that listeners see exactly what a
+    // drag with tracking on shows them: pressed, the moves, released.
+    const bool tracking = q->hasTracking();
+    q->setTracking(true);
+    selectedHandles = handle;
+    dragAnchorPosition = from;
+    q->setSliderDown(true);
+    if (handle == LowerHandle) {
+        const double s = symmetricMoves ? double(minimumPosition) - target : 0.0;
+        q->setPositions(target, clampToInt(maximumPosition + s));
+    } else {
+        const double s = symmetricMoves ? double(target) - maximumPosition : 0.0;
+        q->setPositions(clampToInt(minimumPosition - s), target);
+    }
+    q->setSliderDown(false);
+    selectedHandles = NoHandle;
+    q->setTracking(tracking);
+    q->update();
+    return true;
+}
+
+void CMwQRangeSliderPrivate::setFocusedHandle(Handle handle)
+{
+    Q_Q(CMwQRangeSlider);
+    if (handle == focusedHandle || handle == NoHandle)
+        return;
+    focusedHandle = handle;
+    q->update();
+    if (q->hasFocus())
+        CMwQSliderAccessibility::handleFocused(q, handle == LowerHandle ? 0 : 1);
+}
+
+void CMwQRangeSliderPrivate::followPressedHandle()
+{
+    if (selectedHandles == LowerHandle || selectedHandles == UpperHandle)
+        setFocusedHandle(selectedHandles == LowerHandle ? LowerHandle : UpperHandle);
+}
+
+bool CMwQRangeSliderPrivate::keyTarget(const QKeyEvent *e, int *target) const
+{
+    Q_Q(const CMwQRangeSlider);
+    // The directions of QAbstractSlider::keyPressEvent(): every key follows
+    // invertedControls, left and right the layout direction as well.
+    enum Step { None, SingleAdd, SingleSub, PageAdd, PageSub, ToLowest, ToHighest };
+    Step step = None;
+    const bool inverted = q->invertedControls();
+    switch (e->key()) {
+    case Qt::Key_Left:
+        if (q->isRightToLeft())
+            step = inverted ? SingleSub : SingleAdd;
+        else
+            step = inverted ? SingleAdd : SingleSub;
+        break;
+    case Qt::Key_Right:
+        if (q->isRightToLeft())
+            step = inverted ? SingleAdd : SingleSub;
+        else
+            step = inverted ? SingleSub : SingleAdd;
+        break;
+    case Qt::Key_Up:
+        step = inverted ? SingleSub : SingleAdd;
+        break;
+    case Qt::Key_Down:
+        step = inverted ? SingleAdd : SingleSub;
+        break;
+    case Qt::Key_PageUp:
+        step = inverted ? PageSub : PageAdd;
+        break;
+    case Qt::Key_PageDown:
+        step = inverted ? PageAdd : PageSub;
+        break;
+    case Qt::Key_Home:
+        step = ToLowest;
+        break;
+    case Qt::Key_End:
+        step = ToHighest;
+        break;
+    default:
+        return false;
+    }
+
+    int lowest = 0;
+    int highest = 0;
+    handleBounds(focusedHandle, &lowest, &highest);
+    const qint64 from = focusedHandle == LowerHandle ? minimumPosition : maximumPosition;
+    qint64 to = from;
+    switch (step) {
+    case SingleAdd:
+        to = from + q->singleStep();
+        break;
+    case SingleSub:
+        to = from - q->singleStep();
+        break;
+    case PageAdd:
+        to = from + q->pageStep();
+        break;
+    case PageSub:
+        to = from - q->pageStep();
+        break;
+    case ToLowest:
+        to = lowest;
+        break;
+    case ToHighest:
+        to = highest;
+        break;
+    case None:
+        break;
+    }
+    *target = int(qBound<qint64>(lowest, to, highest));
+    return true;
+}
+
+bool CMwQRangeSliderPrivate::keyboardEvent(QEvent *e)
+{
+    Q_Q(CMwQRangeSlider);
+    switch (e->type()) {
+    case QEvent::FocusIn: {
+        // Tab enters at the lower handle, Shift+Tab at the upper one; other
+        // reasons keep the handle that had the focus last.
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(e)->reason();
+        if (reason == Qt::TabFocusReason)
+            focusedHandle = LowerHandle;
+        else if (reason == Qt::BacktabFocusReason)
+            focusedHandle = UpperHandle;
+        CMwQSliderAccessibility::focusedHandleLater(q);
+        return false;
+    }
+    case QEvent::KeyPress: {
+        auto *key = static_cast<QKeyEvent *>(e);
+        if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+            const bool backward = key->key() == Qt::Key_Backtab
+                || (key->key() == Qt::Key_Tab && (key->modifiers() & Qt::ShiftModifier));
+            const bool forward = !backward && key->key() == Qt::Key_Tab;
+            // Each handle is a stop of its own: Tab leaves the widget only
+            // from the upper handle, Shift+Tab only from the lower one.
+            if (forward && focusedHandle == LowerHandle) {
+                setFocusedHandle(UpperHandle);
+                return true;
+            }
+            if (backward && focusedHandle == UpperHandle) {
+                setFocusedHandle(LowerHandle);
+                return true;
+            }
+            if (forward || backward)
+                return false;
+        }
+        int target = 0;
+        if (!keyTarget(key, &target))
+            return false;
+        moveHandle(focusedHandle, target);
+        key->accept();
+        return true;
+    }
+    default:
+        return false;
+    }
 }

@@ -5,6 +5,12 @@
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
 
+QT_BEGIN_NAMESPACE
+class QEvent;
+class QKeyEvent;
+class QStylePainter;
+QT_END_NAMESPACE
+
 class VEL_QT_WIDGETS_EXPORT CMwQRangeSliderPrivate : public CMwQSliderPrivate
 {
     Q_DECLARE_PUBLIC(CMwQRangeSlider)
@@ -23,6 +29,36 @@ public:
     Handles selectedHandles;
     bool symmetricMoves = false;
     QString handleToolTip;
+    // The handle that keys move and that is drawn with the focus state.
+    Handle focusedHandle = LowerHandle;
+
+    static CMwQRangeSliderPrivate *get(CMwQRangeSlider *q) { return q->d_func(); }
+    static const CMwQRangeSliderPrivate *get(const CMwQRangeSlider *q) { return q->d_func(); }
+
+    // Keyboard and focus handling, reached through CMwQRangeSlider::event():
+    // true when the event was consumed.
+    bool keyboardEvent(QEvent *e);
+    // A press on one handle makes it the focused handle.
+    void followPressedHandle();
+    void setFocusedHandle(Handle handle);
+
+    // The positions a handle may take without pushing the other one; with
+    // symmetric moves, up to where both meet.
+    void handleBounds(Handle handle, int *lowest, int *highest) const;
+    // Moves a handle to \a position (clamped to handleBounds()) as one
+    // complete drag with tracking on: press, one move, release, with the
+    // signals of each. False when the handle stays where it is.
+    bool moveHandle(Handle handle, int position);
+
+    // The handle's rectangle in the widget, where the style draws it.
+    QRect handleRect(Handle handle) const;
+    // The focus of a focused widget outside its handles.
+    void drawFocusFrame(QStylePainter *painter) const;
+
+
+private:
+    // Where a key takes the focused handle; false for keys that are not ours.
+    bool keyTarget(const QKeyEvent *e, int *target) const;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(CMwQRangeSliderPrivate::Handles)

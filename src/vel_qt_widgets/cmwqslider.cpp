@@ -3,12 +3,14 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
 #include <QtGui/QFontMetrics>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QTextOption>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionSlider>
 
+#include <algorithm>
 #include <climits>
 
 namespace {
@@ -53,13 +55,61 @@ QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item)
 
 CMwQSliderPrivate::~CMwQSliderPrivate() = default;
 
+namespace CMwQSliderGeometry {
+
+static int halfStep(int step) { return step > 0 ? std::max(step / 2, 1) : step; }
+
+void fitStyleOption(QStyleOptionSlider *option)
+{
+    if (!isWide(option->minimum, option->maximum))
+        return;
+    // Division truncates toward zero on both sides of 0, which keeps the
+    // order of any two values (ties aside) and the span below 2^31.
+    option->minimum /= 2;
+    option->maximum /= 2;
+    option->sliderPosition /= 2;
+    option->sliderValue /= 2;
+    option->singleStep = halfStep(option->singleStep);
+    option->pageStep = halfStep(option->pageStep);
+    option->tickInterval = halfStep(option->tickInterval);
+}
+
+int positionFromValue(int minimum, int maximum, int value, int span, bool upsideDown)
+{
+    // Values outside the range and empty tracks are answered by Qt before
+    // any arithmetic.
+    if (!isWide(minimum, maximum) || span <= 0 || value < minimum || value > maximum)
+        return QStyle::sliderPositionFromValue(minimum, maximum, value, span, upsideDown);
+    return QStyle::sliderPositionFromValue(minimum / 2, maximum / 2, value / 2, span, upsideDown);
+}
+
+int valueFromPosition(int minimum, int maximum, int position, int span, bool upsideDown)
+{
+    if (!isWide(minimum, maximum))
+        return QStyle::sliderValueFromPosition(minimum, maximum, position, span, upsideDown);
+    if (span <= 0 || position <= 0)
+        return upsideDown ? maximum : minimum;
+    if (position >= span)
+        return upsideDown ? minimum : maximum;
+    // minimum + position * range / span, rounded as Qt does; in 64 bits,
+    // where position * range (both below 2^32) cannot overflow.
+    const quint64 range = quint64(qint64(maximum) - minimum);
+    const qint64 offset
+        = qint64((2 * quint64(position) * range + quint64(span)) / (2 * quint64(span)));
+    return int(upsideDown ? qint64(maximum) - offset : qint64(minimum) + offset);
+}
+
+} // namespace CMwQSliderGeometry
+
 namespace {
 
 // Geometry that both tick painters share, taken from the style.
 struct TickGeometry
 {
-    TickGeometry(const QStyleOptionSlider &opt, const QWidget *widget)
+    TickGeometry(const QStyleOptionSlider &slider, const QWidget *widget)
     {
+        QStyleOptionSlider opt = slider;
+        CMwQSliderGeometry::fitStyleOption(&opt);
         const QStyle *style = widget->style();
         half = style->pixelMetric(QStyle::PM_SliderLength, &opt, widget) / 2;
         available = style->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, widget);
@@ -71,7 +121,8 @@ struct TickGeometry
 
     int position(const QStyleOptionSlider &opt, int value) const
     {
-        return QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, value, available, false)
+        return CMwQSliderGeometry::positionFromValue(
+                   opt.minimum, opt.maximum, value, available, false)
             + half;
     }
 
@@ -102,9 +153,9 @@ int regularInterval(const QStyleOptionSlider &opt, int available)
     int interval = opt.tickInterval;
     if (interval < 1) {
         interval = opt.singleStep;
-        const int distance =
-            QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, interval, available)
-            - QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, 0, available);
+        const int distance = CMwQSliderGeometry::positionFromValue(
+                                 opt.minimum, opt.maximum, interval, available, false)
+            - CMwQSliderGeometry::positionFromValue(opt.minimum, opt.maximum, 0, available, false);
         if (distance < 3)
             interval = opt.pageStep;
     }
@@ -141,10 +192,8 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         // Marks that land on the same pixel are drawn once, and the next step
         // on a new pixel is found by bisection, so that a huge range with a
         // small interval costs one mark per pixel instead of one per step.
-        // Bisection needs positions that grow with the value; Qt 5.15's
-        // sliderPositionFromValue() wraps for ranges wider than INT_MAX and
-        // puts every value on the first pixels of the track (under the
-        // handle), where this may skip a pixel a step-by-step walk would hit.
+        // Bisection needs positions that grow with the value, which
+        // CMwQSliderGeometry keeps true for every range.
         qint64 k = 0;
         while (k <= lastStep) {
             const int pos = positionOfStep(k);
@@ -194,8 +243,8 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     for (const CMwQSlider::SMwTickItem &item : tickItems) {
         if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
             continue;
-        const int p = QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, item.value,
-                                                      geometry.available, false);
+        const int p = CMwQSliderGeometry::positionFromValue(
+            opt.minimum, opt.maximum, item.value, geometry.available, false);
         QRect r = fm.boundingRect(item.text);
         r.moveCenter(QPoint(geometry.half + p, 0));
         // Shift (never clip) a label that would stick out; the right end wins.
@@ -316,5 +365,180 @@ void CMwQSlider::paintEvent(QPaintEvent *)
         opt.activeSubControls = QStyle::SC_SliderHandle;
         opt.state |= QStyle::State_Sunken;
     }
+    CMwQSliderGeometry::fitStyleOption(&opt);
     style()->drawComplexControl(QStyle::CC_Slider, &opt, &painter, this);
+}
+
+void CMwQSlider::mousePressEvent(QMouseEvent *e)
+{
+    Q_D(CMwQSlider);
+    if (!d->widePress(e))
+        QSlider::mousePressEvent(e);
+}
+
+void CMwQSlider::mouseMoveEvent(QMouseEvent *e)
+{
+    Q_D(CMwQSlider);
+    if (!d->wideMove(e))
+        QSlider::mouseMoveEvent(e);
+}
+
+void CMwQSlider::mouseReleaseEvent(QMouseEvent *e)
+{
+    Q_D(CMwQSlider);
+    if (!d->wideRelease(e))
+        QSlider::mouseReleaseEvent(e);
+}
+
+bool CMwQSlider::event(QEvent *e)
+{
+    switch (e->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverLeave:
+    case QEvent::HoverMove:
+        // QSlider's hover tracking asks the style for the handle over the
+        // real range; this slider paints no hover state, so it is skipped.
+        if (CMwQSliderGeometry::isWide(minimum(), maximum()))
+            return QAbstractSlider::event(e);
+        break;
+    default:
+        break;
+    }
+    return QSlider::event(e);
+}
+
+// QSlider's own mouse handling, over an option fit for the style. It takes
+// over when a press comes on a wide range and keeps the mouse until the
+// release, even if the range narrows meanwhile.
+bool CMwQSliderPrivate::widePress(QMouseEvent *e)
+{
+    Q_Q(CMwQSlider);
+    widePressedControl = QStyle::SC_None;
+    if (!CMwQSliderGeometry::isWide(q->minimum(), q->maximum()))
+        return false;
+    if (e->buttons() ^ e->button()) {
+        e->ignore();
+        return true;
+    }
+    e->accept();
+
+    const QStyle *style = q->style();
+    QStyleOptionSlider opt;
+    q->initStyleOption(&opt);
+    CMwQSliderGeometry::fitStyleOption(&opt);
+    const QRect handle = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
+    // The press point minus half the handle: where the handle would start.
+    const QPoint start = e->pos() - (handle.center() - handle.topLeft());
+    const auto along
+        = [q](const QPoint &p) { return q->orientation() == Qt::Horizontal ? p.x() : p.y(); };
+
+    if ((e->button() & style->styleHint(QStyle::SH_Slider_AbsoluteSetButtons)) == e->button()) {
+        q->setSliderPosition(pixelToValue(along(start)));
+        q->triggerAction(QAbstractSlider::SliderMove);
+        q->setRepeatAction(QAbstractSlider::SliderNoAction);
+        widePressedControl = QStyle::SC_SliderHandle;
+        q->update();
+    } else if ((e->button() & style->styleHint(QStyle::SH_Slider_PageSetButtons)) == e->button()) {
+        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, e->pos(), q);
+        if (widePressedControl == QStyle::SC_SliderGroove) {
+            const int pressValue = pixelToValue(along(start));
+            QAbstractSlider::SliderAction action = QAbstractSlider::SliderNoAction;
+            if (pressValue > q->value())
+                action = QAbstractSlider::SliderPageStepAdd;
+            else if (pressValue < q->value())
+                action = QAbstractSlider::SliderPageStepSub;
+            if (action != QAbstractSlider::SliderNoAction) {
+                q->triggerAction(action);
+                q->setRepeatAction(action);
+            }
+        }
+    } else {
+        e->ignore();
+        return true;
+    }
+
+    if (widePressedControl == QStyle::SC_SliderHandle) {
+        q->setRepeatAction(QAbstractSlider::SliderNoAction);
+        q->initStyleOption(&opt);
+        CMwQSliderGeometry::fitStyleOption(&opt);
+        const QRect moved
+            = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
+        wideClickOffset = along(e->pos() - moved.topLeft());
+        q->update(moved);
+        q->setSliderDown(true);
+    }
+    return true;
+}
+
+bool CMwQSliderPrivate::wideMove(QMouseEvent *e)
+{
+    Q_Q(CMwQSlider);
+    if (widePressedControl == QStyle::SC_None) {
+        if (!CMwQSliderGeometry::isWide(q->minimum(), q->maximum()))
+            return false;
+        // A press QSlider took on a narrower range: it cannot follow the
+        // mouse over this one.
+        e->ignore();
+        return true;
+    }
+    if (widePressedControl != QStyle::SC_SliderHandle) {
+        e->ignore();
+        return true;
+    }
+    e->accept();
+    const QPoint p = e->pos();
+    q->setSliderPosition(
+        pixelToValue((q->orientation() == Qt::Horizontal ? p.x() : p.y()) - wideClickOffset));
+    return true;
+}
+
+bool CMwQSliderPrivate::wideRelease(QMouseEvent *e)
+{
+    Q_Q(CMwQSlider);
+    if (widePressedControl == QStyle::SC_None) {
+        if (!CMwQSliderGeometry::isWide(q->minimum(), q->maximum()))
+            return false;
+        // Ends a press QSlider took on a narrower range without asking the
+        // style for geometry it cannot compute.
+        e->accept();
+        q->setRepeatAction(QAbstractSlider::SliderNoAction);
+        q->setSliderDown(false);
+        q->update();
+        return true;
+    }
+    if (e->buttons()) {
+        e->ignore();
+        return true;
+    }
+    e->accept();
+    const QStyle::SubControl released = widePressedControl;
+    widePressedControl = QStyle::SC_None;
+    q->setRepeatAction(QAbstractSlider::SliderNoAction);
+    if (released == QStyle::SC_SliderHandle)
+        q->setSliderDown(false);
+    q->update();
+    return true;
+}
+
+// QSlider's conversion of a pixel (where the handle starts) to a value.
+int CMwQSliderPrivate::pixelToValue(int pixel) const
+{
+    Q_Q(const CMwQSlider);
+    QStyleOptionSlider opt;
+    q->initStyleOption(&opt);
+    CMwQSliderGeometry::fitStyleOption(&opt);
+    const QStyle *style = q->style();
+    const QRect groove = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, q);
+    const QRect handle = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
+    int start = 0;
+    int end = 0;
+    if (q->orientation() == Qt::Horizontal) {
+        start = groove.x();
+        end = groove.right() - handle.width() + 1;
+    } else {
+        start = groove.y();
+        end = groove.bottom() - handle.height() + 1;
+    }
+    return CMwQSliderGeometry::valueFromPosition(
+        q->minimum(), q->maximum(), pixel - start, end - start, opt.upsideDown);
 }

@@ -3,10 +3,44 @@
 
 #include <vel_qt_widgets/CMwQSlider.h>
 
+#include <QtWidgets/QStyle>
+
+#include <limits>
+
 QT_BEGIN_NAMESPACE
+class QMouseEvent;
 class QPainter;
 class QStyleOptionSlider;
 QT_END_NAMESPACE
+
+// Qt 5.15's QStyle::sliderPositionFromValue() computes in 32 bits: a range
+// exactly 2^31 wide divides by zero (SIGFPE) and wider ones wrap around, so
+// the style draws and hit-tests handles in the wrong place. A range wider
+// than INT_MAX is therefore shown to the style at half resolution (every
+// value halved), which keeps each value's place on the track and the order
+// of all values. Ranges up to INT_MAX wide go to the style unchanged.
+namespace CMwQSliderGeometry {
+
+// True when max - min does not fit in an int.
+inline bool isWide(int minimum, int maximum)
+{
+    return qint64(maximum) - minimum > qint64(std::numeric_limits<int>::max());
+}
+
+// Halves the range, positions, values and steps of an option filled from a
+// slider whose range is wide; leaves any other option as it is.
+VEL_QT_WIDGETS_EXPORT void fitStyleOption(QStyleOptionSlider *option);
+
+// QStyle::sliderPositionFromValue() and QStyle::sliderValueFromPosition()
+// for every int range, in agreement with where the style draws a handle for
+// an option passed through fitStyleOption(). Qt's own results for ranges up
+// to INT_MAX wide.
+VEL_QT_WIDGETS_EXPORT int positionFromValue(
+    int minimum, int maximum, int value, int span, bool upsideDown);
+VEL_QT_WIDGETS_EXPORT int valueFromPosition(
+    int minimum, int maximum, int position, int span, bool upsideDown);
+
+} // namespace CMwQSliderGeometry
 
 // Exported (the header is not installed) so that tests and subclasses
 // elsewhere can hand the protected constructors a private object.
@@ -23,10 +57,22 @@ public:
         slider that derives from CMwQSlider. */
     void drawTicks(QPainter *painter, const QStyleOptionSlider &option) const;
 
+    // QSlider's mouse handling, for the ranges it cannot take (see
+    // CMwQSliderGeometry); true when the event was handled here.
+    bool widePress(QMouseEvent *e);
+    bool wideMove(QMouseEvent *e);
+    bool wideRelease(QMouseEvent *e);
+
     CMwQSlider *q_ptr = nullptr;
     TMwTickItemList tickItems;
 
 private:
+    int pixelToValue(int pixel) const;
+
+    // The part pressed while this class, not QSlider, handles the mouse.
+    QStyle::SubControl widePressedControl = QStyle::SC_None;
+    int wideClickOffset = 0;
+
     void drawTickMarks(QPainter *painter, const QStyleOptionSlider &option) const;
     void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
 };

@@ -12,11 +12,8 @@ namespace CMwQStepMapping {
 
 bool isValidStep(double step, double minimum, double maximum)
 {
-    // A step must be a positive finite number even on an empty range: zero,
-    // negative or non-finite steps would turn every later mapping into NaN or
-    // infinities once the range opens up again.
-    if (!(step > 0.0) || !std::isfinite(step))
-        return false;
+    // Every step fits an empty range, even zero; the mapping never divides by
+    // a step that is not a positive number (see isUsableStep()).
     if (minimum == maximum)
         return true;
     const double lo = qMax(maximum / 1.7976931348623157e308, 2.220446049250313e-16);
@@ -180,8 +177,10 @@ bool CMwQStepMappedSliderPrivate::setRange(double min, double max, bool *announc
     double lo = toSliderUnits(min);
     double hi = toSliderUnits(max);
     // An infinite end has no integer to stand on and would turn the offsets
-    // into NaN; such a range is refused as a whole.
-    if (!std::isfinite(lo) || !std::isfinite(hi)) {
+    // into NaN; such a range is refused as a whole. So is one whose finite
+    // ends a proxy maps back to infinite values (10^400, DBL_MAX rounded up).
+    if (!std::isfinite(lo) || !std::isfinite(hi) || !std::isfinite(toValue(lo))
+        || !std::isfinite(toValue(hi))) {
         warnRejected("setRange", {min, max}, CMwQStepMapping::notFiniteReason);
         return false;
     }
@@ -200,6 +199,45 @@ bool CMwQStepMappedSliderPrivate::setRange(double min, double max, bool *announc
     return true;
 }
 
+void CMwQStepMappedSliderPrivate::keepEndsFinite()
+{
+    // A value in slider units that the mapping, both ways, keeps finite.
+    const auto finite = [this](double units) {
+        const double value = toValue(units);
+        return std::isfinite(value) && std::isfinite(toSliderUnits(value))
+            && std::isfinite(toValue(toSliderUnits(value)));
+    };
+    const bool lowFinite = finite(minimum);
+    const bool highFinite = finite(maximum);
+    if (lowFinite && highFinite)
+        return;
+    // Bisection from a finite point towards the end that is not, assuming a
+    // monotonic mapping; without a finite end, 0 is tried as the anchor.
+    const auto pullIn = [&finite](double bad, double good) {
+        for (int i = 0; i < 2100; ++i) {
+            const double middle = bad / 2 + good / 2;
+            if (middle == bad || middle == good)
+                break;
+            (finite(middle) ? good : bad) = middle;
+        }
+        return good;
+    };
+    double lo = minimum;
+    double hi = maximum;
+    if (!lowFinite && !highFinite) {
+        if (!finite(0.0))
+            return;
+        lo = pullIn(minimum, 0.0);
+        hi = pullIn(maximum, 0.0);
+    } else if (!lowFinite) {
+        lo = pullIn(minimum, maximum);
+    } else {
+        hi = pullIn(maximum, minimum);
+    }
+    // The refused range has been reported already.
+    applyPublicRange(toValue(lo), toValue(hi));
+}
+
 void CMwQStepMappedSliderPrivate::applyInnerRange()
 {
     const bool wasSettingRange = settingRange;
@@ -213,6 +251,13 @@ void CMwQStepMappedSliderPrivate::innerRangeChanged(int min, int max, double min
 {
     if (settingRange)
         return;
+    if (!CMwQStepMapping::isUsableStep(singleStep)) {
+        // Without a usable step the inner units stand for no values.
+        warnRejected(
+            "onRangeChanged", {double(min), double(max)}, CMwQStepMapping::restoredRangeReason);
+        applyInnerRange();
+        return;
+    }
     const double a = toValue(fromInteger(min, minimumOffset));
     const double b = toValue(fromInteger(max, maximumOffset));
     if (!std::isfinite(toSliderUnits(a)) || !std::isfinite(toSliderUnits(b))) {
@@ -233,7 +278,9 @@ bool CMwQStepMappedSliderPrivate::isValidStep(double step) const
 
 bool CMwQStepMappedSliderPrivate::acceptsSingleStep(double step) const
 {
-    if (isValidStep(step))
+    // isValidStep() holds for any step on an empty range; a step that is not
+    // finite is still refused, since no later range could use it.
+    if (isValidStep(step) && std::isfinite(step))
         return true;
     qWarning() << (QByteArray(className) + "::setSingleStep(").constData() << step << ")"
                << "is outside of valid bounds.";
@@ -327,6 +374,7 @@ void CMwQStepMappedSliderPrivate::reapplyInputs()
     settingRange = true;
     applyPublicRange(innerSlider()->property("inputMinimum").toDouble(),
                      innerSlider()->property("inputMaximum").toDouble());
+    keepEndsFinite();
     settingRange = wasSettingRange;
     reapplyValues();
     rebuildTickItems();

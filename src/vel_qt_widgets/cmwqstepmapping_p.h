@@ -26,16 +26,26 @@ QT_END_NAMESPACE
 // in slider units (proxy units when a value proxy is set).
 namespace CMwQStepMapping {
 
+// A single step that can divide: a positive finite number. Any other step is
+// accepted only on an empty range (see isValidStep()); until a usable one is
+// set, the mapping puts every value on the integer 0 with no fraction, so
+// that nothing is ever divided by it.
+inline bool isUsableStep(double step) { return step > 0.0 && std::isfinite(step); }
+
 // v / step, clamped to the 32-bit range, then rounded with halves going up
-// (qRound's rule). The lowest bound is answered directly because qRound's
-// negative branch would convert -2147483649.0 to int, which is undefined. A
-// NaN, which callers filter out before, gives 0 rather than garbage.
+// (qRound's rule). Below -2147483647.5 everything rounds to the lowest int,
+// which is answered directly: qRound's negative branch converts x - 1 to int,
+// and for x just above -2147483648 that difference rounds to -2147483649.0,
+// whose conversion is undefined. A NaN, which callers filter out before,
+// gives 0 rather than garbage.
 inline int toInteger(double v, double step)
 {
+    if (!isUsableStep(step))
+        return 0;
     const double x = v / step;
     if (std::isnan(x))
         return 0;
-    if (x <= -2147483648.0)
+    if (x < -2147483647.5)
         return std::numeric_limits<int>::min();
     if (x >= 2147483647.0)
         return std::numeric_limits<int>::max();
@@ -44,7 +54,7 @@ inline int toInteger(double v, double step)
 
 inline double fromInteger(int i, double offset, double step)
 {
-    return (i + offset) * step;
+    return isUsableStep(step) ? (i + offset) * step : 0.0;
 }
 
 inline double safeFromInteger(int i, double offset, double step, double minimum, double maximum)
@@ -56,7 +66,7 @@ inline double safeFromInteger(int i, double offset, double step, double minimum,
 // between two steps survives the trip through the integer slider.
 inline double offsetFor(double v, double step)
 {
-    return v / step - toInteger(v, step);
+    return isUsableStep(step) ? v / step - toInteger(v, step) : 0.0;
 }
 
 // Exported (though the header is private) so that the tests can reach them.
@@ -133,6 +143,10 @@ public:
     // re-ranges the inner slider. Returns false (after a warning) when the
     // range is refused; \a announce tells whether rangeChanged() is due.
     bool setRange(double min, double max, bool *announce);
+    // After a change of mapping that the public range could not follow: the
+    // ends kept in slider units are pulled in to where they still stand for
+    // finite values, through the public setRange().
+    void keepEndsFinite();
     // The inner slider's range from ours, without reacting to its report.
     void applyInnerRange();
     // Follows a range change made on the inner slider from outside; the two

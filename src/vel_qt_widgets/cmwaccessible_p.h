@@ -1,0 +1,86 @@
+#ifndef VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
+#define VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
+
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
+#include <QtGui/QAccessible>
+#include <QtWidgets/QAccessibleWidget>
+
+QT_BEGIN_NAMESPACE
+class QAbstractButton;
+QT_END_NAMESPACE
+
+class CMwVHeaderView;
+
+// What assistive technology sees of the library's push buttons: Qt's button
+// description, with a name also for a button that shows only an icon (its
+// tool tip, when no accessible name is set).
+class CMwButtonAccessible : public QAccessibleWidget
+{
+public:
+    explicit CMwButtonAccessible(QWidget *button);
+
+    QString text(QAccessible::Text t) const override;
+    QAccessible::State state() const override;
+    QStringList actionNames() const override;
+    void doAction(const QString &actionName) override;
+    QStringList keyBindingsForAction(const QString &actionName) const override;
+
+private:
+    QAbstractButton *button() const;
+};
+
+// The row-number header: one row-header element per section, named by the
+// number shown beside that row.
+class CMwRowNumbersAccessible : public QAccessibleWidget
+{
+public:
+    explicit CMwRowNumbersAccessible(QWidget *header);
+    ~CMwRowNumbersAccessible() override;
+
+    int childCount() const override;
+    QAccessibleInterface *child(int index) const override;
+    int indexOfChild(const QAccessibleInterface *child) const override;
+    QAccessibleInterface *childAt(int x, int y) const override;
+
+    CMwVHeaderView *header() const;
+    // The text the header shows for section, empty when none.
+    QString numberText(int section) const;
+    QRect sectionRect(int section) const;
+
+private:
+    mutable QHash<int, QAccessible::Id> m_cells;
+};
+
+// One row number.
+class CMwRowNumberCellAccessible : public QAccessibleInterface
+{
+public:
+    CMwRowNumberCellAccessible(CMwRowNumbersAccessible *parent, int section);
+
+    bool isValid() const override;
+    QObject *object() const override;
+    QWindow *window() const override;
+    QAccessibleInterface *parent() const override;
+    QAccessibleInterface *child(int index) const override;
+    int childCount() const override;
+    int indexOfChild(const QAccessibleInterface *child) const override;
+    QAccessibleInterface *childAt(int x, int y) const override;
+    QAccessibleInterface *focusChild() const override;
+    QString text(QAccessible::Text t) const override;
+    void setText(QAccessible::Text t, const QString &text) override;
+    QRect rect() const override;
+    QAccessible::Role role() const override;
+    QAccessible::State state() const override;
+
+    int section() const { return m_section; }
+
+private:
+    QPointer<QWidget> m_header;
+    int m_section;
+};
+
+// Installs the factory of the interfaces above once per application.
+void velInstallAccessibleFactory();
+
+#endif // VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
