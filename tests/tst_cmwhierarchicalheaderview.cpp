@@ -177,7 +177,6 @@ private Q_SLOTS:
     void cacheFollowsChanges();
     void cachedPaintingMatchesWalk();
     void paintMeasuresFollowChanges();
-    void spansDrawnOncePerPaint();
     void modelsDeletedWhileShown_data();
     void modelsDeletedWhileShown();
 
@@ -1106,85 +1105,6 @@ void tst_CMwHierarchicalHeaderView::paintMeasuresFollowChanges()
     cachedAndWalked(&smaller, &walked);
     QCOMPARE(smaller, walked);
     QVERIFY(smaller != after);
-}
-
-// Drawing each spanning cell once per paint leaves the same pixels as
-// drawing the whole stack for every section: for whole and partial paints,
-// a sort arrow and a selection that the last section under a cell shows,
-// a hidden section at the end of a span, scrolling and right-to-left.
-void tst_CMwHierarchicalHeaderView::spansDrawnOncePerPaint()
-{
-    RecordingStyle style;
-    QStandardItemModel items(2, 10);
-    TestHeader header;
-    header.setStyle(&style);
-    header.setStretchLastSection(false);
-    header.setDefaultSectionSize(60);
-    header.setModel(&items);
-    QItemSelectionModel selection(&items);
-    header.setSelectionModel(&selection);
-    header.setHighlightSections(true);
-    Node first = group("Block 0", {leaf("c0"), leaf("c1"), leaf("c2")});
-    first.children[0].rotated = true;
-    header.setHeaderModel(buildHeaderModel(
-        {group("Group 0", {first, group("Block 1", {leaf("c3"), leaf("c4")})}),
-            group("Group 1", {group("Block 2", {leaf("c5"), leaf("c6"), leaf("c7")}), leaf("c8")}),
-            leaf("c9")},
-        &header));
-    QVERIFY(showAt(header, 420, 100));
-
-    const auto render = [&header](const QRegion &region) {
-        QImage image(header.size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::magenta);
-        header.render(&image, QPoint(), region);
-        return image;
-    };
-    const auto compareRegions = [&]() {
-        const int h = header.height();
-        const QVector<QRegion> regions
-            = {QRegion(header.rect()), QRegion(90, 0, 100, h), QRegion(0, 0, 1, h),
-                QRegion(130, 0, 10, h) + QRegion(300, 0, 40, h), QRegion(400, 0, 20, h)};
-        for (const QRegion &region : regions) {
-            header.priv()->drawSpansOnce = false;
-            const QImage stacked = render(region);
-            header.priv()->drawSpansOnce = true;
-            const QImage once = render(region);
-            header.priv()->drawSpansOnce = false;
-            if (once != stacked)
-                return false;
-        }
-        return true;
-    };
-
-    QVERIFY(compareRegions());
-
-    // Every spanning cell drawn once, by the last section under it.
-    header.priv()->drawSpansOnce = true;
-    style.calls.clear();
-    renderWidget(&header);
-    header.priv()->drawSpansOnce = false;
-    const auto headers = style.callsOf(QStyle::CE_Header);
-    QMap<QString, int> drawn;
-    for (const auto &call : headers)
-        ++drawn[call.text];
-    QCOMPARE(drawn.value("Group 0"), 1);
-    QCOMPARE(drawn.value("Block 0"), 1);
-    QCOMPARE(drawn.value("Block 1"), 1);
-    QCOMPARE(findCall(headers, "Block 0")->section, 2);
-    QCOMPARE(findCall(headers, "Group 0")->section, 4);
-    QCOMPARE(drawn.value("c1"), 1);
-
-    // The arrow and the selection of a section that ends a span.
-    header.setSortIndicator(4, Qt::DescendingOrder);
-    selection.select(
-        QItemSelection(items.index(0, 4), items.index(1, 4)), QItemSelectionModel::Select);
-    QVERIFY(compareRegions());
-    header.setSectionHidden(2, true);
-    QVERIFY(compareRegions());
-    header.setOffset(70);
-    QVERIFY(compareRegions());
-    header.setLayoutDirection(Qt::RightToLeft);
-    QVERIFY(compareRegions());
 }
 
 void tst_CMwHierarchicalHeaderView::modelsDeletedWhileShown_data()

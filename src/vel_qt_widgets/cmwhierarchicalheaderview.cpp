@@ -6,7 +6,6 @@
 #include <QtCore/QItemSelectionModel>
 #include <QtGui/QCursor>
 #include <QtGui/QFontMetrics>
-#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QMenu>
@@ -319,30 +318,23 @@ void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect 
     Q_Q(const CMwHierarchicalHeaderView);
     const QPointF brushOrigin = painter->brushOrigin();
     const QModelIndexList path = pathTo(leaf);
-    const bool horizontal = q->orientation() == Qt::Horizontal;
-    int offset = horizontal ? rect.top() : rect.left();
+    int offset = q->orientation() == Qt::Horizontal ? rect.top() : rect.left();
     for (int i = 0; i < path.size(); ++i) {
-        QStyleOptionHeader cellOpt = option;
+        QStyleOptionHeader cellOption = option;
         // Only the leaf shows the pressed and selected look of its section.
-        if (i < path.size() - 1) {
-            cellOpt.state &= ~(QStyle::State_Sunken | QStyle::State_On);
-            // A later section of this paint draws the same cell over the same
-            // rectangle, with its own option, and that drawing is what stays
-            // on screen; so only the room the cell takes is needed here.
-            if (spanPaintedLater(path.at(i), section)) {
-                const QSize measured = measureCell(path.at(i), cellOption(path.at(i), cellOpt));
-                offset += horizontal ? measured.height() : measured.width();
-                continue;
-            }
-        }
-        offset = drawCell(painter, rect, path.at(i), leaf, section, offset, cellOpt);
+        if (i < path.size() - 1)
+            cellOption.state &= ~(QStyle::State_Sunken | QStyle::State_On);
+        offset = drawCell(painter, rect, path.at(i), leaf, section, offset, cellOption);
     }
     painter->setBrushOrigin(brushOrigin);
 }
 
-QStyleOptionHeader CMwHierarchicalHeaderViewPrivate::cellOption(
-    const QModelIndex &cell, const QStyleOptionHeader &option) const
+int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &rect,
+                                               const QModelIndex &cell, const QModelIndex &leaf,
+                                               int section, int offset,
+                                               const QStyleOptionHeader &option) const
 {
+    Q_Q(const CMwHierarchicalHeaderView);
     QStyleOptionHeader opt = option;
     const QVariant foreground = cell.data(Qt::ForegroundRole);
     if (foreground.canConvert<QBrush>())
@@ -353,42 +345,6 @@ QStyleOptionHeader CMwHierarchicalHeaderViewPrivate::cellOption(
         opt.palette.setBrush(QPalette::Button, brush);
         opt.palette.setBrush(QPalette::Window, brush);
     }
-    return opt;
-}
-
-bool CMwHierarchicalHeaderViewPrivate::spanPaintedLater(const QModelIndex &cell,
-                                                        int section) const
-{
-    Q_Q(const CMwHierarchicalHeaderView);
-    // Outside a paint event nothing is known about the sections still to
-    // come; moved sections break the logical order spans are made of.
-    if (paintLast < 0 || !drawSpansOnce || !useCache || q->sectionsMoved())
-        return false;
-    const CMwHeaderLeafCache::Span *span = cachedSpan(cell);
-    if (!span || span->leafCount == 0)
-        return false;
-    // Unmoved, a logical index is its visual index: the sections after this
-    // one up to the end of the span that the paint event reaches.
-    for (int s = qMin(span->firstLeaf + span->leafCount - 1, paintLast); s > section; --s) {
-        if (q->isSectionHidden(s))
-            continue;
-        const int size = q->sectionSize(s);
-        const int pos = q->sectionViewportPosition(s);
-        // Only a section that visibly meets the painted area counts for sure;
-        // doubt costs one more drawing, never a missing one.
-        if (size > 0 && pos <= paintTo && pos + size - 1 >= paintFrom)
-            return true;
-    }
-    return false;
-}
-
-int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &rect,
-                                               const QModelIndex &cell, const QModelIndex &leaf,
-                                               int section, int offset,
-                                               const QStyleOptionHeader &option) const
-{
-    Q_Q(const CMwHierarchicalHeaderView);
-    QStyleOptionHeader opt = cellOption(cell, option);
 
     const bool horizontal = q->orientation() == Qt::Horizontal;
     // The leaf takes the rest of the header's thickness; its own measure
@@ -604,28 +560,10 @@ void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rec
 void CMwHierarchicalHeaderView::paintEvent(QPaintEvent *event)
 {
     Q_D(CMwHierarchicalHeaderView);
-    // The sections QHeaderView paints for this event run from the visual
-    // index at one end of the rectangle to the one at the other; a position
-    // past the sections stands for the far end.
-    const bool horizontal = orientation() == Qt::Horizontal;
-    const QRect area = event->rect();
-    d->paintFrom = horizontal ? area.left() : area.top();
-    d->paintTo = horizontal ? area.right() : area.bottom();
-    if (count() > 0) {
-        const bool reverse = horizontal && isRightToLeft();
-        int start = visualIndexAt(d->paintFrom);
-        int end = visualIndexAt(d->paintTo);
-        if (start < 0)
-            start = reverse ? count() - 1 : 0;
-        if (end < 0)
-            end = reverse ? 0 : count() - 1;
-        d->paintLast = qMax(start, end);
-    }
     d->painting = true;
     QHeaderView::paintEvent(event);
     d->painting = false;
     d->paintMeasures.clear();
-    d->paintLast = -1;
     // QHeaderView paints its flat empty area after the sections, over the
     // piece the last section drew; drawn once more, the header runs on to
     // the right edge as one piece.

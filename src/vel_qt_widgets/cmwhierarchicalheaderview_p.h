@@ -93,11 +93,6 @@ public:
     int drawCell(QPainter *painter, const QRect &rect, const QModelIndex &cell,
                  const QModelIndex &leaf, int section, int offset,
                  const QStyleOptionHeader &option) const;
-    // The option with the cell's own brushes applied.
-    QStyleOptionHeader cellOption(const QModelIndex &cell, const QStyleOptionHeader &option) const;
-    // True when a section after section, painted by the running paint event,
-    // draws the spanning cell again, so that drawing it now would be wasted.
-    bool spanPaintedLater(const QModelIndex &cell, int section) const;
     // The empty header piece right of the last section.
     void drawTrailingPiece(QPainter *painter, const QRect &lastSection) const;
     // The column menu for section (-1 is passed on unchecked), moved to pos
@@ -109,17 +104,6 @@ public:
     CMwHeaderLeafCache *cache = nullptr;
     // Off only to compare the cached lookups and measures with the plain walk.
     bool useCache = true;
-    // Draws a spanning cell only for the last section of a paint event under
-    // it, the drawing that stays on screen: the same pixels for about a third
-    // of the style's work with three levels. Off by default because the
-    // header's documented drawing, which styles and their tests observe, is
-    // the whole stack for every section.
-    bool drawSpansOnce = false;
-    // While a paint event runs: the highest visual index it paints, -1 otherwise.
-    int paintLast = -1;
-    // The stretch of the paint event's rectangle along the header.
-    int paintFrom = 0;
-    int paintTo = -1;
 
     // What measuring a cell takes from the cell itself: the same for every
     // section a spanning cell is drawn for, so one paint event measures each
