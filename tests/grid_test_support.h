@@ -1,8 +1,11 @@
 #ifndef VEL_TESTS_GRID_TEST_SUPPORT_H
 #define VEL_TESTS_GRID_TEST_SUPPORT_H
 
+#include <vel_qt_widgets/CMwGridTableModel.h>
+
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QPointer>
+#include <QtCore/QStringList>
 #include <QtCore/QVector>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
@@ -109,6 +112,29 @@ inline QAbstractItemModelTester *watchModel(QAbstractItemModel *model)
         return tester;
     return new QAbstractItemModelTester(
         model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
+}
+
+// Header paths from "Level/Level" strings, one per column.
+inline QVector<QStringList> paths(const QStringList &joined)
+{
+    QVector<QStringList> result;
+    for (const QString &path : joined)
+        result.append(path.split(QLatin1Char('/')));
+    return result;
+}
+
+// City, Value, Note under two header levels: Oslo 1 "x" | Bergen 2 "12" |
+// Oslo 3 "y" | Tromsø 4 (empty). No value is an English word of the library.
+inline CMwGridTableModel *cities(QObject *parent)
+{
+    auto *model = new CMwGridTableModel(parent);
+    model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
+                              QStringLiteral("Data/Note")}),
+                    {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
+                     {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
+                     {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
+                     {QStringLiteral("Tromsø"), 4, QVariant()}});
+    return model;
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

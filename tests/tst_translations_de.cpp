@@ -3,6 +3,7 @@
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QFile>
@@ -118,22 +119,6 @@ const QStringList comparatorTexts = {
     QStringLiteral("Ist nicht leer"),
 };
 const QString placeholder = QString::fromUtf8("<auswählen>");
-
-// Columns City, Value, Note under two header levels; the values avoid
-// every English word of the library, so that any English text found in the
-// grid can only be the library's own.
-CMwGridTableModel *cities(QObject *parent)
-{
-    auto *model = new CMwGridTableModel(parent);
-    model->setTable({{QStringLiteral("Place"), QStringLiteral("City")},
-                        {QStringLiteral("Data"), QStringLiteral("Value")},
-                        {QStringLiteral("Data"), QStringLiteral("Note")}},
-        {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-            {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-            {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-            {QString::fromUtf8("Tromsø"), 4, QVariant()}});
-    return model;
-}
 
 // Every text the model and its headers can put on screen, at any level.
 void collectModelTexts(
