@@ -7,10 +7,12 @@
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QTransform>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QTest>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionHeader>
@@ -135,6 +137,15 @@ inline CMwGridTableModel *cities(QObject *parent)
                      {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
                      {QStringLiteral("Tromsø"), 4, QVariant()}});
     return model;
+}
+
+// What the headless platform says about every popup menu it shows.
+inline void ignorePopupWarnings()
+{
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
+    }
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

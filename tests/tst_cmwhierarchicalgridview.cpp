@@ -146,10 +146,7 @@ void tst_CMwHierarchicalGridView::runMenu(QHeaderView *header, int section,
         }
         menu->close();
     });
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
+    ignorePopupWarnings();
     timer.start();
     const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
                      header->height() - 4);

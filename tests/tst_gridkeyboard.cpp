@@ -26,14 +26,6 @@
 
 namespace {
 
-void ignorePopupWarnings()
-{
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
-}
-
 // Waits for the next popup menu and works it with the keyboard only: Down
 // the given number of times, then Return (none: Escape).
 class MenuKeys : public QObject

@@ -277,10 +277,7 @@ QStringList runMenu(QHeaderView *header, int section, const QString &choice)
         }
         menu->close();
     });
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
+    ignorePopupWarnings();
     timer.start();
     const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
         header->height() - 4);
