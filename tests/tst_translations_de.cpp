@@ -253,6 +253,18 @@ bool clickToolbar(CMwHierarchicalGridView &grid, const QString &text)
     return true;
 }
 
+// Shows the grid and opens its filter editor from the German tool bar; null
+// when the editor does not come up.
+CMwFilterWidget *openFilterEditor(CMwHierarchicalGridView &grid)
+{
+    if (!showAt(grid, 800, 500) || !clickToolbar(grid, QStringLiteral("Filter definieren")))
+        return nullptr;
+    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+    if (!editor || !QTest::qWaitFor([editor]() { return editor->isVisible(); }))
+        return nullptr;
+    return editor;
+}
+
 // Opens the header's column menu on a section, records its texts and
 // chooses the entry with the given text (none: the menu is closed).
 QStringList runMenu(QHeaderView *header, int section, const QString &choice)
@@ -528,10 +540,8 @@ void tst_TranslationsDe::everyVisibleTextIsGerman()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
     auto *column = qobject_cast<QComboBox *>(editor->cellWidget(0, 2));
     column->setCurrentIndex(column->findText(QStringLiteral("Data / Note")));
     model->groupByColumn(2);
@@ -568,10 +578,8 @@ void tst_TranslationsDe::accessibleTextsAreGerman()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     const QSet<QString> english = m_catalogue.englishTexts();
     QList<QWidget *> widgets = grid.findChildren<QWidget *>();
@@ -654,10 +662,8 @@ void tst_TranslationsDe::germanConditionsFilter()
 
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     auto *columnPicker = qobject_cast<QComboBox *>(editor->cellWidget(0, 2));
     auto *comparatorPicker = qobject_cast<QComboBox *>(editor->cellWidget(0, 3));
@@ -679,10 +685,8 @@ void tst_TranslationsDe::germanOperatorsFold()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     const auto condition
         = [editor](int row, const QString &op, const QString &comparator, const QString &value) {
