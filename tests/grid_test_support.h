@@ -6,6 +6,7 @@
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
+#include <QtCore/QTimer>
 #include <QtCore/QVector>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
@@ -13,6 +14,9 @@
 #include <QtGui/QTransform>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionHeader>
@@ -146,6 +150,43 @@ inline void ignorePopupWarnings()
         QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
         QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
     }
+}
+
+// Opens the header's context menu on a section and clicks the entry with the
+// given text (none, or an empty text: the menu is closed). The menu's texts
+// go to \a shown. False when no menu came up.
+inline bool runHeaderMenu(
+    QHeaderView *header, int section, const QString &choice, QStringList *shown = nullptr)
+{
+    bool handled = false;
+    QTimer timer;
+    timer.setInterval(10);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu || handled)
+            return;
+        handled = true;
+        timer.stop();
+        if (shown) {
+            shown->clear();
+            for (const QAction *action : menu->actions())
+                *shown << action->text();
+        }
+        for (QAction *action : menu->actions()) {
+            if (!choice.isEmpty() && action->text() == choice) {
+                QTest::mouseClick(
+                    menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
+                return;
+            }
+        }
+        menu->close();
+    });
+    ignorePopupWarnings();
+    timer.start();
+    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
+        header->height() - 4);
+    Q_EMIT header->customContextMenuRequested(pos);
+    return handled;
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

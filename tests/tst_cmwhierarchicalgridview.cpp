@@ -125,33 +125,9 @@ QAction *tst_CMwHierarchicalGridView::action(CMwHierarchicalGridView &grid, cons
 }
 
 // Opens the header's context menu on a section and clicks a choice.
-void tst_CMwHierarchicalGridView::runMenu(QHeaderView *header, int section,
-                                         const QString &choice)
+void tst_CMwHierarchicalGridView::runMenu(QHeaderView *header, int section, const QString &choice)
 {
-    bool handled = false;
-    QTimer timer;
-    timer.setInterval(10);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || handled)
-            return;
-        handled = true;
-        timer.stop();
-        for (QAction *a : menu->actions()) {
-            if (a->text() == choice) {
-                QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                                  menu->actionGeometry(a).center());
-                return;
-            }
-        }
-        menu->close();
-    });
-    ignorePopupWarnings();
-    timer.start();
-    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-                     header->height() - 4);
-    Q_EMIT header->customContextMenuRequested(pos);
-    QVERIFY(handled);
+    QVERIFY(runHeaderMenu(header, section, choice));
 }
 
 void tst_CMwHierarchicalGridView::children()

@@ -270,30 +270,7 @@ CMwFilterWidget *openFilterEditor(CMwHierarchicalGridView &grid)
 QStringList runMenu(QHeaderView *header, int section, const QString &choice)
 {
     QStringList shown;
-    bool handled = false;
-    QTimer timer;
-    timer.setInterval(10);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || handled)
-            return;
-        handled = true;
-        timer.stop();
-        shown = actionTexts(menu->actions());
-        for (QAction *action : menu->actions()) {
-            if (!choice.isEmpty() && action->text() == choice) {
-                QTest::mouseClick(
-                    menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
-                return;
-            }
-        }
-        menu->close();
-    });
-    ignorePopupWarnings();
-    timer.start();
-    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-        header->height() - 4);
-    Q_EMIT header->customContextMenuRequested(pos);
+    runHeaderMenu(header, section, choice, &shown);
     return shown;
 }
 
