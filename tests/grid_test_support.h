@@ -1,13 +1,22 @@
 #ifndef VEL_TESTS_GRID_TEST_SUPPORT_H
 #define VEL_TESTS_GRID_TEST_SUPPORT_H
 
+#include <vel_qt_widgets/CMwGridTableModel.h>
+
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QPointer>
+#include <QtCore/QStringList>
+#include <QtCore/QTimer>
 #include <QtCore/QVector>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QTransform>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionHeader>
@@ -109,6 +118,75 @@ inline QAbstractItemModelTester *watchModel(QAbstractItemModel *model)
         return tester;
     return new QAbstractItemModelTester(
         model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
+}
+
+// Header paths from "Level/Level" strings, one per column.
+inline QVector<QStringList> paths(const QStringList &joined)
+{
+    QVector<QStringList> result;
+    for (const QString &path : joined)
+        result.append(path.split(QLatin1Char('/')));
+    return result;
+}
+
+// City, Value, Note under two header levels: Oslo 1 "x" | Bergen 2 "12" |
+// Oslo 3 "y" | Tromsø 4 (empty). No value is an English word of the library.
+inline CMwGridTableModel *cities(QObject *parent)
+{
+    auto *model = new CMwGridTableModel(parent);
+    model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
+                              QStringLiteral("Data/Note")}),
+                    {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
+                     {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
+                     {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
+                     {QStringLiteral("Tromsø"), 4, QVariant()}});
+    return model;
+}
+
+// What the headless platform says about every popup menu it shows.
+inline void ignorePopupWarnings()
+{
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
+    }
+}
+
+// Opens the header's context menu on a section and clicks the entry with the
+// given text (none, or an empty text: the menu is closed). The menu's texts
+// go to \a shown. False when no menu came up.
+inline bool runHeaderMenu(
+    QHeaderView *header, int section, const QString &choice, QStringList *shown = nullptr)
+{
+    bool handled = false;
+    QTimer timer;
+    timer.setInterval(10);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu || handled)
+            return;
+        handled = true;
+        timer.stop();
+        if (shown) {
+            shown->clear();
+            for (const QAction *action : menu->actions())
+                *shown << action->text();
+        }
+        for (QAction *action : menu->actions()) {
+            if (!choice.isEmpty() && action->text() == choice) {
+                QTest::mouseClick(
+                    menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
+                return;
+            }
+        }
+        menu->close();
+    });
+    ignorePopupWarnings();
+    timer.start();
+    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
+        header->height() - 4);
+    Q_EMIT header->customContextMenuRequested(pos);
+    return handled;
 }
 
 #endif // VEL_TESTS_GRID_TEST_SUPPORT_H

@@ -7,6 +7,7 @@
 #include <vel_qt_widgets/CMwVHeaderView.h>
 #include <vel_qt_widgets/PushButtons.h>
 
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <QtGui/QAccessible>
@@ -19,27 +20,6 @@
 #include <QtWidgets/QToolBar>
 
 namespace {
-
-QVector<QStringList> paths(const QStringList &joined)
-{
-    QVector<QStringList> result;
-    for (const QString &path : joined)
-        result.append(path.split(QLatin1Char('/')));
-    return result;
-}
-
-// City, Value, Note: Oslo 1 "x" | Bergen 2 "12" | Oslo 3 "y" | Tromsø 4 (empty)
-CMwGridTableModel *cities(QObject *parent)
-{
-    auto *model = new CMwGridTableModel(parent);
-    model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
-                        QStringLiteral("Data/Note")}),
-        {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-            {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-            {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-            {QStringLiteral("Tromsø"), 4, QVariant()}});
-    return model;
-}
 
 QString nameOf(QObject *object)
 {

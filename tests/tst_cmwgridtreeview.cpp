@@ -90,6 +90,15 @@ QList<QStandardItem *> rowOf(const QString &caption, int columns)
     return items;
 }
 
+// The same row marked, in every cell, as a group row.
+QList<QStandardItem *> groupRowOf(const QString &caption, int columns)
+{
+    QList<QStandardItem *> items = rowOf(caption, columns);
+    for (QStandardItem *item : items)
+        item->setData(true, BranchParentRole);
+    return items;
+}
+
 } // namespace
 
 class tst_CMwGridTreeView : public QObject
@@ -150,9 +159,7 @@ void tst_CMwGridTreeView::groupRowIsOneBand()
     QFETCH(bool, insideGrid);
     QFETCH(QColor, band);
     QStandardItemModel model(0, 3);
-    QList<QStandardItem *> groupRow = rowOf("Group", 3);
-    for (QStandardItem *item : groupRow)
-        item->setData(true, BranchParentRole);
+    QList<QStandardItem *> groupRow = groupRowOf("Group", 3);
     groupRow.at(1)->setText("hidden");
     model.appendRow(groupRow);
     model.appendRow(rowOf("plain", 3));
@@ -203,9 +210,7 @@ void tst_CMwGridTreeView::groupCaptionReadableOnBand()
     QFETCH(QColor, text);
     QFETCH(QColor, caption);
     QStandardItemModel model(0, 2);
-    QList<QStandardItem *> groupRow = rowOf("MMMM", 2);
-    for (QStandardItem *item : groupRow)
-        item->setData(true, BranchParentRole);
+    QList<QStandardItem *> groupRow = groupRowOf("MMMM", 2);
     model.appendRow(groupRow);
 
     Rig rig(&model);

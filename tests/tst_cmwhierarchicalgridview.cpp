@@ -34,14 +34,6 @@ QString describe(const QAbstractItemModel *model, const QModelIndex &parent = QM
     return cells.join(QLatin1Char(' '));
 }
 
-QVector<QStringList> paths(const QStringList &joined)
-{
-    QVector<QStringList> result;
-    for (const QString &path : joined)
-        result.append(path.split(QLatin1Char('/')));
-    return result;
-}
-
 // Passes a model on and supplies a ready-made horizontal header model
 // through the root's HorizontalHeaderModelRole.
 class SuppliedHeaderModel : public QIdentityProxyModel
@@ -107,25 +99,11 @@ private Q_SLOTS:
     void gridDeletedBeforeItsModel();
 
 private:
-    static CMwGridTableModel *cities(QObject *parent);
     static QTableView *statistics(CMwHierarchicalGridView &grid);
     static CMwGridTreeView *body(CMwHierarchicalGridView &grid);
     static QAction *action(CMwHierarchicalGridView &grid, const QString &text);
     static void runMenu(QHeaderView *header, int section, const QString &choice);
 };
-
-// City, Value, Note: Oslo 1 "x" | Bergen 2 "12" | Oslo 3 "y" | Tromsø 4 (empty)
-CMwGridTableModel *tst_CMwHierarchicalGridView::cities(QObject *parent)
-{
-    auto *model = new CMwGridTableModel(parent);
-    model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
-                           QStringLiteral("Data/Note")}),
-                    {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-                     {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-                     {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-                     {QStringLiteral("Tromsø"), 4, QVariant()}});
-    return model;
-}
 
 QTableView *tst_CMwHierarchicalGridView::statistics(CMwHierarchicalGridView &grid)
 {
@@ -147,36 +125,9 @@ QAction *tst_CMwHierarchicalGridView::action(CMwHierarchicalGridView &grid, cons
 }
 
 // Opens the header's context menu on a section and clicks a choice.
-void tst_CMwHierarchicalGridView::runMenu(QHeaderView *header, int section,
-                                         const QString &choice)
+void tst_CMwHierarchicalGridView::runMenu(QHeaderView *header, int section, const QString &choice)
 {
-    bool handled = false;
-    QTimer timer;
-    timer.setInterval(10);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || handled)
-            return;
-        handled = true;
-        timer.stop();
-        for (QAction *a : menu->actions()) {
-            if (a->text() == choice) {
-                QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                                  menu->actionGeometry(a).center());
-                return;
-            }
-        }
-        menu->close();
-    });
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
-    timer.start();
-    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-                     header->height() - 4);
-    Q_EMIT header->customContextMenuRequested(pos);
-    QVERIFY(handled);
+    QVERIFY(runHeaderMenu(header, section, choice));
 }
 
 void tst_CMwHierarchicalGridView::children()

@@ -6,6 +6,7 @@
 #include <vel_qt_widgets/CMwPickerForTable.h>
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QPointer>
@@ -24,35 +25,6 @@
 #include <QtWidgets/QToolBar>
 
 namespace {
-
-QVector<QStringList> paths(const QStringList &joined)
-{
-    QVector<QStringList> result;
-    for (const QString &path : joined)
-        result.append(path.split(QLatin1Char('/')));
-    return result;
-}
-
-// City, Value, Note: Oslo 1 "x" | Bergen 2 "12" | Oslo 3 "y" | Tromsø 4 (empty)
-CMwGridTableModel *cities(QObject *parent)
-{
-    auto *model = new CMwGridTableModel(parent);
-    model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
-                        QStringLiteral("Data/Note")}),
-        {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-            {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-            {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-            {QStringLiteral("Tromsø"), 4, QVariant()}});
-    return model;
-}
-
-void ignorePopupWarnings()
-{
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
-}
 
 // Waits for the next popup menu and works it with the keyboard only: Down
 // the given number of times, then Return (none: Escape).

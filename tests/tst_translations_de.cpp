@@ -3,6 +3,7 @@
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
+#include "grid_test_support.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QFile>
@@ -118,22 +119,6 @@ const QStringList comparatorTexts = {
     QStringLiteral("Ist nicht leer"),
 };
 const QString placeholder = QString::fromUtf8("<auswählen>");
-
-// Columns City, Value, Note under two header levels; the values avoid
-// every English word of the library, so that any English text found in the
-// grid can only be the library's own.
-CMwGridTableModel *cities(QObject *parent)
-{
-    auto *model = new CMwGridTableModel(parent);
-    model->setTable({{QStringLiteral("Place"), QStringLiteral("City")},
-                        {QStringLiteral("Data"), QStringLiteral("Value")},
-                        {QStringLiteral("Data"), QStringLiteral("Note")}},
-        {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-            {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-            {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-            {QString::fromUtf8("Tromsø"), 4, QVariant()}});
-    return model;
-}
 
 // Every text the model and its headers can put on screen, at any level.
 void collectModelTexts(
@@ -268,38 +253,24 @@ bool clickToolbar(CMwHierarchicalGridView &grid, const QString &text)
     return true;
 }
 
+// Shows the grid and opens its filter editor from the German tool bar; null
+// when the editor does not come up.
+CMwFilterWidget *openFilterEditor(CMwHierarchicalGridView &grid)
+{
+    if (!showAt(grid, 800, 500) || !clickToolbar(grid, QStringLiteral("Filter definieren")))
+        return nullptr;
+    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+    if (!editor || !QTest::qWaitFor([editor]() { return editor->isVisible(); }))
+        return nullptr;
+    return editor;
+}
+
 // Opens the header's column menu on a section, records its texts and
 // chooses the entry with the given text (none: the menu is closed).
 QStringList runMenu(QHeaderView *header, int section, const QString &choice)
 {
     QStringList shown;
-    bool handled = false;
-    QTimer timer;
-    timer.setInterval(10);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu || handled)
-            return;
-        handled = true;
-        timer.stop();
-        shown = actionTexts(menu->actions());
-        for (QAction *action : menu->actions()) {
-            if (!choice.isEmpty() && action->text() == choice) {
-                QTest::mouseClick(
-                    menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
-                return;
-            }
-        }
-        menu->close();
-    });
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-    }
-    timer.start();
-    const QPoint pos(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
-        header->height() - 4);
-    Q_EMIT header->customContextMenuRequested(pos);
+    runHeaderMenu(header, section, choice, &shown);
     return shown;
 }
 
@@ -546,10 +517,8 @@ void tst_TranslationsDe::everyVisibleTextIsGerman()
     CMwHierarchicalGridView grid;
     CMwGridTableModel *model = cities(&grid);
     grid.setModel(model);
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
     auto *column = qobject_cast<QComboBox *>(editor->cellWidget(0, 2));
     column->setCurrentIndex(column->findText(QStringLiteral("Data / Note")));
     model->groupByColumn(2);
@@ -586,10 +555,8 @@ void tst_TranslationsDe::accessibleTextsAreGerman()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     const QSet<QString> english = m_catalogue.englishTexts();
     QList<QWidget *> widgets = grid.findChildren<QWidget *>();
@@ -672,10 +639,8 @@ void tst_TranslationsDe::germanConditionsFilter()
 
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     auto *columnPicker = qobject_cast<QComboBox *>(editor->cellWidget(0, 2));
     auto *comparatorPicker = qobject_cast<QComboBox *>(editor->cellWidget(0, 3));
@@ -697,10 +662,8 @@ void tst_TranslationsDe::germanOperatorsFold()
 {
     CMwHierarchicalGridView grid;
     grid.setModel(cities(&grid));
-    QVERIFY(showAt(grid, 800, 500));
-    QVERIFY(clickToolbar(grid, QStringLiteral("Filter definieren")));
-    auto *editor = grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
-    QTRY_VERIFY(editor->isVisible());
+    CMwFilterWidget *editor = openFilterEditor(grid);
+    QVERIFY(editor);
 
     const auto condition
         = [editor](int row, const QString &op, const QString &comparator, const QString &value) {

@@ -534,14 +534,8 @@ void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
     // handle once more with both handles clipped out, so that the frame goes
     // all round and nothing else changes.
     QStyleOptionSlider option;
-    if (focusedHandle == UpperHandle)
-        q->initMaximumSliderStyleOption(&option);
-    else
-        q->initMinimumSliderStyleOption(&option);
+    initHandleStyleOption(focusedHandle, &option);
     option.subControls = QStyle::SC_SliderHandle;
-    option.sliderPosition = focusedHandle == UpperHandle ? maximumPosition : minimumPosition;
-    option.sliderValue = focusedHandle == UpperHandle ? maximumValue : minimumValue;
-    CMwQSliderGeometry::fitStyleOption(&option);
     QRegion clip(q->rect());
     clip -= handleRect(LowerHandle);
     clip -= handleRect(UpperHandle);
@@ -550,17 +544,23 @@ void CMwQRangeSliderPrivate::drawFocusFrame(QStylePainter *painter) const
     painter->setClipping(false);
 }
 
+void CMwQRangeSliderPrivate::initHandleStyleOption(Handle handle, QStyleOptionSlider *option) const
+{
+    Q_Q(const CMwQRangeSlider);
+    if (handle == UpperHandle)
+        q->initMaximumSliderStyleOption(option);
+    else
+        q->initMinimumSliderStyleOption(option);
+    option->sliderPosition = handle == UpperHandle ? maximumPosition : minimumPosition;
+    option->sliderValue = handle == UpperHandle ? maximumValue : minimumValue;
+    CMwQSliderGeometry::fitStyleOption(option);
+}
+
 QRect CMwQRangeSliderPrivate::handleRect(Handle handle) const
 {
     Q_Q(const CMwQRangeSlider);
     QStyleOptionSlider option;
-    if (handle == UpperHandle)
-        q->initMaximumSliderStyleOption(&option);
-    else
-        q->initMinimumSliderStyleOption(&option);
-    option.sliderPosition = handle == UpperHandle ? maximumPosition : minimumPosition;
-    option.sliderValue = handle == UpperHandle ? maximumValue : minimumValue;
-    CMwQSliderGeometry::fitStyleOption(&option);
+    initHandleStyleOption(handle, &option);
     return q->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 }
 

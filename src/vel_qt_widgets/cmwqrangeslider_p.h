@@ -50,6 +50,8 @@ public:
     // signals of each. False when the handle stays where it is.
     bool moveHandle(Handle handle, int position);
 
+    // The style option of one handle alone, fitted for the style.
+    void initHandleStyleOption(Handle handle, QStyleOptionSlider *option) const;
     // The handle's rectangle in the widget, where the style draws it.
     QRect handleRect(Handle handle) const;
     // The focus of a focused widget outside its handles.

@@ -340,7 +340,7 @@ void CMwQRangeHandleAccessible::setCurrentValue(const QVariant &value)
         outer->setMinimumValue(v);
 }
 
-QVariant CMwQRangeHandleAccessible::minimumValue() const
+QVariant CMwQRangeHandleAccessible::valueBound(bool highestBound) const
 {
     if (!isValid())
         return QVariant();
@@ -348,23 +348,17 @@ QVariant CMwQRangeHandleAccessible::minimumValue() const
     int lowest = 0;
     int highest = 0;
     CMwQRangeSliderPrivate::get(holder)->handleBounds(handleOf(m_child), &lowest, &highest);
-    if (auto *outer = qobject_cast<CMwQDoubleRangeSlider *>(m_slider))
-        return std::min(publicValueAt(outer, lowest), publicValueAt(outer, highest));
-    return lowest;
+    if (auto *outer = qobject_cast<CMwQDoubleRangeSlider *>(m_slider)) {
+        const double atLowest = publicValueAt(outer, lowest);
+        const double atHighest = publicValueAt(outer, highest);
+        return highestBound ? std::max(atLowest, atHighest) : std::min(atLowest, atHighest);
+    }
+    return highestBound ? highest : lowest;
 }
 
-QVariant CMwQRangeHandleAccessible::maximumValue() const
-{
-    if (!isValid())
-        return QVariant();
-    CMwQRangeSlider *holder = handleHolder(m_slider);
-    int lowest = 0;
-    int highest = 0;
-    CMwQRangeSliderPrivate::get(holder)->handleBounds(handleOf(m_child), &lowest, &highest);
-    if (auto *outer = qobject_cast<CMwQDoubleRangeSlider *>(m_slider))
-        return std::max(publicValueAt(outer, lowest), publicValueAt(outer, highest));
-    return highest;
-}
+QVariant CMwQRangeHandleAccessible::minimumValue() const { return valueBound(false); }
+
+QVariant CMwQRangeHandleAccessible::maximumValue() const { return valueBound(true); }
 
 QVariant CMwQRangeHandleAccessible::minimumStepSize() const
 {

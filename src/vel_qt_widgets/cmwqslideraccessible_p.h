@@ -68,6 +68,9 @@ public:
     QVariant minimumStepSize() const override;
 
 private:
+    // The lowest or highest value the handle can take, in public values.
+    QVariant valueBound(bool highestBound) const;
+
     QPointer<QWidget> m_slider;
     int m_child;
 };
