@@ -103,6 +103,7 @@ private Q_SLOTS:
     void walkPage_data();
     void walkPage();
     void slidersHaveNames();
+    void focusedButtonIsMarked();
 
 private:
     // Operates the focused widget with its keys; returns why it failed, or
@@ -310,6 +311,27 @@ void tst_GalleryKeyboard::tabLeavesTheStatistics()
     press(Qt::Key_Tab);
     QVERIFY2(
         QApplication::focusWidget() != table, qPrintable(describe(QApplication::focusWidget())));
+}
+
+void tst_GalleryKeyboard::focusedButtonIsMarked()
+{
+    // The gallery's style sheet draws the buttons itself; the focused one
+    // must still look different from the others.
+    QTabWidget *tabs = m_gallery->tabs;
+    tabs->setCurrentIndex(5);
+    restoreActivation();
+    const QList<QAbstractButton *> buttons
+        = tabs->currentWidget()->findChildren<QAbstractButton *>();
+    QVERIFY(!buttons.isEmpty());
+    for (QAbstractButton *button : buttons) {
+        tabs->tabBar()->setFocus(Qt::OtherFocusReason);
+        QTRY_VERIFY(!button->hasFocus());
+        const QImage plain = button->grab().toImage();
+        button->setFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(button->hasFocus());
+        const QImage focused = button->grab().toImage();
+        QVERIFY2(plain != focused, qPrintable(describe(button)));
+    }
 }
 
 VEL_TEST_MAIN(tst_GalleryKeyboard)
