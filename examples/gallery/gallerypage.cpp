@@ -2,6 +2,8 @@
 
 #include <QtCore/QTime>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTabWidget>
 
 #include <algorithm>
 
@@ -38,4 +40,23 @@ QVector<GalleryPage> galleryPages()
     std::stable_sort(pages.begin(), pages.end(),
                      [](const GalleryPage &a, const GalleryPage &b) { return a.order < b.order; });
     return pages;
+}
+
+GalleryView createGalleryView(QWidget *parent)
+{
+    GalleryView view;
+    auto *splitter = new QSplitter(Qt::Vertical, parent);
+    view.widget = splitter;
+    view.tabs = new QTabWidget(splitter);
+    view.logView = new QPlainTextEdit;
+    view.log = new GalleryLog(view.logView, splitter);
+    for (const GalleryPage &page : galleryPages())
+        view.tabs->addTab(page.create(view.log), page.title);
+    view.logView->setReadOnly(true);
+    view.logView->setPlaceholderText(QStringLiteral("Signals of the widgets on show appear here."));
+    view.logView->setMaximumBlockCount(500);
+    splitter->addWidget(view.logView);
+    splitter->setStretchFactor(0, 4);
+    splitter->setStretchFactor(1, 1);
+    return view;
 }

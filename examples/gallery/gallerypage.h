@@ -9,6 +9,7 @@
 
 QT_BEGIN_NAMESPACE
 class QPlainTextEdit;
+class QTabWidget;
 class QWidget;
 QT_END_NAMESPACE
 
@@ -39,6 +40,17 @@ struct GalleryPage
 bool registerGalleryPage(int order, const QString &title,
                          std::function<QWidget *(GalleryLog *log)> create);
 QVector<GalleryPage> galleryPages();
+
+// The gallery's central widget: every page in a tab above the log pane. The
+// log is created after the pages so that Tab runs tab bar, page, log.
+struct GalleryView
+{
+    QWidget *widget = nullptr;
+    QTabWidget *tabs = nullptr;
+    QPlainTextEdit *logView = nullptr;
+    GalleryLog *log = nullptr;
+};
+GalleryView createGalleryView(QWidget *parent);
 
 #define VEL_GALLERY_PAGE(order, title, function)                                                   \
     static const bool velGalleryPageRegistered_##function =                                        \

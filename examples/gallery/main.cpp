@@ -11,7 +11,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QSplitter>
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QTabWidget>
 
@@ -83,18 +82,11 @@ struct Gallery
     Gallery()
     {
         window.setWindowTitle(QStringLiteral("vel_qt_widgets gallery"));
-        auto *splitter = new QSplitter(Qt::Vertical, &window);
-        tabs = new QTabWidget(splitter);
-        logView = new QPlainTextEdit(splitter);
-        logView->setReadOnly(true);
-        logView->setPlaceholderText(QStringLiteral("Signals of the widgets on show appear here."));
-        logView->setMaximumBlockCount(500);
-        splitter->setStretchFactor(0, 4);
-        splitter->setStretchFactor(1, 1);
-        window.setCentralWidget(splitter);
-        log = new GalleryLog(logView, &window);
-        for (const GalleryPage &page : galleryPages())
-            tabs->addTab(page.create(log), page.title);
+        const GalleryView view = createGalleryView(&window);
+        tabs = view.tabs;
+        logView = view.logView;
+        log = view.log;
+        window.setCentralWidget(view.widget);
         window.resize(1100, 760);
     }
 };

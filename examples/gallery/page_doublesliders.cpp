@@ -57,6 +57,7 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     auto *linear = new QGridLayout(linearBox);
 
     auto *single = new CMwQDoubleSlider(Qt::Horizontal);
+    single->setAccessibleName(QStringLiteral("Linear value"));
     single->setRange(0.0, 1.0);
     single->setSingleStep(0.05);
     single->setPageStep(0.25);
@@ -86,6 +87,7 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     linear->addWidget(singleLabel, 0, 2);
 
     auto *range = new CMwQDoubleRangeSlider(Qt::Horizontal);
+    range->setAccessibleName(QStringLiteral("Linear range"));
     range->setRange(0.0, 1.0);
     range->setSingleStep(0.05);
     range->setTickPosition(QSlider::TicksBelow);
@@ -116,6 +118,7 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     auto *logLayout = new QGridLayout(logBox);
 
     auto *frequency = new CMwQDoubleSlider(Qt::Horizontal);
+    frequency->setAccessibleName(QStringLiteral("Frequency"));
     frequency->setRange(1.0, 20000.0);
     frequency->setValueProxy(proxy);
     frequency->setSingleStep(0.01);
@@ -137,6 +140,7 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     logLayout->addWidget(frequencyLabel, 0, 2);
 
     auto *band = new CMwQDoubleRangeSlider(Qt::Horizontal);
+    band->setAccessibleName(QStringLiteral("Band"));
     band->setRange(1.0, 20000.0);
     band->setValueProxy(proxy);
     band->setSingleStep(0.01);

@@ -92,6 +92,8 @@ QWidget *createFilterPage(GalleryLog *log)
     view->setSortingEnabled(true);
     view->sortByColumn(-1, Qt::AscendingOrder);
     view->horizontalHeader()->setStretchLastSection(true);
+    // Tab goes on to the log instead of wrapping through every cell.
+    view->setTabKeyNavigation(false);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
     layout->addWidget(view, 1);
 

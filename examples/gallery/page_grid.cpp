@@ -7,6 +7,7 @@
 #include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
+#include <QtGui/QKeyEvent>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
@@ -15,6 +16,45 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
+
+// The menu key and Shift+F10 in the body open the header's column menu for
+// the current column, as the composed grid does; the mouse is left alone.
+class ColumnMenuKey : public QObject
+{
+    Q_OBJECT
+
+public:
+    ColumnMenuKey(CMwGridTreeView *body, CMwHierarchicalHeaderView *header)
+        : QObject(body)
+        , m_body(body)
+        , m_header(header)
+    {
+        body->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched != m_body || event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(watched, event);
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const bool menuKey = (key->key() == Qt::Key_Menu && key->modifiers() == Qt::NoModifier)
+            || (key->key() == Qt::Key_F10 && key->modifiers() == Qt::ShiftModifier);
+        if (!menuKey)
+            return QObject::eventFilter(watched, event);
+        int section = m_body->currentIndex().isValid() ? m_body->currentIndex().column() : -1;
+        for (int visual = 0; (section < 0 || m_header->isSectionHidden(section)) && visual < m_header->count();
+             ++visual)
+            section = m_header->logicalIndex(visual);
+        if (section >= 0 && !m_header->isSectionHidden(section))
+            m_header->showColumnMenu(section);
+        return true;
+    }
+
+private:
+    CMwGridTreeView *m_body;
+    CMwHierarchicalHeaderView *m_header;
+};
 
 QStandardItem *cell(const QString &caption, bool rotated = false, int minimumWidth = 0)
 {
@@ -103,6 +143,7 @@ QWidget *createGridPage(GalleryLog *log)
     auto *header = new CMwHierarchicalHeaderView(Qt::Horizontal, body);
     header->setHighlightSections(true);
     body->setHeader(header);
+    new ColumnMenuKey(body, header);
     QStandardItemModel *items = createItemModel(body);
     body->setModel(items);
     header->setHeaderModel(createHeaderModel(header));
@@ -143,3 +184,5 @@ QWidget *createGridPage(GalleryLog *log)
 } // namespace
 
 VEL_GALLERY_PAGE(30, "Grid parts", createGridPage);
+
+#include "page_grid.moc"

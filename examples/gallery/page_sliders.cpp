@@ -89,9 +89,14 @@ QWidget *createSlidersPage(GalleryLog *log)
                               "Horizontal: labels above (\"body\", \"hot\") and below; the end labels "
                               "are shifted inwards, not clipped. Double-click to log SignalDoubleClick().")),
                           0, 0);
-    tickLayout->addWidget(makeSlider(Qt::Horizontal, log, QStringLiteral("slider")), 1, 0);
+    // Named for assistive technology: otherwise both sliders of a group
+    // are announced by the group's title.
+    auto *horizontal = makeSlider(Qt::Horizontal, log, QStringLiteral("slider"));
+    horizontal->setAccessibleName(QStringLiteral("Temperature"));
+    tickLayout->addWidget(horizontal, 1, 0);
     tickLayout->setRowStretch(2, 1);
     auto *vertical = makeSlider(Qt::Vertical, log, QStringLiteral("vertical slider"));
+    vertical->setAccessibleName(QStringLiteral("Temperature, vertical"));
     vertical->setMinimumHeight(200);
     tickLayout->addWidget(vertical, 0, 1, 3, 1);
     tickLayout->addWidget(caption(QStringLiteral("Vertical: the same items draw their marks, no labels.")), 0, 2,
@@ -105,6 +110,7 @@ QWidget *createSlidersPage(GalleryLog *log)
                                                   "slider's own handle position"));
     auto *rangeLayout = new QGridLayout(rangeBox);
     auto *horizontalRange = makeRangeSlider(Qt::Horizontal, log, QStringLiteral("range"));
+    horizontalRange->setAccessibleName(QStringLiteral("Percent range"));
     rangeLayout->addWidget(caption(QStringLiteral(
                                "Drag a handle, or the groove between the handles to move both. With "
                                "symmetric moves, one handle moves the other the opposite way.")),
@@ -119,6 +125,7 @@ QWidget *createSlidersPage(GalleryLog *log)
     rangeLayout->addWidget(tracking, 3, 0);
     rangeLayout->setRowStretch(4, 1);
     auto *verticalRange = makeRangeSlider(Qt::Vertical, log, QStringLiteral("vertical range"));
+    verticalRange->setAccessibleName(QStringLiteral("Percent range, vertical"));
     verticalRange->setMinimumHeight(200);
     rangeLayout->addWidget(verticalRange, 0, 1, 5, 1);
     rangeLayout->addWidget(caption(QStringLiteral(

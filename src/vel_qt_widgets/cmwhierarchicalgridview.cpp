@@ -218,6 +218,9 @@ void CMwHierarchicalGridView::init()
     statistics->setItemDelegate(new CMwStatisticsDelegate(statistics));
     statistics->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     statistics->setSelectionMode(QAbstractItemView::NoSelection);
+    // Tab leaves the read-only figures instead of wrapping through their
+    // cells for ever; the arrow keys still move between them.
+    statistics->setTabKeyNavigation(false);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
