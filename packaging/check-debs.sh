@@ -274,7 +274,10 @@ chmod +x "$ROOT/tmp/vel/inside.sh"
 say "trying the packages in a clean Debian 12 root"
 # In its own session, so that an interrupted run stops everything in the
 # root before unmounting it.
-setsid chroot "$ROOT" /tmp/vel/inside.sh &
+# With a clean environment: the host's build settings (a compiler launcher,
+# flags, prefixes) name tools the root does not have.
+setsid env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+    DEBIAN_FRONTEND=noninteractive chroot "$ROOT" /tmp/vel/inside.sh &
 CHILD=$!
 wait "$CHILD"
 CHILD=
