@@ -194,6 +194,8 @@ QString tst_GalleryKeyboard::operate(QWidget *widget, bool firstVisit)
         press(Qt::Key_Down);
         if (!view->currentIndex().isValid())
             return QStringLiteral("Down made no cell current");
+        // Back to the row Tab came to, so that the walk goes on from there.
+        press(Qt::Key_Up);
         return QString();
     }
     return QString();
@@ -245,14 +247,12 @@ void tst_GalleryKeyboard::walkPage()
             failures << QStringLiteral("never reached: %1").arg(describe(widget));
     }
 
-    // Open: the cell widgets of a filter editor join the window's Tab chain
-    // where they are created, after the widgets that follow the editor, so
-    // Tab runs in a circle through them (Filter) or skips them (the grid's
-    // built-in editor, reached only after the log pane).
+    // Open: in the gallery, Tab enters the grid at its corner button and
+    // reaches the toolbar only after the statistics table, and leaves the
+    // page from "Define Filter" instead of going on into the filter editor.
     QEXPECT_FAIL("Hierarchical grid",
-        "the built-in filter editor's cells sit after the log pane in the Tab chain", Abort);
-    QEXPECT_FAIL(
-        "Filter", "Tab circles through the filter editor's cells and the table below it", Abort);
+        "the grid's toolbar and filter editor come after its statistics table in the Tab chain",
+        Abort);
     QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
 }
 

@@ -145,9 +145,13 @@ bool CMwFilterKeyNavigator::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress)
         return handleKey(watched, static_cast<QKeyEvent *>(event));
-    if (event->type() == QEvent::FocusIn && watched == m_editor && !m_moving) {
+    int row = -1;
+    int column = -1;
+    if (event->type() == QEvent::FocusIn && !m_moving
+        && (watched == m_editor || findWidget(watched, row, column))) {
         // Entering the editor by Tab lands on its first cell the user can
-        // operate (by Shift+Tab on its last), not on a disabled one.
+        // operate (by Shift+Tab on its last), not on a disabled one; also
+        // when the window's Tab chain reaches one of its pickers first.
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
             const bool forward = reason == Qt::TabFocusReason;
@@ -156,8 +160,9 @@ bool CMwFilterKeyNavigator::eventFilter(QObject *watched, QEvent *event)
             for (int at = forward ? 0 : cells - 1; at >= 0 && at < cells; at += forward ? 1 : -1) {
                 if (isStop(at / columns, at % columns)) {
                     focusCell(at / columns, at % columns);
-                    // A picker took the focus: the editor has nothing to show.
-                    return m_editor->cellWidget(at / columns, at % columns) != nullptr;
+                    // Another widget took the focus: this one has nothing to show.
+                    QWidget *cell = m_editor->cellWidget(at / columns, at % columns);
+                    return watched == m_editor ? cell != nullptr : cell != watched;
                 }
             }
         }

@@ -133,6 +133,12 @@ void CMwFilterWidget::addRow(int row)
     op->setAccessibleName(captions.value(OperatorColumn));
     columnPicker->setAccessibleName(captions.value(ColumnColumn));
     comparator->setAccessibleName(captions.value(ComparatorColumn));
+    // A new widget joins the window's Tab chain at its end, behind whatever
+    // follows the editor; the row's pickers are kept right behind the editor
+    // instead, so that Tab out of the editor reaches the widget after it.
+    QWidget::setTabOrder(this, op);
+    QWidget::setTabOrder(op, columnPicker);
+    QWidget::setTabOrder(columnPicker, comparator);
     d->navigator->watch(op);
     d->navigator->watch(columnPicker);
     d->navigator->watch(comparator);
