@@ -1,4 +1,4 @@
-#include <vel_qt_widgets/Base.h>
+#include <vel_qt_widgets/CMwQWidget.h>
 
 CMwQWidget::CMwQWidget(QWidget *parent, Qt::WindowFlags f)
     : QWidget(parent, f)

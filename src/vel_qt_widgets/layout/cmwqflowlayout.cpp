@@ -1,4 +1,4 @@
-#include <vel_qt_widgets/FlowLayout.h>
+#include <vel_qt_widgets/CMwQFlowLayout.h>
 
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>

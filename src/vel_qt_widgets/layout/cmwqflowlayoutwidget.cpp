@@ -1,4 +1,6 @@
-#include <vel_qt_widgets/FlowLayout.h>
+#include <vel_qt_widgets/CMwQFlowLayoutWidget.h>
+
+#include <vel_qt_widgets/CMwQFlowLayout.h>
 
 CMwQFlowLayoutWidget::CMwQFlowLayoutWidget(QWidget *parent, Qt::WindowFlags f)
     : QWidget(parent, f)

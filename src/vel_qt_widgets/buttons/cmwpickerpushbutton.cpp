@@ -1,48 +1,7 @@
-#include <vel_qt_widgets/PushButtons.h>
+#include <vel_qt_widgets/CMwPickerPushButton.h>
 
 #include <QtGui/QPainter>
 #include <QtGui/QPolygon>
-
-CMwTextPushButton::CMwTextPushButton(QWidget *parent)
-    : QPushButton(parent)
-{
-}
-
-CMwTextPushButton::CMwTextPushButton(const QString &text, QWidget *parent)
-    : QPushButton(text, parent)
-{
-}
-
-CMwTextPushButton::CMwTextPushButton(const QIcon &icon, const QString &text, QWidget *parent)
-    : QPushButton(icon, text, parent)
-{
-}
-
-CMwTextPushButton::~CMwTextPushButton() = default;
-
-CMwIconFitButton::CMwIconFitButton(QWidget *parent)
-    : QPushButton(parent)
-{
-}
-
-CMwIconFitButton::CMwIconFitButton(const QIcon &icon, QWidget *parent)
-    : QPushButton(icon, QString(), parent)
-{
-}
-
-CMwIconFitButton::~CMwIconFitButton() = default;
-
-CMwSizedPushButtonMd::CMwSizedPushButtonMd(QWidget *parent)
-    : QPushButton(parent)
-{
-}
-
-CMwSizedPushButtonMd::CMwSizedPushButtonMd(const QIcon &icon, const QString &text, QWidget *parent)
-    : QPushButton(icon, text, parent)
-{
-}
-
-CMwSizedPushButtonMd::~CMwSizedPushButtonMd() = default;
 
 CMwPickerPushButton::CMwPickerPushButton(QWidget *parent)
     : QPushButton(parent)
