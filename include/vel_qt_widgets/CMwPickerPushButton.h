@@ -5,6 +5,8 @@
 
 #include <QtWidgets/QPushButton>
 
+#include <memory>
+
 /*!
     \brief A push button that draws a filled direction triangle near its right
     edge, in the palette's button-text colour.
@@ -54,7 +56,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    EPickerDirection m_direction;
+    class Private;
+    const std::unique_ptr<Private> d;
 
     Q_DISABLE_COPY(CMwPickerPushButton)
 };

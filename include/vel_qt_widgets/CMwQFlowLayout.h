@@ -3,9 +3,10 @@
 
 #include "vel_qt_widgets_export.h"
 
-#include <QtCore/QList>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyle>
+
+#include <memory>
 
 /*!
     \brief A layout that places its items left to right and starts a new
@@ -98,11 +99,8 @@ private:
     int doLayout(const QRect &rect, bool testOnly) const;
     const QStyle *spacingStyle(QLayoutItem *item) const;
 
-    QList<QLayoutItem *> m_itemList;
-    int m_hSpace;
-    int m_vSpace;
-    bool m_sameWidgetsSize;
-    int m_fixedColumnCount;
+    class Private;
+    const std::unique_ptr<Private> d;
 
     Q_DISABLE_COPY(CMwQFlowLayout)
 };

@@ -5,6 +5,8 @@
 
 #include <QtWidgets/QWidget>
 
+#include <memory>
+
 QT_BEGIN_NAMESPACE
 class QWidgetPrivate;
 QT_END_NAMESPACE
@@ -39,8 +41,9 @@ public:
     /*! A widget with a flow layout whose margins and spacings come from the style. */
     explicit CMwQFlowLayoutWidget(QWidget *parent = nullptr, Qt::WindowFlags f = Qt::WindowFlags());
     /*! The private-data form of the QWidget constructor, for subclasses built
-        on Qt's private classes. */
-    CMwQFlowLayoutWidget(QWidgetPrivate &d, QWidget *parent, Qt::WindowFlags f);
+        on Qt's private classes; \a dd is Qt's own QWidgetPrivate, handed on
+        to QWidget's protected constructor. */
+    CMwQFlowLayoutWidget(QWidgetPrivate &dd, QWidget *parent, Qt::WindowFlags f);
     ~CMwQFlowLayoutWidget() override;
 
     /*! Does nothing: the flow layout stays installed, and \a layout stays
@@ -65,9 +68,8 @@ private:
     explicit CMwQFlowLayoutWidget(const QWidget &other);
     void installFlowLayout();
 
-    int m_margin;
-    int m_hSpacing;
-    int m_vSpacing;
+    class Private;
+    const std::unique_ptr<Private> d;
 
     Q_DISABLE_COPY(CMwQFlowLayoutWidget)
 };

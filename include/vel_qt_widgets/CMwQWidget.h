@@ -33,8 +33,9 @@ public:
     ~CMwQWidget() override;
 
 protected:
-    /*! For subclasses built on Qt's private-data classes. */
-    CMwQWidget(QWidgetPrivate &d, QWidget *parent, Qt::WindowFlags f);
+    /*! For subclasses built on Qt's private-data classes; \a dd is Qt's own
+        QWidgetPrivate, handed on to QWidget's protected constructor. */
+    CMwQWidget(QWidgetPrivate &dd, QWidget *parent, Qt::WindowFlags f);
 
 private:
     Q_DISABLE_COPY(CMwQWidget)

@@ -3,9 +3,15 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPolygon>
 
+class CMwPickerPushButton::Private
+{
+public:
+    EPickerDirection m_direction = eDown;
+};
+
 CMwPickerPushButton::CMwPickerPushButton(QWidget *parent)
     : QPushButton(parent)
-    , m_direction(eDown)
+    , d(new Private)
 {
     // Keeps the text at the left, clear of the triangle.
     setStyleSheet(QStringLiteral("Text-align:left"));
@@ -13,11 +19,14 @@ CMwPickerPushButton::CMwPickerPushButton(QWidget *parent)
 
 CMwPickerPushButton::~CMwPickerPushButton() = default;
 
-CMwPickerPushButton::EPickerDirection CMwPickerPushButton::direction() const { return m_direction; }
+CMwPickerPushButton::EPickerDirection CMwPickerPushButton::direction() const
+{
+    return d->m_direction;
+}
 
 void CMwPickerPushButton::setDirection(EPickerDirection direction)
 {
-    m_direction = direction;
+    d->m_direction = direction;
     update();
 }
 
@@ -29,8 +38,8 @@ void CMwPickerPushButton::paintEvent(QPaintEvent *event)
     painter.save();
 
     const QRect r = rect();
-    const int d = (r.bottom() - r.top() + 1) / 3;
-    const QRect box(r.right() - 2 * d, r.top() + d + 1, d, d);
+    const int side = (r.bottom() - r.top() + 1) / 3;
+    const QRect box(r.right() - 2 * side, r.top() + side + 1, side, side);
     const int w = box.width();
     const int h = box.height();
     const int x0 = box.left();
@@ -41,7 +50,7 @@ void CMwPickerPushButton::paintEvent(QPaintEvent *event)
     // For an even size the second point lies one pixel beyond the box: that
     // keeps the triangle symmetric around its apex.
     QPoint points[3];
-    switch (m_direction) {
+    switch (d->m_direction) {
     case eDown:
         points[0] = QPoint(x0, y0);
         points[1] = QPoint(x0 + (w & ~1), y0);

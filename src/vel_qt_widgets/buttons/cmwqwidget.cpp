@@ -5,8 +5,8 @@ CMwQWidget::CMwQWidget(QWidget *parent, Qt::WindowFlags f)
 {
 }
 
-CMwQWidget::CMwQWidget(QWidgetPrivate &d, QWidget *parent, Qt::WindowFlags f)
-    : QWidget(d, parent, f)
+CMwQWidget::CMwQWidget(QWidgetPrivate &dd, QWidget *parent, Qt::WindowFlags f)
+    : QWidget(dd, parent, f)
 {
 }
 

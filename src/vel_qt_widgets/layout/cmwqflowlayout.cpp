@@ -26,22 +26,32 @@ int clampToRect(qint64 value)
 
 } // namespace
 
+class CMwQFlowLayout::Private
+{
+public:
+    Private(int hSpacing, int vSpacing)
+        : m_hSpace(hSpacing)
+        , m_vSpace(vSpacing)
+    {
+    }
+
+    QList<QLayoutItem *> m_itemList; // owned
+    int m_hSpace;
+    int m_vSpace;
+    bool m_sameWidgetsSize = false;
+    int m_fixedColumnCount = -1;
+};
+
 CMwQFlowLayout::CMwQFlowLayout(QWidget *parent, int margin, int hSpacing, int vSpacing)
     : QLayout(parent)
-    , m_hSpace(hSpacing)
-    , m_vSpace(vSpacing)
-    , m_sameWidgetsSize(false)
-    , m_fixedColumnCount(-1)
+    , d(new Private(hSpacing, vSpacing))
 {
     setContentsMargins(margin, margin, margin, margin);
 }
 
 CMwQFlowLayout::CMwQFlowLayout(int margin, int hSpacing, int vSpacing)
     : QLayout()
-    , m_hSpace(hSpacing)
-    , m_vSpace(vSpacing)
-    , m_sameWidgetsSize(false)
-    , m_fixedColumnCount(-1)
+    , d(new Private(hSpacing, vSpacing))
 {
     setContentsMargins(margin, margin, margin, margin);
 }
@@ -60,23 +70,23 @@ void CMwQFlowLayout::addItem(QLayoutItem *item)
         qWarning("CMwQFlowLayout::addItem: cannot add a null item");
         return;
     }
-    m_itemList.append(item);
+    d->m_itemList.append(item);
 }
 
-int CMwQFlowLayout::count() const { return m_itemList.size(); }
+int CMwQFlowLayout::count() const { return d->m_itemList.size(); }
 
 QLayoutItem *CMwQFlowLayout::itemAt(int index) const
 {
-    if (index < 0 || index >= m_itemList.size())
+    if (index < 0 || index >= d->m_itemList.size())
         return nullptr;
-    return m_itemList.at(index);
+    return d->m_itemList.at(index);
 }
 
 QLayoutItem *CMwQFlowLayout::takeAt(int index)
 {
-    if (index < 0 || index >= m_itemList.size())
+    if (index < 0 || index >= d->m_itemList.size())
         return nullptr;
-    return m_itemList.takeAt(index);
+    return d->m_itemList.takeAt(index);
 }
 
 Qt::Orientations CMwQFlowLayout::expandingDirections() const { return Qt::Orientations(); }
@@ -93,7 +103,7 @@ QSize CMwQFlowLayout::minimumSize() const
     // Starts from the invalid (-1, -1) size on purpose: with nothing shown
     // the result is (2 * margin - 1, 2 * margin - 1), which callers rely on.
     QSize size;
-    for (const QLayoutItem *item : m_itemList) {
+    for (const QLayoutItem *item : d->m_itemList) {
         if (!item->isEmpty())
             size = size.expandedTo(item->minimumSize());
     }
@@ -118,25 +128,25 @@ void CMwQFlowLayout::setGeometry(const QRect &rect)
 
 int CMwQFlowLayout::horizontalSpacing() const
 {
-    if (m_hSpace >= 0)
-        return m_hSpace;
+    if (d->m_hSpace >= 0)
+        return d->m_hSpace;
     return smartSpacing(QStyle::PM_LayoutHorizontalSpacing);
 }
 
 int CMwQFlowLayout::verticalSpacing() const
 {
-    if (m_vSpace >= 0)
-        return m_vSpace;
+    if (d->m_vSpace >= 0)
+        return d->m_vSpace;
     return smartSpacing(QStyle::PM_LayoutVerticalSpacing);
 }
 
-bool CMwQFlowLayout::sameWidgetsSize() const { return m_sameWidgetsSize; }
+bool CMwQFlowLayout::sameWidgetsSize() const { return d->m_sameWidgetsSize; }
 
-void CMwQFlowLayout::setSameWidgetsSize(bool same) { m_sameWidgetsSize = same; }
+void CMwQFlowLayout::setSameWidgetsSize(bool same) { d->m_sameWidgetsSize = same; }
 
-int CMwQFlowLayout::fixedColumnCount() const { return m_fixedColumnCount; }
+int CMwQFlowLayout::fixedColumnCount() const { return d->m_fixedColumnCount; }
 
-void CMwQFlowLayout::setFixedColumnCount(int columns) { m_fixedColumnCount = columns; }
+void CMwQFlowLayout::setFixedColumnCount(int columns) { d->m_fixedColumnCount = columns; }
 
 int CMwQFlowLayout::smartSpacing(QStyle::PixelMetric pm) const
 {
@@ -179,20 +189,20 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
     qint64 lineHeight = 0;
 
     int nonEmpty = 0;
-    for (const QLayoutItem *item : m_itemList) {
+    for (const QLayoutItem *item : d->m_itemList) {
         if (!item->isEmpty())
             ++nonEmpty;
     }
 
     const int hSpacing = horizontalSpacing();
     const int vSpacing = verticalSpacing();
-    const bool stretch = m_sameWidgetsSize && nonEmpty >= 1 && hSpacing >= 0;
+    const bool stretch = d->m_sameWidgetsSize && nonEmpty >= 1 && hSpacing >= 0;
 
     qint64 commonWidth = -1;
     qint64 commonHeight = -1;
     qint64 extra = 0;
-    if (m_sameWidgetsSize) {
-        for (const QLayoutItem *item : m_itemList) {
+    if (d->m_sameWidgetsSize) {
+        for (const QLayoutItem *item : d->m_itemList) {
             if (item->isEmpty())
                 continue;
             const QSize hint = item->sizeHint();
@@ -205,7 +215,7 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
 
     if (stretch) {
         const qint64 s = hSpacing;
-        qint64 columns = m_fixedColumnCount;
+        qint64 columns = d->m_fixedColumnCount;
         if (columns < 1 && commonWidth + s > 0)
             columns = (effRight - effLeft + 1 + s) / (commonWidth + s);
         const qint64 n = std::min<qint64>(columns, nonEmpty);
@@ -219,7 +229,7 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
     }
 
     qint64 remaining = extra;
-    for (QLayoutItem *item : m_itemList) {
+    for (QLayoutItem *item : d->m_itemList) {
         if (item->isEmpty())
             continue;
 
@@ -237,7 +247,7 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
 
         qint64 itemWidth;
         qint64 itemHeight;
-        if (m_sameWidgetsSize) {
+        if (d->m_sameWidgetsSize) {
             itemWidth = commonWidth;
             itemHeight = commonHeight;
         } else {

@@ -2,29 +2,31 @@
 
 #include <vel_qt_widgets/CMwQFlowLayout.h>
 
+class CMwQFlowLayoutWidget::Private
+{
+public:
+    int m_margin = -1;
+    int m_hSpacing = -1;
+    int m_vSpacing = -1;
+};
+
 CMwQFlowLayoutWidget::CMwQFlowLayoutWidget(QWidget *parent, Qt::WindowFlags f)
     : QWidget(parent, f)
-    , m_margin(-1)
-    , m_hSpacing(-1)
-    , m_vSpacing(-1)
+    , d(new Private)
 {
     installFlowLayout();
 }
 
-CMwQFlowLayoutWidget::CMwQFlowLayoutWidget(QWidgetPrivate &d, QWidget *parent, Qt::WindowFlags f)
-    : QWidget(d, parent, f)
-    , m_margin(-1)
-    , m_hSpacing(-1)
-    , m_vSpacing(-1)
+CMwQFlowLayoutWidget::CMwQFlowLayoutWidget(QWidgetPrivate &dd, QWidget *parent, Qt::WindowFlags f)
+    : QWidget(dd, parent, f)
+    , d(new Private)
 {
     installFlowLayout();
 }
 
 CMwQFlowLayoutWidget::CMwQFlowLayoutWidget(const QWidget &)
     : QWidget(nullptr)
-    , m_margin(-1)
-    , m_hSpacing(-1)
-    , m_vSpacing(-1)
+    , d(new Private)
 {
     installFlowLayout();
 }
@@ -44,14 +46,14 @@ void CMwQFlowLayoutWidget::setLayout(QLayout *)
 
 // The three properties are only stored so that forms keep them; passing them
 // on to the layout is deliberately left out.
-int CMwQFlowLayoutWidget::margin() const { return m_margin; }
+int CMwQFlowLayoutWidget::margin() const { return d->m_margin; }
 
-void CMwQFlowLayoutWidget::setMargin(int margin) { m_margin = margin; }
+void CMwQFlowLayoutWidget::setMargin(int margin) { d->m_margin = margin; }
 
-int CMwQFlowLayoutWidget::hSpacing() const { return m_hSpacing; }
+int CMwQFlowLayoutWidget::hSpacing() const { return d->m_hSpacing; }
 
-void CMwQFlowLayoutWidget::setHSpacing(int spacing) { m_hSpacing = spacing; }
+void CMwQFlowLayoutWidget::setHSpacing(int spacing) { d->m_hSpacing = spacing; }
 
-int CMwQFlowLayoutWidget::vSpacing() const { return m_vSpacing; }
+int CMwQFlowLayoutWidget::vSpacing() const { return d->m_vSpacing; }
 
-void CMwQFlowLayoutWidget::setVSpacing(int spacing) { m_vSpacing = spacing; }
+void CMwQFlowLayoutWidget::setVSpacing(int spacing) { d->m_vSpacing = spacing; }
