@@ -24,6 +24,66 @@ int clampToRect(qint64 value)
     return int(qBound<qint64>(-limit, value, limit));
 }
 
+// The rectangle that the items fill: the layout's rectangle shrunk by the
+// contents margins, with inclusive edges as QRect has them.
+struct Area
+{
+    qint64 left = 0;
+    qint64 top = 0;
+    qint64 right = 0;
+    qint64 bottomMargin = 0; // added back to the height the items need
+};
+
+Area effectiveArea(const QLayout *layout, const QRect &rect)
+{
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    layout->getContentsMargins(&left, &top, &right, &bottom);
+    Area area;
+    area.left = qint64(rect.x()) + left;
+    area.top = qint64(rect.y()) + top;
+    area.right = qint64(rect.right()) - right;
+    area.bottomMargin = bottom;
+    return area;
+}
+
+// The one size every item gets in same-widgets-size mode, and the pixels a
+// full line has left over, handed out one each to its first items.
+struct CommonSize
+{
+    qint64 width = -1;
+    qint64 height = -1;
+    qint64 extra = 0;
+};
+
+// Fits the columns into the area's width (fixedColumns of them when 1 or
+// more, else as many as the common width allows) and widens or squeezes the
+// common width so that a full line fills the width.
+void stretchToColumns(
+    CommonSize &common, const Area &area, qint64 spacing, qint64 fixedColumns, qint64 shown)
+{
+    qint64 columns = fixedColumns;
+    if (columns < 1 && common.width + spacing > 0)
+        columns = (area.right - area.left + 1 + spacing) / (common.width + spacing);
+    const qint64 n = std::min<qint64>(columns, shown);
+    if (n > 0)
+        common.width = (area.right - area.left - (n - 1) * spacing) / n;
+    // Also for n <= 0, on purpose: a lone over-wide item then still gets
+    // the extra pixels, one line per item. A full row covers
+    // effective width - 1 pixels, exactly what the wrapping test of the
+    // placement lets through.
+    common.extra = (area.right - area.left) - (n - 1) * spacing - common.width * n;
+}
+
+// Between items on a line (x) and between lines (y).
+struct Spacing
+{
+    qint64 x = 0;
+    qint64 y = 0;
+};
+
 } // namespace
 
 class CMwQFlowLayout::Private
@@ -40,7 +100,105 @@ public:
     int m_vSpace;
     bool m_sameWidgetsSize = false;
     int m_fixedColumnCount = -1;
+
+    // The items that take room: empty ones (hidden widgets, spacers) are
+    // skipped by every step of a layout pass.
+    int shownCount() const;
+    // The largest size hint width and height of the shown items.
+    CommonSize largestHint() const;
+    // Places the shown items line by line from the area's top left corner
+    // (only computes when testOnly) and returns the y just below the last
+    // line.
+    qint64 placeItems(const CMwQFlowLayout *q, const Area &area, const CommonSize &common,
+        const Spacing &spacing, bool testOnly) const;
+    // The spacing after item: a part that is exactly -1 comes from the
+    // item's style, as between two push buttons.
+    static Spacing itemSpacing(const CMwQFlowLayout *q, QLayoutItem *item, const Spacing &spacing);
 };
+
+int CMwQFlowLayout::Private::shownCount() const
+{
+    int shown = 0;
+    for (const QLayoutItem *item : m_itemList) {
+        if (!item->isEmpty())
+            ++shown;
+    }
+    return shown;
+}
+
+CommonSize CMwQFlowLayout::Private::largestHint() const
+{
+    CommonSize common;
+    for (const QLayoutItem *item : m_itemList) {
+        if (item->isEmpty())
+            continue;
+        const QSize hint = item->sizeHint();
+        if (!(common.width > hint.width()))
+            common.width = hint.width();
+        if (!(common.height > hint.height()))
+            common.height = hint.height();
+    }
+    return common;
+}
+
+Spacing CMwQFlowLayout::Private::itemSpacing(
+    const CMwQFlowLayout *q, QLayoutItem *item, const Spacing &spacing)
+{
+    Spacing result = spacing;
+    if (result.x != -1 && result.y != -1)
+        return result;
+    const QStyle *style = q->spacingStyle(item);
+    if (style && result.x == -1)
+        result.x = style->layoutSpacing(
+            QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Horizontal);
+    if (style && result.y == -1)
+        result.y
+            = style->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Vertical);
+    return result;
+}
+
+qint64 CMwQFlowLayout::Private::placeItems(const CMwQFlowLayout *q, const Area &area,
+    const CommonSize &common, const Spacing &spacing, bool testOnly) const
+{
+    qint64 x = area.left;
+    qint64 y = area.top;
+    qint64 lineHeight = 0;
+    qint64 remaining = common.extra;
+    for (QLayoutItem *item : m_itemList) {
+        if (item->isEmpty())
+            continue;
+
+        const Spacing space = itemSpacing(q, item, spacing);
+        qint64 itemWidth = common.width;
+        qint64 itemHeight = common.height;
+        if (!m_sameWidgetsSize) {
+            const QSize hint = item->sizeHint();
+            itemWidth = hint.width();
+            itemHeight = hint.height();
+        }
+        qint64 width = itemWidth + (remaining > 0 ? 1 : 0);
+        --remaining;
+
+        // Compares the exclusive right end with the inclusive right edge.
+        // The first item of a line never wraps, and neither does anything
+        // after a line of zero-height items.
+        if (x + width > area.right && lineHeight > 0) {
+            y = y + lineHeight + space.y;
+            x = area.left;
+            lineHeight = 0;
+            width = itemWidth + (common.extra > 0 ? 1 : 0);
+            remaining = common.extra - 1;
+        }
+
+        if (!testOnly)
+            item->setGeometry(
+                QRect(clampToRect(x), clampToRect(y), clampToRect(width), clampToRect(itemHeight)));
+
+        lineHeight = std::max(lineHeight, itemHeight);
+        x = x + width + space.x;
+    }
+    return y + lineHeight;
+}
 
 CMwQFlowLayout::CMwQFlowLayout(QWidget *parent, int margin, int hSpacing, int vSpacing)
     : QLayout(parent)
@@ -176,106 +334,21 @@ const QStyle *CMwQFlowLayout::spacingStyle(QLayoutItem *item) const
 
 int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
 {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    getContentsMargins(&left, &top, &right, &bottom);
-    // The effective rectangle: rect shrunk by the margins (inclusive edges).
-    const qint64 effLeft = qint64(rect.x()) + left;
-    const qint64 effRight = qint64(rect.right()) - right;
-    qint64 x = effLeft;
-    qint64 y = qint64(rect.y()) + top;
-    qint64 lineHeight = 0;
+    const Area area = effectiveArea(this, rect);
+    Spacing spacing;
+    spacing.x = horizontalSpacing();
+    spacing.y = verticalSpacing();
 
-    int nonEmpty = 0;
-    for (const QLayoutItem *item : d->m_itemList) {
-        if (!item->isEmpty())
-            ++nonEmpty;
-    }
-
-    const int hSpacing = horizontalSpacing();
-    const int vSpacing = verticalSpacing();
-    const bool stretch = d->m_sameWidgetsSize && nonEmpty >= 1 && hSpacing >= 0;
-
-    qint64 commonWidth = -1;
-    qint64 commonHeight = -1;
-    qint64 extra = 0;
+    CommonSize common;
     if (d->m_sameWidgetsSize) {
-        for (const QLayoutItem *item : d->m_itemList) {
-            if (item->isEmpty())
-                continue;
-            const QSize hint = item->sizeHint();
-            if (!(commonWidth > hint.width()))
-                commonWidth = hint.width();
-            if (!(commonHeight > hint.height()))
-                commonHeight = hint.height();
-        }
+        common = d->largestHint();
+        // Stretching needs a known spacing; one that is still derived leaves
+        // every item at the largest hint, without extra pixels.
+        const int shown = d->shownCount();
+        if (shown >= 1 && spacing.x >= 0)
+            stretchToColumns(common, area, spacing.x, d->m_fixedColumnCount, shown);
     }
 
-    if (stretch) {
-        const qint64 s = hSpacing;
-        qint64 columns = d->m_fixedColumnCount;
-        if (columns < 1 && commonWidth + s > 0)
-            columns = (effRight - effLeft + 1 + s) / (commonWidth + s);
-        const qint64 n = std::min<qint64>(columns, nonEmpty);
-        if (n > 0)
-            commonWidth = (effRight - effLeft - (n - 1) * s) / n;
-        // Also for n <= 0, on purpose: a lone over-wide item then still gets
-        // the extra pixels, one line per item. A full row covers
-        // effective width - 1 pixels, exactly what the wrapping test below
-        // lets through.
-        extra = (effRight - effLeft) - (n - 1) * s - commonWidth * n;
-    }
-
-    qint64 remaining = extra;
-    for (QLayoutItem *item : d->m_itemList) {
-        if (item->isEmpty())
-            continue;
-
-        qint64 spaceX = hSpacing;
-        qint64 spaceY = vSpacing;
-        if (spaceX == -1 || spaceY == -1) {
-            const QStyle *style = spacingStyle(item);
-            if (style && spaceX == -1)
-                spaceX = style->layoutSpacing(
-                    QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Horizontal);
-            if (style && spaceY == -1)
-                spaceY = style->layoutSpacing(
-                    QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Vertical);
-        }
-
-        qint64 itemWidth;
-        qint64 itemHeight;
-        if (d->m_sameWidgetsSize) {
-            itemWidth = commonWidth;
-            itemHeight = commonHeight;
-        } else {
-            const QSize hint = item->sizeHint();
-            itemWidth = hint.width();
-            itemHeight = hint.height();
-        }
-        qint64 width = itemWidth + (remaining > 0 ? 1 : 0);
-        --remaining;
-
-        // Compares the exclusive right end with the inclusive right edge.
-        // The first item of a line never wraps, and neither does anything
-        // after a line of zero-height items.
-        if (x + width > effRight && lineHeight > 0) {
-            y = y + lineHeight + spaceY;
-            x = effLeft;
-            lineHeight = 0;
-            width = itemWidth + (extra > 0 ? 1 : 0);
-            remaining = extra - 1;
-        }
-
-        if (!testOnly)
-            item->setGeometry(
-                QRect(clampToRect(x), clampToRect(y), clampToRect(width), clampToRect(itemHeight)));
-
-        lineHeight = std::max(lineHeight, itemHeight);
-        x = x + width + spaceX;
-    }
-
-    return clampToInt(y + lineHeight - qint64(rect.y()) + bottom);
+    const qint64 bottom = d->placeItems(this, area, common, spacing, testOnly);
+    return clampToInt(bottom - qint64(rect.y()) + area.bottomMargin);
 }
