@@ -12,7 +12,24 @@ namespace {
 
 enum Column { CheckColumn = 0, OperatorColumn, ColumnColumn, ComparatorColumn, ValueColumn, ColumnCount };
 
-const int initialWidths[ColumnCount] = {20, 50, 180, 170, 120};
+// Initial column widths in pixels; the value column then stretches to the
+// editor's width.
+constexpr int CheckColumnWidth = 20;
+constexpr int OperatorColumnWidth = 50;
+constexpr int ColumnColumnWidth = 180;
+constexpr int ComparatorColumnWidth = 170;
+constexpr int ValueColumnWidth = 120;
+
+constexpr int initialWidths[ColumnCount] = {
+    CheckColumnWidth,
+    OperatorColumnWidth,
+    ColumnColumnWidth,
+    ComparatorColumnWidth,
+    ValueColumnWidth,
+};
+
+// Pixels a row gets beyond the size hint of its cells.
+constexpr int RowPadding = 2;
 
 } // namespace
 
@@ -40,20 +57,20 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
     QHeaderView *header = horizontalHeader();
     // QHeaderView clamps sections to its minimum section size, which the
     // style makes wider than the check column; lower it so the widths hold.
-    header->setMinimumSectionSize(qMin(header->minimumSectionSize(), initialWidths[CheckColumn]));
+    header->setMinimumSectionSize(qMin(header->minimumSectionSize(), CheckColumnWidth));
     for (int column = 0; column < ColumnCount; ++column)
         setColumnWidth(column, initialWidths[column]);
     header->setSectionResizeMode(ValueColumn, QHeaderView::Stretch);
 
     // The same clamping applies to the default row height.
-    const int rowSize = sizeHintForRow(0) + 2;
+    const int rowSize = sizeHintForRow(0) + RowPadding;
     verticalHeader()->setMinimumSectionSize(qMin(verticalHeader()->minimumSectionSize(), rowSize));
     verticalHeader()->setDefaultSectionSize(rowSize);
     header->setHighlightSections(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
 
-    d_vel->navigator = new CMwFilterKeyNavigator(this);
-    setItemDelegateForColumn(ValueColumn, new CMwFilterValueDelegate(d_vel->navigator, this));
+    d->navigator = new CMwFilterKeyNavigator(this);
+    setItemDelegateForColumn(ValueColumn, new CMwFilterValueDelegate(d->navigator, this));
 }
 
 CMwFilterWidget::~CMwFilterWidget() = default;
