@@ -11,9 +11,9 @@ namespace {
 
 constexpr int checkColumn = 0;
 
-enum class TabKey { None, Forward, Backward };
+} // namespace
 
-TabKey tabKey(const QKeyEvent *key)
+CMwFilterKeyNavigator::TabKey CMwFilterKeyNavigator::tabKey(const QKeyEvent *key)
 {
     if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
         return TabKey::None;
@@ -23,8 +23,6 @@ TabKey tabKey(const QKeyEvent *key)
     }
     return key->key() == Qt::Key_Tab ? TabKey::Forward : TabKey::None;
 }
-
-} // namespace
 
 CMwFilterKeyNavigator::CMwFilterKeyNavigator(CMwFilterWidget *editor)
     : QObject(editor)
@@ -168,29 +166,4 @@ bool CMwFilterKeyNavigator::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QObject::eventFilter(watched, event);
-}
-
-CMwFilterValueDelegate::CMwFilterValueDelegate(
-    CMwFilterKeyNavigator *navigator, QTableWidget *table)
-    : QStyledItemDelegate(table)
-    , m_navigator(navigator)
-    , m_table(table)
-{
-}
-
-bool CMwFilterValueDelegate::eventFilter(QObject *editor, QEvent *event)
-{
-    if (event->type() == QEvent::KeyPress && m_navigator) {
-        const TabKey tab = tabKey(static_cast<QKeyEvent *>(event));
-        auto *widget = qobject_cast<QWidget *>(editor);
-        if (tab != TabKey::None && widget) {
-            const int row = m_table->currentRow();
-            const int column = m_table->currentColumn();
-            Q_EMIT commitData(widget);
-            Q_EMIT closeEditor(widget, QAbstractItemDelegate::NoHint);
-            m_navigator->moveFrom(row, column, tab == TabKey::Forward);
-            return true;
-        }
-    }
-    return QStyledItemDelegate::eventFilter(editor, event);
 }

@@ -2,11 +2,9 @@
 #define VEL_QT_WIDGETS_CMWFILTERKEYNAVIGATOR_P_H
 
 #include <QtCore/QObject>
-#include <QtCore/QPointer>
-#include <QtWidgets/QStyledItemDelegate>
 
 QT_BEGIN_NAMESPACE
-class QTableWidget;
+class QKeyEvent;
 QT_END_NAMESPACE
 
 class CMwFilterWidget;
@@ -21,6 +19,12 @@ class CMwFilterKeyNavigator : public QObject
     Q_OBJECT
 
 public:
+    // Which way a key press walks: Tab forward, Shift+Tab (or Backtab) back;
+    // none with Ctrl, Alt or Meta held, so that those combinations keep
+    // their own meaning.
+    enum class TabKey { None, Forward, Backward };
+    static TabKey tabKey(const QKeyEvent *key);
+
     explicit CMwFilterKeyNavigator(CMwFilterWidget *editor);
 
     // Watches the cell widget of a new row.
@@ -40,23 +44,6 @@ private:
 
     CMwFilterWidget *m_editor;
     bool m_moving = false;
-};
-
-// The value column's delegate: Tab in an open editor commits the value and
-// goes on with the editor's own walk instead of opening the next cell.
-class CMwFilterValueDelegate : public QStyledItemDelegate
-{
-    Q_OBJECT
-
-public:
-    CMwFilterValueDelegate(CMwFilterKeyNavigator *navigator, QTableWidget *table);
-
-protected:
-    bool eventFilter(QObject *editor, QEvent *event) override;
-
-private:
-    QPointer<CMwFilterKeyNavigator> m_navigator;
-    QTableWidget *m_table;
 };
 
 #endif // VEL_QT_WIDGETS_CMWFILTERKEYNAVIGATOR_P_H

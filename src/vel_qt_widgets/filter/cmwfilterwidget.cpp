@@ -2,6 +2,7 @@
 
 #include "cmwfilterkeynavigator_p.h"
 #include "cmwfiltertexts_p.h"
+#include "cmwfiltervaluedelegate_p.h"
 
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
