@@ -1,8 +1,8 @@
 #include "cmwfilterwidget_p.h"
 
 #include "cmwfilterkeynavigator_p.h"
-#include "cmwfiltertexts_p.h"
 #include "cmwfiltervaluedelegate_p.h"
+#include "cmwfiltervocabulary_p.h"
 
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
@@ -53,7 +53,7 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
     setSizePolicy(QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding, QSizePolicy::DefaultType));
     verticalHeader()->hide();
     setColumnCount(ColumnCount);
-    setHorizontalHeaderLabels(VelFilterTexts::headerTexts());
+    setHorizontalHeaderLabels(VelFilterVocabulary::headerTexts());
 
     QHeaderView *header = horizontalHeader();
     // QHeaderView clamps sections to its minimum section size, which the
@@ -119,7 +119,7 @@ void CMwFilterWidget::addRow(int row)
     connect(this, SIGNAL(itemClicked(QTableWidgetItem*)), this, SLOT(onItemPressed(QTableWidgetItem*)));
 
     auto *op = new CMwPickerForTable(this);
-    op->addItems(VelFilterTexts::operatorTexts());
+    op->addItems(VelFilterVocabulary::operatorTexts());
     op->setCurrentIndex(0);
     op->setEnabled(false);
     connect(op, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboOperatorChanged(int)));
@@ -138,8 +138,8 @@ void CMwFilterWidget::addRow(int row)
     setCellWidget(row, ColumnColumn, columnPicker);
 
     auto *comparator = new CMwPickerForTable(this);
-    comparator->addItems(VelFilterTexts::comparatorTexts());
-    comparator->setCurrentIndex(VelFilterTexts::GreaterOrEqual);
+    comparator->addItems(VelFilterVocabulary::comparatorTexts());
+    comparator->setCurrentIndex(VelFilterVocabulary::GreaterOrEqual);
     comparator->setEnabled(false);
     connect(comparator, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboComparatorChanged(int)));
     connect(comparator, SIGNAL(popupWillShow(bool&)), this, SLOT(onComboComparatorPopupWillShow(bool&)));
@@ -147,7 +147,7 @@ void CMwFilterWidget::addRow(int row)
 
     // The pickers carry their column's caption as name for screen readers,
     // and join the editor's Tab walk.
-    const QStringList captions = VelFilterTexts::headerTexts();
+    const QStringList captions = VelFilterVocabulary::headerTexts();
     op->setAccessibleName(captions.value(OperatorColumn));
     columnPicker->setAccessibleName(captions.value(ColumnColumn));
     comparator->setAccessibleName(captions.value(ComparatorColumn));

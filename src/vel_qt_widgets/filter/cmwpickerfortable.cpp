@@ -1,6 +1,6 @@
 #include "cmwpickerfortable_p.h"
 
-#include "cmwfiltertexts_p.h"
+#include "cmwfiltervocabulary_p.h"
 
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
@@ -21,7 +21,7 @@ void CMwPickerForTablePrivate::updateDescription()
         return;
     QString description;
     if (q->currentIndex() == -1 && q->currentText().isEmpty())
-        description = m_text.isEmpty() ? VelFilterTexts::selectText() : m_text;
+        description = m_text.isEmpty() ? VelFilterVocabulary::selectText() : m_text;
     ownDescription = description;
     q->setAccessibleDescription(description);
 }
@@ -95,7 +95,7 @@ void CMwPickerForTable::initStyleOption(QStyleOptionComboBox *option) const
     if (currentIndex() != -1 || !option->currentText.isEmpty())
         return;
     if (d->m_text.isEmpty()) {
-        option->currentText = VelFilterTexts::selectText();
+        option->currentText = VelFilterVocabulary::selectText();
         option->currentIcon = d->m_icon;
     } else {
         option->currentText = d->m_text;

@@ -1,6 +1,6 @@
 #include "cmwsortfilterproxymodel_p.h"
 
-#include "cmwfiltertexts_p.h"
+#include "cmwfiltervocabulary_p.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
 
@@ -15,21 +15,21 @@ QT_WARNING_DISABLE_DEPRECATED
 bool compareCell(int comparator, const QVariant &cell, const QVariant &value)
 {
     switch (comparator) {
-    case VelFilterTexts::GreaterOrEqual:
+    case VelFilterVocabulary::GreaterOrEqual:
         return cell >= value;
-    case VelFilterTexts::SmallerOrEqual:
+    case VelFilterVocabulary::SmallerOrEqual:
         return cell <= value;
-    case VelFilterTexts::Greater:
+    case VelFilterVocabulary::Greater:
         return cell > value;
-    case VelFilterTexts::Smaller:
+    case VelFilterVocabulary::Smaller:
         return cell < value;
-    case VelFilterTexts::Equal:
+    case VelFilterVocabulary::Equal:
         return cell == value;
-    case VelFilterTexts::NotEqual:
+    case VelFilterVocabulary::NotEqual:
         return !(cell == value);
-    case VelFilterTexts::Empty:
+    case VelFilterVocabulary::Empty:
         return cell.isNull();
-    case VelFilterTexts::NotEmpty:
+    case VelFilterVocabulary::NotEmpty:
         return !cell.isNull();
     default:
         return false;
@@ -41,13 +41,13 @@ QT_WARNING_POP
 bool orderingMatch(int comparator, int sign)
 {
     switch (comparator) {
-    case VelFilterTexts::GreaterOrEqual:
+    case VelFilterVocabulary::GreaterOrEqual:
         return sign >= 0;
-    case VelFilterTexts::SmallerOrEqual:
+    case VelFilterVocabulary::SmallerOrEqual:
         return sign <= 0;
-    case VelFilterTexts::Greater:
+    case VelFilterVocabulary::Greater:
         return sign > 0;
-    case VelFilterTexts::Smaller:
+    case VelFilterVocabulary::Smaller:
         return sign < 0;
     default:
         return false;
@@ -121,16 +121,16 @@ bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) co
 {
     const int comparator = compiled.at(index).comparator;
     switch (comparator) {
-    case VelFilterTexts::Empty:
+    case VelFilterVocabulary::Empty:
         return cell.isNull();
-    case VelFilterTexts::NotEmpty:
+    case VelFilterVocabulary::NotEmpty:
         return !cell.isNull();
-    case VelFilterTexts::GreaterOrEqual:
-    case VelFilterTexts::SmallerOrEqual:
-    case VelFilterTexts::Greater:
-    case VelFilterTexts::Smaller:
-    case VelFilterTexts::Equal:
-    case VelFilterTexts::NotEqual:
+    case VelFilterVocabulary::GreaterOrEqual:
+    case VelFilterVocabulary::SmallerOrEqual:
+    case VelFilterVocabulary::Greater:
+    case VelFilterVocabulary::Smaller:
+    case VelFilterVocabulary::Equal:
+    case VelFilterVocabulary::NotEqual:
         break;
     default:
         return false;
@@ -165,9 +165,9 @@ bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) co
         } else {
             // Unequal doubles are ordered by Qt's numeric comparison, which
             // is fuzzy (and may still say "same") and places NaN on its own.
-            if (comparator == VelFilterTexts::Equal)
+            if (comparator == VelFilterVocabulary::Equal)
                 return false;
-            if (comparator == VelFilterTexts::NotEqual)
+            if (comparator == VelFilterVocabulary::NotEqual)
                 return true;
             return compareCell(comparator, cell, entry.converted);
         }
@@ -176,9 +176,9 @@ bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) co
     case CellKind::Generic:
         break;
     }
-    if (comparator == VelFilterTexts::Equal)
+    if (comparator == VelFilterVocabulary::Equal)
         return s == 0;
-    if (comparator == VelFilterTexts::NotEqual)
+    if (comparator == VelFilterVocabulary::NotEqual)
         return s != 0;
     return orderingMatch(comparator, s);
 }
@@ -270,8 +270,8 @@ void CMwSortFilterProxyModel::onSourceHeaderChanged()
 void CMwSortFilterProxyModel::setFilterRows(QVector<QVector<QVariant>> filter)
 {
     Q_D(CMwSortFilterProxyModel);
-    const QStringList &operators = VelFilterTexts::operatorTexts();
-    const QStringList &comparators = VelFilterTexts::comparatorTexts();
+    const QStringList &operators = VelFilterVocabulary::operatorTexts();
+    const QStringList &comparators = VelFilterVocabulary::comparatorTexts();
 
     d->conditions.clear();
     d->compiled.clear();
@@ -291,7 +291,7 @@ void CMwSortFilterProxyModel::setFilterRows(QVector<QVector<QVariant>> filter)
         condition.value = row.at(4);
 
         CMwSortFilterProxyModelPrivate::Compiled compiled;
-        compiled.isAnd = condition.op == operators.at(VelFilterTexts::OperatorAnd);
+        compiled.isAnd = condition.op == operators.at(VelFilterVocabulary::OperatorAnd);
         compiled.comparator = comparators.indexOf(condition.comparator);
 
         d->conditions.append(condition);
@@ -383,10 +383,10 @@ bool CMwSortFilterProxyModelPrivate::acceptsRow(
 
 QStringList CMwSortFilterProxyModel::operatorTexts()
 {
-    return VelFilterTexts::operatorTexts();
+    return VelFilterVocabulary::operatorTexts();
 }
 
 QStringList CMwSortFilterProxyModel::comparatorTexts()
 {
-    return VelFilterTexts::comparatorTexts();
+    return VelFilterVocabulary::comparatorTexts();
 }

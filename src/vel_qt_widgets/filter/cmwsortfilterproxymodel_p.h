@@ -41,7 +41,7 @@ public:
     struct Compiled
     {
         bool isAnd = false;
-        int comparator = -1; // VelFilterTexts::Comparator, -1 for an unknown text
+        int comparator = -1; // VelFilterVocabulary::Comparator, -1 for an unknown text
         // Filled lazily, one entry for each cell type met; the value does not
         // change for the condition's lifetime, so neither do the entries.
         mutable std::vector<ForCellType> forCellTypes;

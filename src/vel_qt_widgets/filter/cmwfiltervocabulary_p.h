@@ -1,12 +1,12 @@
-#ifndef VEL_QT_WIDGETS_CMWFILTERTEXTS_P_H
-#define VEL_QT_WIDGETS_CMWFILTERTEXTS_P_H
+#ifndef VEL_QT_WIDGETS_CMWFILTERVOCABULARY_P_H
+#define VEL_QT_WIDGETS_CMWFILTERVOCABULARY_P_H
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 // The texts that the filter editor, the filter proxy and the picker show or
 // compare, and the one place that passes them through MW_GetTranslation.
-namespace VelFilterTexts {
+namespace VelFilterVocabulary {
 
 // Translation contexts: one fixed identifier per source module.
 extern const char *const filterContext;
@@ -41,6 +41,6 @@ QStringList headerTexts();
 // The picker's placeholder, translated at each call.
 QString selectText();
 
-} // namespace VelFilterTexts
+} // namespace VelFilterVocabulary
 
-#endif // VEL_QT_WIDGETS_CMWFILTERTEXTS_P_H
+#endif // VEL_QT_WIDGETS_CMWFILTERVOCABULARY_P_H

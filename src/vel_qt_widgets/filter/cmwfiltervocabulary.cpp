@@ -1,10 +1,10 @@
-#include "cmwfiltertexts_p.h"
+#include "cmwfiltervocabulary_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
 #include <string>
 
-namespace VelFilterTexts {
+namespace VelFilterVocabulary {
 
 const char *const filterContext = "CMwFilterWidget";
 const char *const pickerContext = "CMwPickerForTable";
@@ -76,4 +76,4 @@ QString selectText()
     return translate(text, pickerContext);
 }
 
-} // namespace VelFilterTexts
+} // namespace VelFilterVocabulary
