@@ -1,34 +1,12 @@
-#ifndef VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
-#define VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
+#ifndef VEL_QT_WIDGETS_CMWROWNUMBERSACCESSIBLE_P_H
+#define VEL_QT_WIDGETS_CMWROWNUMBERSACCESSIBLE_P_H
 
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
 
-QT_BEGIN_NAMESPACE
-class QAbstractButton;
-QT_END_NAMESPACE
-
 class CMwVHeaderView;
-
-// What assistive technology sees of the library's push buttons: Qt's button
-// description, with a name also for a button that shows only an icon (its
-// tool tip, when no accessible name is set).
-class CMwButtonAccessible : public QAccessibleWidget
-{
-public:
-    explicit CMwButtonAccessible(QWidget *button);
-
-    QString text(QAccessible::Text t) const override;
-    QAccessible::State state() const override;
-    QStringList actionNames() const override;
-    void doAction(const QString &actionName) override;
-    QStringList keyBindingsForAction(const QString &actionName) const override;
-
-private:
-    QAbstractButton *button() const;
-};
 
 // The row-number header: one row-header element per section, named by the
 // number shown beside that row.
@@ -80,7 +58,4 @@ private:
     int m_section;
 };
 
-// Installs the factory of the interfaces above once per application.
-void velInstallAccessibleFactory();
-
-#endif // VEL_QT_WIDGETS_CMWACCESSIBLE_P_H
+#endif // VEL_QT_WIDGETS_CMWROWNUMBERSACCESSIBLE_P_H
