@@ -81,7 +81,7 @@ private:
     void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
 
     // The tick labels laid out and placed, kept from one paint to the next:
-    // shaping text costs far more than drawing it. Everything the layout
+    // laying the texts out took most of a labelled paint. Everything the layout
     // depends on is part of the key, so any change of the list, font,
     // resolution, direction, range, size or style lays them out again.
     struct TickLabelCache
