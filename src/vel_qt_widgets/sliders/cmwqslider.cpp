@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
+#include <QtCore/QStringList>
 #include <QtCore/QtMath>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QMouseEvent>
@@ -270,11 +271,11 @@ QSharedPointer<QTextLayout> layOutText(
 QSharedPointer<QTextLayout> layOutLabel(
     const QString &text, const QFont &font, Qt::LayoutDirection direction, const QSize &room)
 {
-    const QVector<QStringRef> variants = text.splitRef(QChar(0x9c));
+    const QStringList variants = text.split(QChar(0x9c));
     QSharedPointer<QTextLayout> layout;
-    for (const QStringRef &variant : variants) {
+    for (const QString &variant : variants) {
         QSizeF size;
-        layout = layOutText(variant.toString(), font, direction, &size);
+        layout = layOutText(variant, font, direction, &size);
         if (size.width() <= room.width() && size.height() <= room.height())
             break;
     }
