@@ -2,6 +2,7 @@
 
 #include "cmwqslider_p.h"
 #include "cmwqslideraccessible_p.h"
+#include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -126,6 +127,11 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
         Q_EMIT q->maximumValueChanged(q->maximumValue());
     if (lowerChanged || upperChanged)
         CMwQSliderAccessibility::rangeValuesChanged(q, lowerChanged, upperChanged);
+}
+
+void CMwQDoubleRangeSliderPrivate::rebuildTickItems()
+{
+    setInnerTickItems(tickItems);
 }
 
 CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
@@ -413,7 +419,8 @@ CMwQDoubleRangeSlider::TMwTickItemList CMwQDoubleRangeSlider::tickItemList() con
 void CMwQDoubleRangeSlider::setTickItemList(const TMwTickItemList &list)
 {
     Q_D(CMwQDoubleRangeSlider);
-    d->setTickItemList(list);
+    d->tickItems = list;
+    d->rebuildTickItems();
 }
 
 bool CMwQDoubleRangeSlider::symmetricMoves() const

@@ -2,6 +2,7 @@
 
 #include "cmwqslider_p.h"
 #include "cmwqslideraccessible_p.h"
+#include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <QtCore/QCoreApplication>
@@ -93,6 +94,11 @@ double CMwQDoubleSliderPrivate::safeFromInteger(int i) const
 void CMwQDoubleSliderPrivate::updateOffset(double v)
 {
     offset = offsetFor(v);
+}
+
+void CMwQDoubleSliderPrivate::rebuildTickItems()
+{
+    setInnerTickItems(tickItems);
 }
 
 CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const
@@ -329,7 +335,8 @@ CMwQDoubleSlider::TMwTickItemList CMwQDoubleSlider::tickItemList() const
 void CMwQDoubleSlider::setTickItemList(const TMwTickItemList &list)
 {
     Q_D(CMwQDoubleSlider);
-    d->setTickItemList(list);
+    d->tickItems = list;
+    d->rebuildTickItems();
 }
 
 QString CMwQDoubleSlider::handleToolTip() const
