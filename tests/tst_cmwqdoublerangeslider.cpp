@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include "slider_test_support.h"
 #include "testvalueproxies.h"
 
 #include "cmwqstepmapping_p.h"
@@ -76,7 +77,7 @@ public:
 QRect innerHandleRect(const QSlider *inner)
 {
     QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    sliderStyleOption(inner, &option);
     return inner->style()->subControlRect(
         QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
 }
@@ -757,7 +758,7 @@ void tst_CMwQDoubleRangeSlider::handleToolTip()
 
     const auto handleCentre = [&](int position) {
         QStyleOptionSlider option;
-        CMwQStepMapping::initSliderStyleOption(w.slider(), &option);
+        sliderStyleOption(w.slider(), &option);
         option.sliderPosition = position;
         option.sliderValue = position;
         return w.slider()

@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include "slider_test_support.h"
 #include "testvalueproxies.h"
 
 #include "cmwqstepmapping_p.h"
@@ -51,7 +52,7 @@ public:
 QPoint handleCentre(QSlider *slider)
 {
     QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(slider, &option);
+    sliderStyleOption(slider, &option);
     return slider->style()
         ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
         .center();
@@ -61,7 +62,7 @@ QPoint handleCentre(QSlider *slider)
 QRect innerHandleRect(const QSlider *inner)
 {
     QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(inner, &option);
+    sliderStyleOption(inner, &option);
     return inner->style()->subControlRect(
         QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
 }

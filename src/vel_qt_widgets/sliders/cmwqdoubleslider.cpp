@@ -159,6 +159,8 @@ CMwQDoubleSlider::CMwQDoubleSlider(CMwQDoubleSliderPrivate *d, Qt::Orientation o
 
 CMwQDoubleSlider::~CMwQDoubleSlider() = default;
 
+VEL_STEP_MAPPED_SLIDER_SURFACE(CMwQDoubleSlider)
+
 double CMwQDoubleSlider::value() const
 {
     Q_D(const CMwQDoubleSlider);
@@ -202,12 +204,6 @@ void CMwQDoubleSlider::setSliderPosition(double position)
     d->slider->setSliderPosition(d->toInteger(v));
 }
 
-double CMwQDoubleSlider::singleStep() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->singleStep;
-}
-
 void CMwQDoubleSlider::setSingleStep(double step)
 {
     Q_D(CMwQDoubleSlider);
@@ -240,30 +236,6 @@ void CMwQDoubleSlider::setPageStep(double step)
     d->slider->setPageStep(d->toInteger(step));
 }
 
-double CMwQDoubleSlider::minimum() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->publicMinimum();
-}
-
-double CMwQDoubleSlider::maximum() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->publicMaximum();
-}
-
-void CMwQDoubleSlider::setMinimum(double minimum)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setPublicMinimum(minimum);
-}
-
-void CMwQDoubleSlider::setMaximum(double maximum)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setPublicMaximum(maximum);
-}
-
 void CMwQDoubleSlider::setRange(double min, double max)
 {
     Q_D(CMwQDoubleSlider);
@@ -276,79 +248,6 @@ void CMwQDoubleSlider::setRange(double min, double max)
     // The integer slider reports nothing when its value survives the new
     // range; the double value must still be clamped.
     setValue(value());
-}
-
-double CMwQDoubleSlider::tickInterval() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->tickInterval();
-}
-
-void CMwQDoubleSlider::setTickInterval(double interval)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setTickInterval(interval);
-}
-
-QSlider::TickPosition CMwQDoubleSlider::tickPosition() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->tickPosition();
-}
-
-void CMwQDoubleSlider::setTickPosition(QSlider::TickPosition position)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->setTickPosition(position);
-}
-
-bool CMwQDoubleSlider::hasTracking() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->hasTracking();
-}
-
-void CMwQDoubleSlider::setTracking(bool enable)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->setTracking(enable);
-}
-
-Qt::Orientation CMwQDoubleSlider::orientation() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->orientation();
-}
-
-void CMwQDoubleSlider::setOrientation(Qt::Orientation orientation)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setOrientation(orientation);
-}
-
-CMwQDoubleSlider::TMwTickItemList CMwQDoubleSlider::tickItemList() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->tickItems;
-}
-
-void CMwQDoubleSlider::setTickItemList(const TMwTickItemList &list)
-{
-    Q_D(CMwQDoubleSlider);
-    d->tickItems = list;
-    d->rebuildTickItems();
-}
-
-QString CMwQDoubleSlider::handleToolTip() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->handleToolTip;
-}
-
-void CMwQDoubleSlider::setHandleToolTip(const QString &toolTip)
-{
-    Q_D(CMwQDoubleSlider);
-    d->handleToolTip = toolTip;
 }
 
 bool CMwQDoubleSlider::invertedAppearance() const
@@ -375,34 +274,10 @@ void CMwQDoubleSlider::setInvertedControls(bool inverted)
     d->slider->setInvertedControls(inverted);
 }
 
-bool CMwQDoubleSlider::isValidStep(double step) const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->isValidStep(step);
-}
-
-void CMwQDoubleSlider::triggerAction(QAbstractSlider::SliderAction action)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->triggerAction(action);
-}
-
 CMwQSlider *CMwQDoubleSlider::slider() const
 {
     Q_D(const CMwQDoubleSlider);
     return d->slider;
-}
-
-CMwQValueProxy *CMwQDoubleSlider::valueProxy() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->valueProxy.data();
-}
-
-void CMwQDoubleSlider::setValueProxy(CMwQValueProxy *proxy)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setValueProxy(proxy);
 }
 
 void CMwQDoubleSlider::onValueChanged(int value)
@@ -430,25 +305,13 @@ void CMwQDoubleSlider::onRangeChanged(int min, int max)
     d->innerRangeChanged(min, max, d->offset, d->offset);
 }
 
-void CMwQDoubleSlider::onValueProxyAboutToBeModified()
-{
-    Q_D(CMwQDoubleSlider);
-    d->saveInputs();
-}
-
-void CMwQDoubleSlider::onValueProxyModified()
-{
-    Q_D(CMwQDoubleSlider);
-    d->reapplyInputs();
-}
-
 bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)
 {
     Q_D(CMwQDoubleSlider);
     if (watched == d->slider && event->type() == QEvent::ToolTip) {
         auto *helpEvent = static_cast<QHelpEvent *>(event);
         QStyleOptionSlider option;
-        initSliderStyleOption(d->slider, &option);
+        CMwQSliderPrivate::get(d->slider)->initStyleOption(&option);
         CMwQSliderGeometry::fitStyleOption(&option);
         const QStyle::SubControl hit = d->slider->style()->hitTestComplexControl(
             QStyle::CC_Slider, &option, helpEvent->pos(), this);

@@ -54,6 +54,12 @@ QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item)
 
 CMwQSliderPrivate::~CMwQSliderPrivate() = default;
 
+void CMwQSliderPrivate::initStyleOption(QStyleOptionSlider *option) const
+{
+    Q_Q(const CMwQSlider);
+    q->initStyleOption(option);
+}
+
 namespace CMwQSliderGeometry {
 
 static int halfStep(int step) { return step > 0 ? std::max(step / 2, 1) : step; }

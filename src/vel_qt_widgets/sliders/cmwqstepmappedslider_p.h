@@ -136,5 +136,125 @@ protected:
     }
 };
 
+// The members that both floating-point sliders offer alike, with one body
+// each: they are separate QWidget classes (each is the root of its own
+// hierarchy), so the surface is written once here and stamped into both.
+#define VEL_STEP_MAPPED_SLIDER_SURFACE(Class)                                                      \
+    double Class::minimum() const                                                                  \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->publicMinimum();                                                                 \
+    }                                                                                              \
+    double Class::maximum() const                                                                  \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->publicMaximum();                                                                 \
+    }                                                                                              \
+    void Class::setMinimum(double minimum)                                                         \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->setPublicMinimum(minimum);                                                              \
+    }                                                                                              \
+    void Class::setMaximum(double maximum)                                                         \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->setPublicMaximum(maximum);                                                              \
+    }                                                                                              \
+    double Class::singleStep() const                                                               \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->singleStep;                                                                      \
+    }                                                                                              \
+    bool Class::isValidStep(double step) const                                                     \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->isValidStep(step);                                                               \
+    }                                                                                              \
+    double Class::tickInterval() const                                                             \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->tickInterval();                                                                  \
+    }                                                                                              \
+    void Class::setTickInterval(double interval)                                                   \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->setTickInterval(interval);                                                              \
+    }                                                                                              \
+    QSlider::TickPosition Class::tickPosition() const                                              \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->slider->tickPosition();                                                          \
+    }                                                                                              \
+    void Class::setTickPosition(QSlider::TickPosition position)                                    \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->slider->setTickPosition(position);                                                      \
+    }                                                                                              \
+    bool Class::hasTracking() const                                                                \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->slider->hasTracking();                                                           \
+    }                                                                                              \
+    void Class::setTracking(bool enable)                                                           \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->slider->setTracking(enable);                                                            \
+    }                                                                                              \
+    Qt::Orientation Class::orientation() const                                                     \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->slider->orientation();                                                           \
+    }                                                                                              \
+    void Class::setOrientation(Qt::Orientation orientation)                                        \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->setOrientation(orientation);                                                            \
+    }                                                                                              \
+    Class::TMwTickItemList Class::tickItemList() const                                             \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->tickItems;                                                                       \
+    }                                                                                              \
+    void Class::setTickItemList(const TMwTickItemList &list)                                       \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->tickItems = list;                                                                       \
+        d->rebuildTickItems();                                                                     \
+    }                                                                                              \
+    QString Class::handleToolTip() const                                                           \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->handleToolTip;                                                                   \
+    }                                                                                              \
+    void Class::setHandleToolTip(const QString &toolTip)                                           \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->handleToolTip = toolTip;                                                                \
+    }                                                                                              \
+    void Class::triggerAction(QAbstractSlider::SliderAction action)                                \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->slider->triggerAction(action);                                                          \
+    }                                                                                              \
+    CMwQValueProxy *Class::valueProxy() const                                                      \
+    {                                                                                              \
+        Q_D(const Class);                                                                          \
+        return d->valueProxy.data();                                                               \
+    }                                                                                              \
+    void Class::setValueProxy(CMwQValueProxy *proxy)                                               \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->setValueProxy(proxy);                                                                   \
+    }                                                                                              \
+    void Class::onValueProxyAboutToBeModified()                                                    \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->saveInputs();                                                                           \
+    }                                                                                              \
+    void Class::onValueProxyModified()                                                             \
+    {                                                                                              \
+        Q_D(Class);                                                                                \
+        d->reapplyInputs();                                                                        \
+    }
 
 #endif // VEL_QT_WIDGETS_CMWQSTEPMAPPEDSLIDER_P_H

@@ -1,8 +1,6 @@
 #include "cmwqstepmapping_p.h"
 
 #include <QtCore/QDebug>
-#include <QtWidgets/QSlider>
-#include <QtWidgets/QStyleOptionSlider>
 
 namespace CMwQStepMapping {
 
@@ -15,28 +13,6 @@ bool isValidStep(double step, double minimum, double maximum)
     const double lo = qMax(maximum / 1.7976931348623157e308, 2.220446049250313e-16);
     const double hi = qMin(maximum - minimum, 2147483647.0);
     return lo <= step && step <= hi;
-}
-
-void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option)
-{
-    option->initFrom(slider);
-    option->subControls = QStyle::SC_None;
-    option->activeSubControls = QStyle::SC_None;
-    option->orientation = slider->orientation();
-    option->maximum = slider->maximum();
-    option->minimum = slider->minimum();
-    option->tickPosition = slider->tickPosition();
-    option->tickInterval = slider->tickInterval();
-    option->upsideDown = (slider->orientation() == Qt::Horizontal)
-        ? (slider->invertedAppearance() != (option->direction == Qt::RightToLeft))
-        : !slider->invertedAppearance();
-    option->direction = Qt::LeftToRight; // upsideDown already carries the direction
-    option->sliderPosition = slider->sliderPosition();
-    option->sliderValue = slider->value();
-    option->singleStep = slider->singleStep();
-    option->pageStep = slider->pageStep();
-    if (slider->orientation() == Qt::Horizontal)
-        option->state |= QStyle::State_Horizontal;
 }
 
 void warnIgnored(const char *function, std::initializer_list<double> arguments, const char *reason)

@@ -13,12 +13,6 @@
 #include <initializer_list>
 #include <limits>
 
-QT_BEGIN_NAMESPACE
-class QSlider;
-class QStyleOptionSlider;
-class QWidget;
-QT_END_NAMESPACE
-
 // The mapping between doubles and the integer units of an inner slider, one
 // unit per single step, shared by both floating-point sliders. All values are
 // in slider units (proxy units when a value proxy is set).
@@ -81,10 +75,6 @@ inline double toValue(const QPointer<CMwQValueProxy> &proxy, double sliderUnits)
 {
     return proxy ? proxy->valueFromProxyValue(sliderUnits) : sliderUnits;
 }
-
-// What QSlider::initStyleOption() fills in, for a slider that is not ours to
-// call it on (the option is needed to hit-test a tool tip on behalf of it).
-VEL_QT_WIDGETS_EXPORT void initSliderStyleOption(const QSlider *slider, QStyleOptionSlider *option);
 
 // Writes "<function>( a , b ) <reason>" through qWarning, the same shape as
 // the single-step warning, for calls that are rejected.
