@@ -9,7 +9,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
-#include <climits>
+#include <limits>
 
 CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
     : CMwQRangeSlider(new CMwQRangeSliderPrivate, parent)
@@ -214,7 +214,8 @@ namespace {
 // setPositions(), which clamps into the range anyway.
 int clampToInt(double value)
 {
-    return int(qBound<double>(INT_MIN, value, INT_MAX));
+    return int(
+        qBound<double>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
 }
 
 // The pixel span along which the handles move, from the style's rectangles.

@@ -2,6 +2,8 @@
 
 #include <QtCore/QDebug>
 
+#include <limits>
+
 namespace CMwQStepMapping {
 
 bool isValidStep(double step, double minimum, double maximum)
@@ -10,8 +12,9 @@ bool isValidStep(double step, double minimum, double maximum)
     // a step that is not a positive number (see isUsableStep()).
     if (minimum == maximum)
         return true;
-    const double lo = qMax(maximum / 1.7976931348623157e308, 2.220446049250313e-16);
-    const double hi = qMin(maximum - minimum, 2147483647.0);
+    const double lo = qMax(
+        maximum / std::numeric_limits<double>::max(), std::numeric_limits<double>::epsilon());
+    const double hi = qMin(maximum - minimum, highestInteger);
     return lo <= step && step <= hi;
 }
 

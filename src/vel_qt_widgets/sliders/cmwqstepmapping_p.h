@@ -24,6 +24,10 @@ namespace CMwQStepMapping {
 // that nothing is ever divided by it.
 inline bool isUsableStep(double step) { return step > 0.0 && std::isfinite(step); }
 
+// The integer slider's limits as doubles (both exact).
+constexpr double lowestInteger = double(std::numeric_limits<int>::min());
+constexpr double highestInteger = double(std::numeric_limits<int>::max());
+
 // v / step, clamped to the 32-bit range, then rounded with halves going up
 // (qRound's rule). Below -2147483647.5 everything rounds to the lowest int,
 // which is answered directly: qRound's negative branch converts x - 1 to int,
@@ -37,9 +41,9 @@ inline int toInteger(double v, double step)
     const double x = v / step;
     if (std::isnan(x))
         return 0;
-    if (x < -2147483647.5)
+    if (x < lowestInteger + 0.5)
         return std::numeric_limits<int>::min();
-    if (x >= 2147483647.0)
+    if (x >= highestInteger)
         return std::numeric_limits<int>::max();
     return qRound(x);
 }
