@@ -1,7 +1,7 @@
 #include "cmwqdoubleslider_p.h"
 
 #include "cmwqslider_p.h"
-#include "cmwqslideraccessible_p.h"
+#include "cmwqslideraccessibility_p.h"
 #include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
 

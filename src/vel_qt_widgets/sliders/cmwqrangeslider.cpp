@@ -1,6 +1,6 @@
 #include "cmwqrangeslider_p.h"
 
-#include "cmwqslideraccessible_p.h"
+#include "cmwqslideraccessibility_p.h"
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
