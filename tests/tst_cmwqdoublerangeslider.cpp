@@ -26,9 +26,6 @@
 
 namespace {
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInf = std::numeric_limits<double>::infinity();
-
 // Opens the protected inner-slider interface to the tests.
 class OpenDoubleRangeSlider : public CMwQDoubleRangeSlider
 {
@@ -72,40 +69,6 @@ public:
     }
     QStringList entries;
 };
-
-// What the widget's own style draws for the inner slider of a widget.
-QRect innerHandleRect(const QSlider *inner)
-{
-    QStyleOptionSlider option;
-    sliderStyleOption(inner, &option);
-    return inner->style()->subControlRect(
-        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
-}
-
-QImage renderOf(QWidget *widget)
-{
-    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::magenta);
-    widget->render(&image);
-    return image;
-}
-
-bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
-{
-    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
-    QApplication::sendEvent(widget, &e);
-    return e.isAccepted();
-}
-
-QString toolTipAt(QWidget *widget, const QPoint &pos)
-{
-    QToolTip::hideText();
-    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
-    QApplication::sendEvent(widget, &e);
-    const QString text = QToolTip::text();
-    QToolTip::hideText();
-    return text;
-}
 
 } // namespace
 
