@@ -17,6 +17,10 @@ public:
     ~CMwQDoubleRangeSliderPrivate() override;
 
     static CMwQDoubleRangeSliderPrivate *get(CMwQDoubleRangeSlider *q) { return q->d_func(); }
+    static const CMwQDoubleRangeSliderPrivate *get(const CMwQDoubleRangeSlider *q)
+    {
+        return q->d_func();
+    }
 
     void init();
     void connectSlider();

@@ -27,6 +27,7 @@ public:
     ~CMwQDoubleSliderPrivate() override;
 
     static CMwQDoubleSliderPrivate *get(CMwQDoubleSlider *q) { return q->d_func(); }
+    static const CMwQDoubleSliderPrivate *get(const CMwQDoubleSlider *q) { return q->d_func(); }
 
     void init();
 
