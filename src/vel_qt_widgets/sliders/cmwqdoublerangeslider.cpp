@@ -1,5 +1,6 @@
 #include "cmwqdoublerangeslider_p.h"
 
+#include "cmwqrangeslider_p.h"
 #include "cmwqslider_p.h"
 #include "cmwqslideraccessibility_p.h"
 #include "cmwqstepmappedslider_p.h"
@@ -46,6 +47,8 @@ void CMwQDoubleRangeSliderPrivate::connectSlider()
     QObject::connect(slider, SIGNAL(sliderPressed()), q, SIGNAL(sliderPressed()));
     QObject::connect(slider, SIGNAL(sliderReleased()), q, SIGNAL(sliderReleased()));
     QObject::connect(slider, SIGNAL(rangeChanged(int,int)), q, SLOT(onRangeChanged(int,int)));
+    // Assistive technology sees this widget, not the inner slider.
+    CMwQRangeSliderPrivate::get(slider)->outerWidget = q;
     // The widget's own handle tool tip speaks in public units, ahead of the
     // inner slider's integer one.
     slider->installEventFilter(q);
@@ -126,7 +129,8 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
     if (upperChanged)
         Q_EMIT q->maximumValueChanged(q->maximumValue());
     if (lowerChanged || upperChanged)
-        CMwQSliderAccessibility::rangeValuesChanged(q, lowerChanged, upperChanged);
+        CMwQSliderAccessibility::handleValuesChanged(
+            q, lowerChanged, q->minimumValue(), upperChanged, q->maximumValue());
 }
 
 void CMwQDoubleRangeSliderPrivate::rebuildTickItems()

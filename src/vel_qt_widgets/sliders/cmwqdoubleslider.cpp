@@ -185,7 +185,7 @@ void CMwQDoubleSlider::setValue(double value)
     d->value = v;
     if (d->movedBeyondNoise(v, old)) {
         Q_EMIT valueChanged(this->value());
-        CMwQSliderAccessibility::valueChanged(this);
+        CMwQSliderAccessibility::valueChanged(this, this->value());
     }
 }
 
@@ -287,7 +287,7 @@ void CMwQDoubleSlider::onValueChanged(int value)
     if (v != d->value) {
         d->value = v;
         Q_EMIT valueChanged(this->value());
-        CMwQSliderAccessibility::valueChanged(this);
+        CMwQSliderAccessibility::valueChanged(this, this->value());
     }
 }
 

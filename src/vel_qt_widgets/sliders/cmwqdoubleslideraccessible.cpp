@@ -1,12 +1,12 @@
 #include "cmwqdoubleslideraccessible_p.h"
 
 #include "cmwqdoubleslider_p.h"
-#include "cmwqslideraccessibility_p.h"
+#include "cmwqslideraccessiblesupport_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 
-using CMwQSliderAccessibility::numberText;
-using CMwQSliderAccessibility::publicStep;
+using CMwQSliderAccessibleSupport::numberText;
+using CMwQSliderAccessibleSupport::publicStep;
 
 CMwQDoubleSliderAccessible::CMwQDoubleSliderAccessible(QWidget *slider)
     : QAccessibleWidget(slider, QAccessible::Slider)

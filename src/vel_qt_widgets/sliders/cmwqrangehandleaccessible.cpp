@@ -3,6 +3,7 @@
 #include "cmwqdoublerangeslider_p.h"
 #include "cmwqrangeslider_p.h"
 #include "cmwqslideraccessibility_p.h"
+#include "cmwqslideraccessiblesupport_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -13,9 +14,9 @@
 #include <cmath>
 #include <limits>
 
-using CMwQSliderAccessibility::handleHolder;
-using CMwQSliderAccessibility::numberText;
-using CMwQSliderAccessibility::publicStep;
+using CMwQSliderAccessibleSupport::handleHolder;
+using CMwQSliderAccessibleSupport::numberText;
+using CMwQSliderAccessibleSupport::publicStep;
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "cmwqrangeslideraccessible_p.h"
 
 #include "cmwqrangehandleaccessible_p.h"
-#include "cmwqslideraccessibility_p.h"
+#include "cmwqslideraccessiblesupport_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
 
-using CMwQSliderAccessibility::focusedHandleChild;
-using CMwQSliderAccessibility::handleHolder;
+using CMwQSliderAccessibleSupport::focusedHandleChild;
+using CMwQSliderAccessibleSupport::handleHolder;
 
 CMwQRangeSliderAccessible::CMwQRangeSliderAccessible(QWidget *slider)
     : QAccessibleWidget(slider, QAccessible::Grouping)
