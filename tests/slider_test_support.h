@@ -13,6 +13,7 @@
 #include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
+#include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QStyle>
@@ -20,6 +21,7 @@
 #include <QtWidgets/QToolTip>
 #include <QtWidgets/QWidget>
 
+#include <climits>
 #include <limits>
 
 // Style options ----------------------------------------------------------
@@ -67,6 +69,21 @@ inline QRect handleRectAt(const QSlider *slider, int position, int value)
 inline QRect innerHandleRect(const QSlider *inner)
 {
     return subControlRect(inner, QStyle::SC_SliderHandle);
+}
+
+// The track the handle's leading edge moves along, from the style's groove
+// and handle rectangles: where it starts and how many pixels it spans.
+inline void sliderTrack(const QSlider *slider, int *start, int *span)
+{
+    const QRect gr = subControlRect(slider, QStyle::SC_SliderGroove);
+    const QRect sr = subControlRect(slider, QStyle::SC_SliderHandle);
+    if (slider->orientation() == Qt::Horizontal) {
+        *start = gr.x();
+        *span = gr.right() - sr.width() + 1 - gr.x();
+    } else {
+        *start = gr.y();
+        *span = gr.bottom() - sr.height() + 1 - gr.y();
+    }
 }
 
 inline QPoint handleCentre(const QSlider *slider)
@@ -238,6 +255,31 @@ inline QStringList *recordRangeSliderSignals(CMwQRangeSlider *slider, bool press
         QObject::connect(slider, &QAbstractSlider::valueChanged, one("valueChanged"));
     }
     return log;
+}
+
+// Data -------------------------------------------------------------------
+
+// The rows of the floating-point sliders' test of inner ranges wider than the
+// style's arithmetic takes.
+inline void addInnerRangeRows()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("innerMinimum");
+    QTest::addColumn<int>("innerMaximum");
+    // The value at the end of the track: the inner maximum plus the
+    // fraction of a step the minimum left over (an offset of its own).
+    QTest::addColumn<double>("top");
+
+    // Rows named by the width of the inner range (single step 1). Qt 5.15's
+    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
+    // straight to it); it divides by zero at 2^31 and wraps around above.
+    QTest::newRow("2^31 - 1 wide: -2147483647..0")
+        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
+    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
+    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
+    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
+        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
 }
 
 // Values -----------------------------------------------------------------

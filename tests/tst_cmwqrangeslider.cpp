@@ -73,18 +73,7 @@ protected:
     }
 
 private:
-    void trackOf(int *start, int *span) const
-    {
-        const QRect gr = grooveRect();
-        const QRect sr = handleRect(sliderPosition(), value());
-        if (horizontal()) {
-            *start = gr.x();
-            *span = gr.right() - sr.width() + 1 - gr.x();
-        } else {
-            *start = gr.y();
-            *span = gr.bottom() - sr.height() + 1 - gr.y();
-        }
-    }
+    void trackOf(int *start, int *span) const { sliderTrack(this, start, span); }
 };
 
 // Handles told apart by colour, to see which one lies on top.

@@ -37,11 +37,9 @@ public:
     int pixelDelta(int from, int to) const
     {
         const QStyleOptionSlider opt = option();
-        const QRect gr = subControlRect(this, QStyle::SC_SliderGroove);
-        const QRect sr = handleRect(from);
-        const bool horizontal = orientation() == Qt::Horizontal;
-        const int span = horizontal ? gr.right() - sr.width() + 1 - gr.x()
-                                    : gr.bottom() - sr.height() + 1 - gr.y();
+        int start = 0;
+        int span = 0;
+        sliderTrack(this, &start, &span);
         return QStyle::sliderPositionFromValue(minimum(), maximum(), to, span, opt.upsideDown)
             - QStyle::sliderPositionFromValue(minimum(), maximum(), from, span, opt.upsideDown);
     }
