@@ -20,9 +20,11 @@ QT_END_NAMESPACE
 
 /*!
     The private data both floating-point sliders share: the double range, the
-    single step, the value proxy and the tick items, with the algorithms that
-    work on them alone. What differs (one value or two handles, each with its
-    own offset) is left to the subclasses through the hooks below.
+    single step and the value proxy, with the algorithms that work on them
+    alone. What differs (one value or two handles, each with its own offset,
+    and the widget's own tick item type) is left to the subclasses through
+    the hooks below. It names no widget above CMwQSlider, so that the
+    widgets' own headers can include it.
 */
 class VEL_QT_WIDGETS_EXPORT CMwQStepMappedSliderPrivate
 {
