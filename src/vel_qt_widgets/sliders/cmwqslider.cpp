@@ -12,7 +12,7 @@
 #include <QtWidgets/QStyleOptionSlider>
 
 #include <algorithm>
-#include <climits>
+#include <limits>
 
 namespace {
 
@@ -32,6 +32,21 @@ void registerTickItemTypes()
 constexpr int sideAbove = QSlider::TicksAbove; // also TicksLeft
 constexpr int sideBelow = QSlider::TicksBelow; // also TicksRight
 constexpr int sideMask = sideAbove | sideBelow;
+
+// The geometry the slider's own tick drawing fixes (the rest comes from the
+// style): marks are this long...
+constexpr int tickMarkLength = 3;
+// ...regular marks closer than this many pixels per single step fall back
+// to the page step...
+constexpr int minimumTickSpacing = 3;
+// ...marks on either or both sides add this much thickness to the hint...
+constexpr int tickMarksThickness = 6;
+// ...labels below the groove start this far under its bottom edge (those
+// above end one pixel over its top)...
+constexpr int labelGapBelow = 5;
+constexpr int labelGapAbove = 1;
+// ...and the hinted length along the groove is this.
+constexpr int sizeHintLength = 84;
 
 } // namespace
 
@@ -55,6 +70,12 @@ QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item)
 }
 
 CMwQSliderPrivate::~CMwQSliderPrivate() = default;
+
+void CMwQSliderPrivate::initStyleOption(QStyleOptionSlider *option) const
+{
+    Q_Q(const CMwQSlider);
+    q->initStyleOption(option);
+}
 
 namespace CMwQSliderGeometry {
 
@@ -138,14 +159,14 @@ void drawMark(QPainter *painter, Qt::Orientation orientation, const QRect &groov
         // The "above" mark runs downward from the groove's top edge while the
         // others run outward; the asymmetry is intended.
         if (sides & sideAbove)
-            painter->drawLine(pos, groove.top(), pos, groove.top() + 3);
+            painter->drawLine(pos, groove.top(), pos, groove.top() + tickMarkLength);
         if (sides & sideBelow)
-            painter->drawLine(pos, groove.bottom(), pos, groove.bottom() + 3);
+            painter->drawLine(pos, groove.bottom(), pos, groove.bottom() + tickMarkLength);
     } else {
         if (sides & sideAbove)
-            painter->drawLine(groove.left(), pos, groove.left() - 3, pos);
+            painter->drawLine(groove.left(), pos, groove.left() - tickMarkLength, pos);
         if (sides & sideBelow)
-            painter->drawLine(groove.right(), pos, groove.right() + 3, pos);
+            painter->drawLine(groove.right(), pos, groove.right() + tickMarkLength, pos);
     }
 }
 
@@ -157,7 +178,7 @@ int regularInterval(const QStyleOptionSlider &opt, int available)
         const int distance = CMwQSliderGeometry::positionFromValue(
                                  opt.minimum, opt.maximum, interval, available, false)
             - CMwQSliderGeometry::positionFromValue(opt.minimum, opt.maximum, 0, available, false);
-        if (distance < 3)
+        if (distance < minimumTickSpacing)
             interval = opt.pageStep;
     }
     return interval < 1 ? 1 : interval;
@@ -185,7 +206,8 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         // which is drawn at the maximum (for an interval of 1 it is left
         // out). A step whose addition would overflow ends the run.
         const qint64 interval = regularInterval(opt, geometry.available);
-        const qint64 lastValue = qMin<qint64>(qint64(opt.maximum) + (interval == 1 ? 0 : 1), INT_MAX);
+        const qint64 lastValue = qMin<qint64>(
+            qint64(opt.maximum) + (interval == 1 ? 0 : 1), std::numeric_limits<int>::max());
         const qint64 lastStep = lastValue < opt.minimum ? -1 : (lastValue - opt.minimum) / interval;
         const auto positionOfStep = [&](qint64 k) {
             return geometry.position(opt, int(qMin<qint64>(opt.minimum + k * interval, opt.maximum)));
@@ -363,11 +385,11 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     for (const TickLabelCache::Label &label : cache.labels) {
         QRect r = label.rect;
         if (label.sides & sideAbove) {
-            r.moveBottom(geometry.groove.top() - 1);
+            r.moveBottom(geometry.groove.top() - labelGapAbove);
             drawLabel(painter, *label.layout, r, cache.direction);
         }
         if (label.sides & sideBelow) {
-            r.moveTop(geometry.groove.bottom() + 5);
+            r.moveTop(geometry.groove.bottom() + labelGapBelow);
             drawLabel(painter, *label.layout, r, cache.direction);
         }
     }
@@ -437,12 +459,12 @@ QSize CMwQSlider::sizeHint() const
         }
     }
     if (marks)
-        thick += 6;
+        thick += tickMarksThickness;
     if (labels)
         thick += 2 * fontMetrics().height();
 
-    const int length = 84;
-    const QSize size = orientation() == Qt::Horizontal ? QSize(length, thick) : QSize(thick, length);
+    const QSize size = orientation() == Qt::Horizontal ? QSize(sizeHintLength, thick)
+                                                       : QSize(thick, sizeHintLength);
     return style()->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
         .expandedTo(QApplication::globalStrut());
 }

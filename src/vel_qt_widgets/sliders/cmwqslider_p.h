@@ -56,6 +56,13 @@ public:
     CMwQSliderPrivate() = default;
     virtual ~CMwQSliderPrivate();
 
+    static CMwQSliderPrivate *get(CMwQSlider *q) { return q->d_func(); }
+    static const CMwQSliderPrivate *get(const CMwQSlider *q) { return q->d_func(); }
+
+    // QSlider::initStyleOption() (protected) for the widgets that wrap one of
+    // our sliders and hit-test on its behalf.
+    void initStyleOption(QStyleOptionSlider *option) const;
+
     /*! Draws the regular marks, the extra marks and the labels, in that
         order, for the slider described by \a option. Shared with every
         slider that derives from CMwQSlider. */
