@@ -148,33 +148,57 @@ CMwHierarchicalGridView::~CMwHierarchicalGridView() = default;
 
 void CMwHierarchicalGridView::init()
 {
+    Q_D(CMwHierarchicalGridView);
+    // Creation order is the children's order, and with it the focus chain
+    // before the tab order below is set.
     auto *toolbar = new QToolBar;
     toolbar->setObjectName(QStringLiteral("MainToolbar"));
     toolbar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    CMwFilterWidget *filter = d->createFilter();
+    QPushButton *resizeButton = d->createResizeButton();
+    CMwGridTreeView *dataView = d->createBody();
+    QTableView *statistics = d->createStatisticsTable();
+    d->layOut(toolbar, filter, resizeButton, dataView, statistics);
+    d->fillToolbar(toolbar, filter);
+    d->wire(toolbar, filter, resizeButton, dataView, statistics);
+}
 
-    auto *filter = new CMwFilterWidget(this);
+CMwFilterWidget *CMwHierarchicalGridViewPrivate::createFilter()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *filter = new CMwFilterWidget(q);
     filter->setObjectName(QStringLiteral("FilterTable"));
     // Opened by "Define Filter".
     filter->hide();
-    connect(filter, SIGNAL(filterChanged()), this, SLOT(onFilterChanged()));
+    QObject::connect(filter, SIGNAL(filterChanged()), q, SLOT(onFilterChanged()));
+    return filter;
+}
 
-    auto *resizeButton = new QPushButton(this);
+QPushButton *CMwHierarchicalGridViewPrivate::createResizeButton()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *resizeButton = new QPushButton(q);
     resizeButton->setObjectName(QStringLiteral("resizeButton"));
     resizeButton->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     resizeButton->setMaximumWidth(50);
     resizeButton->setMaximumHeight(10);
     resizeButton->setIcon(QIcon(QStringLiteral(":/w32_commonres/res/AutoSize_columns.svg")));
-    connect(resizeButton, SIGNAL(pressed()), this, SLOT(onResizeToContents()));
+    QObject::connect(resizeButton, SIGNAL(pressed()), q, SLOT(onResizeToContents()));
     // Icon only: screen readers need the name the picture stands for.
     resizeButton->setAccessibleName(translated(fitColumnsText));
+    return resizeButton;
+}
 
-    auto *dataView = new CMwGridTreeView(this);
+CMwGridTreeView *CMwHierarchicalGridViewPrivate::createBody()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *dataView = new CMwGridTreeView(q);
     dataView->setObjectName(QStringLiteral("DataView"));
     // Frameless, like the row numbers and the statistics table beside and
     // below it: rows, row numbers and statistics columns line up to the pixel.
     dataView->setFrameShape(QFrame::NoFrame);
 
-    auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, this);
+    auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, q);
     rowNumbers->setObjectName(QStringLiteral("VerticalHeader"));
     rowNumbers->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     rowNumbers->setMaximumWidth(50);
@@ -200,8 +224,13 @@ void CMwHierarchicalGridView::init()
     dataView->setUniformRowHeights(true);
     dataView->setSelectionBehavior(QAbstractItemView::SelectRows);
     dataView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    return dataView;
+}
 
-    auto *statistics = new QTableView(this);
+QTableView *CMwHierarchicalGridViewPrivate::createStatisticsTable()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *statistics = new QTableView(q);
     statistics->setObjectName(QStringLiteral("statisticTableView"));
     statistics->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     statistics->horizontalHeader()->setDefaultAlignment(Qt::AlignRight);
@@ -221,8 +250,14 @@ void CMwHierarchicalGridView::init()
     // Tab leaves the read-only figures instead of wrapping through their
     // cells for ever; the arrow keys still move between them.
     statistics->setTabKeyNavigation(false);
+    return statistics;
+}
 
-    auto *layout = new QVBoxLayout(this);
+void CMwHierarchicalGridViewPrivate::layOut(QToolBar *toolbar, CMwFilterWidget *filter,
+    QPushButton *resizeButton, CMwGridTreeView *dataView, QTableView *statistics)
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *layout = new QVBoxLayout(q);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(toolbar);
@@ -234,31 +269,35 @@ void CMwHierarchicalGridView::init()
     corner->setContentsMargins(0, 0, 0, 0);
     corner->setSpacing(0);
     corner->addWidget(resizeButton);
-    corner->addWidget(rowNumbers);
+    corner->addWidget(rowNumbers());
     body->addLayout(corner);
     body->addWidget(dataView);
     layout->addLayout(body);
     layout->addWidget(statistics);
+}
 
+void CMwHierarchicalGridViewPrivate::fillToolbar(QToolBar *toolbar, CMwFilterWidget *filter)
+{
+    Q_Q(CMwHierarchicalGridView);
     QAction *showStatistics = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/suma_file.svg")), translated(showStatisticsText));
     showStatistics->setToolTip(showStatistics->text());
     showStatistics->setCheckable(true);
     showStatistics->setChecked(true);
-    connect(showStatistics, SIGNAL(triggered()), this, SLOT(showStatistics()));
+    QObject::connect(showStatistics, SIGNAL(triggered()), q, SLOT(showStatistics()));
 
     QAction *useFilter = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")), translated(useFilterText));
     useFilter->setToolTip(useFilter->text());
     useFilter->setCheckable(true);
-    connect(useFilter, SIGNAL(triggered()), this, SLOT(activateFilter()));
-    connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
+    QObject::connect(useFilter, SIGNAL(triggered()), q, SLOT(activateFilter()));
+    QObject::connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
 
     QAction *defineFilter = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/filter_edit.svg")), translated(defineFilterText));
     defineFilter->setToolTip(defineFilter->text());
     defineFilter->setCheckable(true);
-    connect(defineFilter, SIGNAL(triggered()), this, SLOT(editFilter()));
+    QObject::connect(defineFilter, SIGNAL(triggered()), q, SLOT(editFilter()));
 
     struct RowAction
     {
@@ -275,22 +314,29 @@ void CMwHierarchicalGridView::init()
         QAction *action = toolbar->addAction(QIcon(QLatin1String(row.icon)), translated(row.text));
         action->setToolTip(action->text());
         action->setVisible(false);
-        connect(action, SIGNAL(triggered()), filter, row.slot);
-        connect(defineFilter, SIGNAL(toggled(bool)), action, SLOT(setVisible(bool)));
+        QObject::connect(action, SIGNAL(triggered()), filter, row.slot);
+        QObject::connect(defineFilter, SIGNAL(toggled(bool)), action, SLOT(setVisible(bool)));
     }
+}
 
-    connect(dataView, SIGNAL(expanded(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
-    connect(dataView, SIGNAL(collapsed(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
-    connect(header, SIGNAL(showColumn(mw_int32, bool)), this, SLOT(onShowColumn(mw_int32, bool)));
-    connect(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), this,
-            SLOT(onSortIndicatorChanged(int, Qt::SortOrder)));
-    connect(header, SIGNAL(sectionResized(int, int, int)), this,
-            SLOT(sectionResized(int, int, int)));
-    connect(dataView->verticalScrollBar(), SIGNAL(valueChanged(int)), rowNumbers,
-            SLOT(setOffset(int)));
-    connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
-            dataView->horizontalScrollBar(), SLOT(setValue(int)));
-    statistics->horizontalScrollBar()->installEventFilter(this);
+void CMwHierarchicalGridViewPrivate::wire(QToolBar *toolbar, CMwFilterWidget *filter,
+    QPushButton *resizeButton, CMwGridTreeView *dataView, QTableView *statistics)
+{
+    Q_Q(CMwHierarchicalGridView);
+    QHeaderView *header = dataView->header();
+    QObject::connect(dataView, SIGNAL(expanded(QModelIndex)), q, SLOT(onExpanded(QModelIndex)));
+    QObject::connect(dataView, SIGNAL(collapsed(QModelIndex)), q, SLOT(onExpanded(QModelIndex)));
+    QObject::connect(
+        header, SIGNAL(showColumn(mw_int32, bool)), q, SLOT(onShowColumn(mw_int32, bool)));
+    QObject::connect(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), q,
+        SLOT(onSortIndicatorChanged(int, Qt::SortOrder)));
+    QObject::connect(
+        header, SIGNAL(sectionResized(int, int, int)), q, SLOT(sectionResized(int, int, int)));
+    QObject::connect(dataView->verticalScrollBar(), SIGNAL(valueChanged(int)), rowNumbers(),
+        SLOT(setOffset(int)));
+    QObject::connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
+        dataView->horizontalScrollBar(), SLOT(setValue(int)));
+    statistics->horizontalScrollBar()->installEventFilter(q);
 
     // Tool buttons take no focus by default; Tab reaches them here, and
     // Space triggers them. A click still leaves the focus where it was.
@@ -301,7 +347,7 @@ void CMwHierarchicalGridView::init()
             continue;
         button->setFocusPolicy(Qt::TabFocus);
         if (previous)
-            setTabOrder(previous, button);
+            QWidget::setTabOrder(previous, button);
         previous = button;
     }
     // Tab runs top to bottom as the grid is laid out; the toolbar joined
@@ -309,14 +355,14 @@ void CMwHierarchicalGridView::init()
     const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
     for (QWidget *next : below) {
         if (previous)
-            setTabOrder(previous, next);
+            QWidget::setTabOrder(previous, next);
         previous = next;
     }
     // The menu key and Shift+F10 in the body open the column menu.
-    dataView->installEventFilter(this);
+    dataView->installEventFilter(q);
     // The header's height also changes without a new model (a caption turned
     // rotated, another font); the corner button follows it.
-    header->installEventFilter(this);
+    header->installEventFilter(q);
 }
 
 void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
