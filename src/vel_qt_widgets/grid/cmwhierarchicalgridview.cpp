@@ -1,6 +1,7 @@
 #include "cmwhierarchicalgridview_p.h"
 
 #include "cmwselectedrows_p.h"
+#include "gridmetrics_p.h"
 #include "cmwstatisticsorder_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
@@ -180,8 +181,8 @@ QPushButton *CMwHierarchicalGridViewPrivate::createResizeButton()
     auto *resizeButton = new QPushButton(q);
     resizeButton->setObjectName(QStringLiteral("resizeButton"));
     resizeButton->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    resizeButton->setMaximumWidth(50);
-    resizeButton->setMaximumHeight(10);
+    resizeButton->setMaximumWidth(vel::rowNumberColumnWidth);
+    resizeButton->setMaximumHeight(vel::resizeButtonInitialHeight);
     resizeButton->setIcon(QIcon(QStringLiteral(":/w32_commonres/res/AutoSize_columns.svg")));
     QObject::connect(resizeButton, SIGNAL(pressed()), q, SLOT(onResizeToContents()));
     // Icon only: screen readers need the name the picture stands for.
@@ -201,7 +202,7 @@ CMwGridTreeView *CMwHierarchicalGridViewPrivate::createBody()
     auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, q);
     rowNumbers->setObjectName(QStringLiteral("VerticalHeader"));
     rowNumbers->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    rowNumbers->setMaximumWidth(50);
+    rowNumbers->setMaximumWidth(vel::rowNumberColumnWidth);
     rowNumbers->verticalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     rowNumbers->verticalScrollBar()->hide();
     rowNumbers->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -211,7 +212,7 @@ CMwGridTreeView *CMwHierarchicalGridViewPrivate::createBody()
     rowNumbers->setTreeView(dataView);
 
     dataView->horizontalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    dataView->horizontalScrollBar()->setMaximumHeight(1);
+    dataView->horizontalScrollBar()->setMaximumHeight(vel::hiddenScrollBarHeight);
     dataView->horizontalScrollBar()->hide();
     dataView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     dataView->setCornerWidget(nullptr);
@@ -237,9 +238,9 @@ QTableView *CMwHierarchicalGridViewPrivate::createStatisticsTable()
     statistics->horizontalHeader()->hide();
     statistics->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     statistics->verticalHeader()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    statistics->verticalHeader()->setMaximumWidth(50);
+    statistics->verticalHeader()->setMaximumWidth(vel::rowNumberColumnWidth);
     // The rows keep the body's row height, also below the style's minimum.
-    statistics->verticalHeader()->setMinimumSectionSize(1);
+    statistics->verticalHeader()->setMinimumSectionSize(vel::rowSectionMinimumSize);
     statistics->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     // Its height is counted in rows (six, plus the scroll bar when shown):
     // a frame would cost the last row two pixels and bring a scroll bar.

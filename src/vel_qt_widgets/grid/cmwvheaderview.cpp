@@ -1,5 +1,6 @@
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
+#include "gridmetrics_p.h"
 #include "modelshapesignals_p.h"
 
 #include <QtGui/QFontMetrics>
@@ -118,7 +119,7 @@ CMwVHeaderView::CMwVHeaderView(Qt::Orientation orientation, QWidget *parent)
     // The style's minimum section (about a line of text plus margins) is
     // higher than a tree row; Qt would clamp the sections to it and the
     // numbers would drift away from their rows.
-    setMinimumSectionSize(1);
+    setMinimumSectionSize(vel::rowSectionMinimumSize);
 }
 
 CMwVHeaderView::~CMwVHeaderView() = default;
