@@ -1,6 +1,6 @@
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include "vel_test_main.h"
 

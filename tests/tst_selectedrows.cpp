@@ -5,7 +5,7 @@
 // trees and cells that cannot be selected.
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
-#include "cmwselectedrows_p.h"
+#include "selectedrows_p.h"
 #include "grid_view_watch.h"
 #include "vel_test_main.h"
 

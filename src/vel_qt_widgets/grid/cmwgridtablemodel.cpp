@@ -1,5 +1,5 @@
 #include "cmwgridtablemodel_p.h"
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 #include <vel_qt_widgets/CMwGridTableModel.h>

@@ -1,8 +1,8 @@
 #include "cmwhierarchicalgridview_p.h"
 
-#include "cmwselectedrows_p.h"
+#include "selectedrows_p.h"
 #include "gridmetrics_p.h"
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 

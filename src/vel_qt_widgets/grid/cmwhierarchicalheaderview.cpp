@@ -1,6 +1,6 @@
 #include "cmwhierarchicalheaderview_p.h"
 
-#include "modelshapesignals_p.h"
+#include "velconnectshape_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QItemSelectionModel>

@@ -1,4 +1,4 @@
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 

@@ -1,5 +1,5 @@
-#ifndef VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
-#define VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+#ifndef VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
+#define VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
 
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
@@ -109,4 +109,4 @@ bool isStatisticsNumeric(const QVariant &value);
 
 } // namespace vel
 
-#endif // VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+#endif // VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H

@@ -1,7 +1,7 @@
-#ifndef VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
-#define VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
+#ifndef VEL_QT_WIDGETS_SELECTEDROWS_P_H
+#define VEL_QT_WIDGETS_SELECTEDROWS_P_H
 
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
@@ -96,4 +96,4 @@ private:
 
 } // namespace vel
 
-#endif // VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
+#endif // VEL_QT_WIDGETS_SELECTEDROWS_P_H

@@ -1,4 +1,4 @@
-#include "cmwselectedrows_p.h"
+#include "selectedrows_p.h"
 
 #include "cmwgridtablemodel_p.h"
 
