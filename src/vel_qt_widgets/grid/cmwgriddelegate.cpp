@@ -1,5 +1,7 @@
 #include <vel_qt_widgets/CMwGridDelegate.h>
 
+#include "gridlookup_p.h"
+
 #include <QtGui/QColor>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
@@ -8,15 +10,12 @@
 
 namespace {
 
-// The grid composite lives in a later part of the library; it is found by
-// class name so that the body does not depend on it.
+// The band colour of the grid composite that holds the view, if one does.
 QColor branchParentColour(const QWidget *widget)
 {
-    const QWidget *grid = widget ? widget->parentWidget() : nullptr;
-    if (grid && grid->inherits("CMwHierarchicalGridView")) {
-        const QVariant colour = grid->property("colBranchParent");
-        if (colour.canConvert<QColor>())
-            return qvariant_cast<QColor>(colour);
+    if (const CMwHierarchicalGridView *grid
+        = vel::GridLookup::grid(widget ? widget->parentWidget() : nullptr)) {
+        return vel::GridLookup::branchParentColor(grid);
     }
     return QColor(Qt::lightGray);
 }

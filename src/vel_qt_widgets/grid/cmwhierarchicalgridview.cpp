@@ -1,8 +1,9 @@
 #include "cmwhierarchicalgridview_p.h"
 
-#include "selectedrows_p.h"
+#include "gridlookup_p.h"
 #include "gridmetrics_p.h"
 #include "qvectorcalcstatistics_p.h"
+#include "selectedrows_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -130,6 +131,23 @@ void CMwHierarchicalGridViewPrivate::fitResizeButton() const
     const int height
         = header->isHidden() ? 0 : qMax(header->minimumHeight(), header->sizeHint().height());
     button->setMaximumHeight(height);
+}
+
+QObject *vel::GridLookup::object(CMwHierarchicalGridView *grid) { return grid; }
+
+const CMwHierarchicalGridView *vel::GridLookup::grid(const QObject *object)
+{
+    return qobject_cast<const CMwHierarchicalGridView *>(object);
+}
+
+int vel::GridLookup::columnWidth(const CMwHierarchicalGridView *grid, int column)
+{
+    return grid->columnWidth(column);
+}
+
+QColor vel::GridLookup::branchParentColor(const CMwHierarchicalGridView *grid)
+{
+    return grid->colorBranchParent();
 }
 
 CMwHierarchicalGridView::CMwHierarchicalGridView(QWidget *parent)

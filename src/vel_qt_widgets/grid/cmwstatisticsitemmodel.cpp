@@ -1,8 +1,9 @@
 #include <vel_qt_widgets/CMwStatisticsItemModel.h>
-#include <vel_qt_widgets/CMwHierarchicalGridView.h>
+
+#include "gridlookup_p.h"
 
 CMwStatisticsItemModel::CMwStatisticsItemModel(CMwHierarchicalGridView *parent)
-    : QStandardItemModel(parent)
+    : QStandardItemModel(vel::GridLookup::object(parent))
 {
 }
 
@@ -11,8 +12,8 @@ CMwStatisticsItemModel::~CMwStatisticsItemModel() = default;
 QVariant CMwStatisticsItemModel::data(const QModelIndex &index, int role) const
 {
     if (role == Qt::SizeHintRole) {
-        if (auto *grid = qobject_cast<CMwHierarchicalGridView *>(QObject::parent()))
-            return QSize(grid->columnWidth(index.column()) - 1, 0);
+        if (const CMwHierarchicalGridView *grid = vel::GridLookup::grid(QObject::parent()))
+            return QSize(vel::GridLookup::columnWidth(grid, index.column()) - 1, 0);
     }
     return QStandardItemModel::data(index, role);
 }
