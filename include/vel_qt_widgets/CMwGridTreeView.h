@@ -34,6 +34,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    // The composite lays its body out again when the header's levels change;
+    // QTreeView keeps updateGeometries() protected.
+    friend class CMwHierarchicalGridView;
+
     Q_DISABLE_COPY(CMwGridTreeView)
 };
 

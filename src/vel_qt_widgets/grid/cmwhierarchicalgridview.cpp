@@ -4,6 +4,7 @@
 #include "gridmetrics_p.h"
 #include "qvectorcalcstatistics_p.h"
 #include "selectedrows_p.h"
+#include "statisticsheaderview_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -251,6 +252,7 @@ QTableView *CMwHierarchicalGridViewPrivate::createStatisticsTable()
     Q_Q(CMwHierarchicalGridView);
     auto *statistics = new QTableView(q);
     statistics->setObjectName(QStringLiteral("statisticTableView"));
+    statistics->setHorizontalHeader(new vel::StatisticsHeaderView(statistics));
     statistics->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     statistics->horizontalHeader()->setDefaultAlignment(Qt::AlignRight);
     statistics->horizontalHeader()->hide();
@@ -569,7 +571,7 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
         // levels must be measured again, and the body must lay it out anew.
         if (header->count() > 0)
             header->headerDataChanged(Qt::Horizontal, 0, header->count() - 1);
-        QMetaObject::invokeMethod(view, "updateGeometries");
+        view->updateGeometries();
         header->viewport()->update();
     }
     delete d->headerModel.data();
@@ -670,7 +672,8 @@ void CMwHierarchicalGridView::updateControl()
 {
     Q_D(CMwHierarchicalGridView);
     if (QTableView *table = d->statisticTableView()) {
-        emit table->horizontalHeader()->geometriesChanged();
+        if (auto *header = qobject_cast<vel::StatisticsHeaderView *>(table->horizontalHeader()))
+            header->announceGeometries();
         table->update();
     }
     if (CMwVHeaderView *rowNumbers = d->rowNumbers())
