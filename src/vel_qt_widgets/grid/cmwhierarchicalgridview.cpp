@@ -152,13 +152,13 @@ QColor vel::GridLookup::branchParentColor(const CMwHierarchicalGridView *grid)
 }
 
 CMwHierarchicalGridView::CMwHierarchicalGridView(QWidget *parent)
-    : CMwHierarchicalGridView(*new CMwHierarchicalGridViewPrivate, parent)
+    : CMwHierarchicalGridView(new CMwHierarchicalGridViewPrivate, parent)
 {
 }
 
-CMwHierarchicalGridView::CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate &dd,
-                                                 QWidget *parent)
-    : QWidget(parent), d_vel(&dd)
+CMwHierarchicalGridView::CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate *d, QWidget *parent)
+    : QWidget(parent)
+    , d_vel(d)
 {
     d_vel->q_ptr = this;
     init();
