@@ -874,12 +874,6 @@ void statisticsOf(const Cells &values, double &count, double &distinct, double &
 
 namespace vel {
 
-void generalStatistics(const QVector<QVariant> &values, double &count, double &distinct,
-                       double &min, double &max, double &mean, double &stdev)
-{
-    generalStatisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
-}
-
 void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,
                     double &count, double &distinct, double &min, double &max, double &mean,
                     double &stdev)
