@@ -95,4 +95,106 @@ void generalStatistics(const QVector<QVariant> &values, double &count, double &d
     }
 }
 
+QModelIndexList collectLeaves(const QModelIndex &cell)
+{
+    QModelIndexList result;
+    if (!cell.isValid())
+        return result;
+    const QAbstractItemModel *model = cell.model();
+    const int children = model->columnCount(cell);
+    if (children == 0) {
+        result.append(cell);
+        return result;
+    }
+    for (int i = 0; i < children; ++i)
+        result += collectLeaves(model->index(0, i, cell));
+    return result;
+}
+
+QModelIndexList leavesOf(const QModelIndex &cell)
+{
+    QModelIndexList result;
+    if (!cell.isValid())
+        return result;
+    const QAbstractItemModel *model = cell.model();
+    const int children = model->columnCount(cell);
+    for (int i = 0; i < children; ++i)
+        result += collectLeaves(model->index(0, i, cell));
+    return result;
+}
+
+QModelIndex walkLeafForSection(const CMwHierarchicalHeaderViewPrivate *d, int section)
+{
+    const QAbstractItemModel *headerModel = d->headerModel.data();
+    if (!headerModel)
+        return QModelIndex();
+    // Along columns, for a vertical header too.
+    int counter = -1;
+    const int top = headerModel->columnCount();
+    for (int i = 0; i < top; ++i) {
+        const QModelIndexList leaves = collectLeaves(headerModel->index(0, i));
+        if (counter + leaves.size() >= section)
+            return section > counter ? leaves.at(section - counter - 1) : QModelIndex();
+        counter += leaves.size();
+    }
+    return QModelIndex();
+}
+
+int walkSpanLength(const CMwHierarchicalHeaderViewPrivate *d, const QModelIndex &cell,
+    const QModelIndex &leaf, int section)
+{
+    const QModelIndexList leaves = leavesOf(cell);
+    if (leaves.isEmpty())
+        return d->q_ptr->sectionSize(section);
+    const int n = leaves.indexOf(leaf);
+    int length = 0;
+    for (int i = 0; i < leaves.size(); ++i)
+        length += d->q_ptr->sectionSize(section - n + i);
+    return length;
+}
+
+int walkSpanStart(const CMwHierarchicalHeaderViewPrivate *d, const QModelIndex &cell,
+    const QModelIndex &leaf, int section, int sectionStart)
+{
+    const QModelIndexList leaves = leavesOf(cell);
+    if (leaves.isEmpty())
+        return sectionStart;
+    const int n = leaves.indexOf(leaf);
+    int start = sectionStart;
+    for (int i = n - 1; i >= 0; --i)
+        start -= d->q_ptr->sectionSize(section - n + i);
+    return start;
+}
+
+int walkIndexInRoot(const CMwHierarchicalHeaderViewPrivate *d, const QModelIndex &leaf)
+{
+    return leavesOf(d->rootOf(leaf)).indexOf(leaf);
+}
+
+QModelIndex WalkingHeaderPrivate::leafForSection(int section) const
+{
+    return walk ? walkLeafForSection(this, section)
+                : CMwHierarchicalHeaderViewPrivate::leafForSection(section);
+}
+
+int WalkingHeaderPrivate::spanLength(
+    const QModelIndex &cell, const QModelIndex &leaf, int section) const
+{
+    return walk ? walkSpanLength(this, cell, leaf, section)
+                : CMwHierarchicalHeaderViewPrivate::spanLength(cell, leaf, section);
+}
+
+int WalkingHeaderPrivate::spanStart(
+    const QModelIndex &cell, const QModelIndex &leaf, int section, int sectionStart) const
+{
+    return walk ? walkSpanStart(this, cell, leaf, section, sectionStart)
+                : CMwHierarchicalHeaderViewPrivate::spanStart(cell, leaf, section, sectionStart);
+}
+
+int WalkingHeaderPrivate::indexInRoot(const QModelIndex &leaf, int section) const
+{
+    return walk ? walkIndexInRoot(this, leaf)
+                : CMwHierarchicalHeaderViewPrivate::indexInRoot(leaf, section);
+}
+
 } // namespace oracle
