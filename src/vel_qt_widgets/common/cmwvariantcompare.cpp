@@ -380,10 +380,19 @@ bool spelledOutConvert(const QVariant &v, int to, QVariant *out)
         return true;
     }
     case QMetaType::Float: {
-        double d = 0;
-        if (!readReal(v, &d))
+        // Texts are read as floats, so that one beyond a float's range
+        // does not convert (rather than becoming infinite or zero).
+        bool ok = true;
+        float f = 0;
+        if (from == QMetaType::QString)
+            f = static_cast<const QString *>(v.constData())->toFloat(&ok);
+        else if (from == QMetaType::QByteArray)
+            f = static_cast<const QByteArray *>(v.constData())->toFloat(&ok);
+        else
+            f = float(realNumber(v));
+        if (!ok)
             return false;
-        *out = QVariant(float(d));
+        *out = QVariant(f);
         return true;
     }
     case QMetaType::QChar:
@@ -535,6 +544,8 @@ bool isNull(const QVariant &value)
 {
     if (isNullVariant(value))
         return true;
+    if (isNumericType(value.userType()))
+        return false;
     switch (value.userType()) {
     case QMetaType::QChar:
         return heldIsNull<QChar>(value);

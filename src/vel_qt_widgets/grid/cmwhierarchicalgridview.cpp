@@ -2,6 +2,7 @@
 
 #include "cmwselectedrows_p.h"
 #include "cmwstatisticsorder_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -482,7 +483,8 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
             QStandardItem *item = nullptr;
             const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
             // Single-level columns are never merged, even under equal captions.
-            if (candidate && caption.isValid() && path.size() > 1 && caption == path.at(level)) {
+            if (candidate && caption.isValid() && path.size() > 1
+                && vel::Qt5Variant::equal(caption, path.at(level))) {
                 item = candidate;
             } else {
                 item = new QStandardItem;
