@@ -1,3 +1,4 @@
+#include "metatypelookup.h"
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwQSlider.h>
@@ -338,8 +339,8 @@ void tst_CMwQSlider::tickItemListProperty()
     QVERIFY(property.isDesignable());
     QVERIFY(property.isStored());
     QCOMPARE(property.userType(), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
 }
 
 void tst_CMwQSlider::tickItemListStream()
