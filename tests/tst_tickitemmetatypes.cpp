@@ -10,6 +10,7 @@
 #include <QtCore/QMetaProperty>
 
 #include <climits>
+#include <cmath>
 #include <limits>
 #include <memory>
 
