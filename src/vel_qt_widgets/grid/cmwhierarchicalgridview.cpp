@@ -295,23 +295,31 @@ void CMwHierarchicalGridView::init()
 
     // Tool buttons take no focus by default; Tab reaches them here, and
     // Space triggers them. A click still leaves the focus where it was.
-    QWidget *previous = nullptr;
+    QList<QWidget *> buttons;
     for (QAction *action : toolbar->actions()) {
-        QWidget *button = toolbar->widgetForAction(action);
-        if (!button)
-            continue;
-        button->setFocusPolicy(Qt::TabFocus);
-        if (previous)
-            setTabOrder(previous, button);
-        previous = button;
+        if (QWidget *button = toolbar->widgetForAction(action)) {
+            button->setFocusPolicy(Qt::TabFocus);
+            buttons << button;
+        }
     }
-    // Tab runs top to bottom as the grid is laid out; the toolbar joined
-    // the grid last and would otherwise come last.
-    const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
-    for (QWidget *next : below) {
-        if (previous)
+    // Tab runs top to bottom as the grid is laid out. The toolbar joined the
+    // grid last, so its buttons close the chain; as a ring that looks right,
+    // but where the grid sits in another window the chain is cut before the
+    // grid and the toolbar would come after the statistics. The first button
+    // stays, as the first stop after the grid; the others follow it.
+    if (!buttons.isEmpty()) {
+        const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
+        QWidget *previous = buttons.first();
+        for (QWidget *next : below) {
             setTabOrder(previous, next);
-        previous = next;
+            previous = next;
+        }
+        // Behind the first button, ahead of the editor moved there above.
+        previous = buttons.first();
+        for (QWidget *button : buttons.mid(1)) {
+            setTabOrder(previous, button);
+            previous = button;
+        }
     }
     // The menu key and Shift+F10 in the body open the column menu.
     dataView->installEventFilter(this);
