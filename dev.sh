@@ -11,7 +11,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 PACKAGES=(
-    build-essential cmake pkg-config
+    build-essential cmake ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libicu-dev
     libbenchmark-dev fonts-dejavu-core doxygen
     dpkg-dev file debootstrap
