@@ -231,24 +231,24 @@ int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *pItem, int column)
 
 QVector<QVariant> CMwFilterWidget::takeRowData(int row)
 {
-    QVector<QVariant> data;
+    QVector<QVariant> values;
     for (int column = 0; column < columnCount(); ++column) {
         if (const QTableWidgetItem *cell = item(row, column))
-            data.append(cell->data(Qt::DisplayRole));
+            values.append(cell->data(Qt::DisplayRole));
         else if (const auto *combo = qobject_cast<const QComboBox *>(cellWidget(row, column)))
-            data.append(combo->currentData(Qt::DisplayRole));
+            values.append(combo->currentData(Qt::DisplayRole));
     }
-    return data;
+    return values;
 }
 
-void CMwFilterWidget::setRowData(int row, const QVector<QVariant> &data)
+void CMwFilterWidget::setRowData(int row, const QVector<QVariant> &values)
 {
-    const int count = qMin(columnCount(), data.size());
+    const int count = qMin(columnCount(), values.size());
     for (int column = 0; column < count; ++column) {
         if (QTableWidgetItem *cell = item(row, column))
-            cell->setData(Qt::DisplayRole, data.at(column));
+            cell->setData(Qt::DisplayRole, values.at(column));
         else if (auto *combo = qobject_cast<QComboBox *>(cellWidget(row, column)))
-            combo->setCurrentText(data.at(column).toString());
+            combo->setCurrentText(values.at(column).toString());
     }
 }
 

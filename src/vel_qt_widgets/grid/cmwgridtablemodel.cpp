@@ -32,7 +32,7 @@ struct Group
 class CMwGridTableModelPrivate
 {
 public:
-    explicit CMwGridTableModelPrivate(CMwGridTableModel *q) : q(q) {}
+    explicit CMwGridTableModelPrivate(CMwGridTableModel *owner) : q(owner) {}
 
     int columnCount() const { return paths.size(); }
     int recordCount() const { return records; }
@@ -478,8 +478,8 @@ constexpr qint64 csvReadSize = qint64(1) << 20;
 class CsvParser
 {
 public:
-    explicit CsvParser(QChar separator)
-        : separator(separator)
+    explicit CsvParser(QChar fieldSeparator)
+        : separator(fieldSeparator)
     {
     }
 
@@ -579,11 +579,11 @@ private:
 class BinaryReading
 {
 public:
-    explicit BinaryReading(QIODevice *device)
-        : device(device)
-        , wasText(device->isTextModeEnabled())
+    explicit BinaryReading(QIODevice *readFrom)
+        : device(readFrom)
+        , wasText(readFrom->isTextModeEnabled())
     {
-        device->setTextModeEnabled(false);
+        readFrom->setTextModeEnabled(false);
     }
     ~BinaryReading() { device->setTextModeEnabled(wasText); }
 

@@ -478,9 +478,9 @@ QVariant CMwQDoubleSliderAccessible::minimumValue() const
 
 QVariant CMwQDoubleSliderAccessible::minimumStepSize() const
 {
-    const CMwQDoubleSliderPrivate *d
+    const CMwQDoubleSliderPrivate *sd
         = CMwQDoubleSliderPrivate::get(static_cast<CMwQDoubleSlider *>(widget()));
-    return publicStep(d, d->value);
+    return publicStep(sd, sd->value);
 }
 
 CMwQInnerSliderAccessible::CMwQInnerSliderAccessible(QWidget *inner, QWidget *outer)

@@ -63,8 +63,8 @@ const char *const restoredRangeReason = "has no finite range in values; the prev
 
 } // namespace CMwQStepMapping
 
-CMwQStepMappedSliderPrivate::CMwQStepMappedSliderPrivate(const char *className)
-    : className(className)
+CMwQStepMappedSliderPrivate::CMwQStepMappedSliderPrivate(const char *name)
+    : className(name)
 {
 }
 

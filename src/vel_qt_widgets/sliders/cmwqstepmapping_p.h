@@ -108,7 +108,7 @@ class VEL_QT_WIDGETS_EXPORT CMwQStepMappedSliderPrivate
 {
 public:
     // \a className prefixes the warnings, e.g. "CMwQDoubleSlider".
-    explicit CMwQStepMappedSliderPrivate(const char *className);
+    explicit CMwQStepMappedSliderPrivate(const char *name);
     virtual ~CMwQStepMappedSliderPrivate();
 
     // Puts the inner slider into a margin-less layout on the widget, takes
