@@ -397,9 +397,9 @@ void tst_CMwHierarchicalGridView::repeatedSetModelReleasesOldObjects()
 
     // Only the model shown rebuilds the grid.
     QPointer<QAbstractItemModel> headerModel = header->headerModel();
-    emit b->layoutChanged();
+    Q_EMIT b->layoutChanged();
     QVERIFY(headerModel);
-    emit a->layoutChanged();
+    Q_EMIT a->layoutChanged();
     QVERIFY(!headerModel);
 }
 
@@ -443,7 +443,7 @@ void tst_CMwHierarchicalGridView::missingChildren()
     grid.showStatistics();
     grid.editFilter();
     grid.onDataChanged();
-    emit model->layoutChanged();
+    Q_EMIT model->layoutChanged();
     QCoreApplication::processEvents();
 
     const bool hasBody = name != QLatin1String("DataView");
@@ -1221,7 +1221,7 @@ void tst_CMwHierarchicalGridView::gridDeletedBeforeItsModel()
     QVERIFY(!outside.model());
     outside.repaint();
     QCOMPARE(model->rowCount(), 4);
-    emit model->layoutChanged();
+    Q_EMIT model->layoutChanged();
     delete model;
 }
 

@@ -404,7 +404,7 @@ void CMwFilterWidget::onFilterChanged(bool active)
         d->m_lastFilter = filter;
         if (d->m_refModel)
             d->m_refModel->setFilterRows(filter);
-        emit filterChanged();
+        Q_EMIT filterChanged();
     } else if (d->m_bActive) {
         QVector<QVector<QVariant>> filter;
         takeFilter(filter);
@@ -413,7 +413,7 @@ void CMwFilterWidget::onFilterChanged(bool active)
         d->m_lastFilter = filter;
         if (d->m_refModel)
             d->m_refModel->setFilterRows(filter);
-        emit filterChanged();
+        Q_EMIT filterChanged();
     }
     // Off and staying off: edits are read when filtering is switched on.
 }

@@ -164,7 +164,7 @@ void CMwGridTableModelPrivate::buildGroups()
 // so that selections and expanded rows follow the records.
 void CMwGridTableModelPrivate::regroup(int column)
 {
-    emit q->layoutAboutToBeChanged();
+    Q_EMIT q->layoutAboutToBeChanged();
     const QModelIndexList before = q->persistentIndexList();
     QVector<int> recordsBefore;
     recordsBefore.reserve(before.size());
@@ -181,7 +181,7 @@ void CMwGridTableModelPrivate::regroup(int column)
         after.append(record < 0 ? QModelIndex() : indexOfRecord(record, before.at(i).column()));
     }
     q->changePersistentIndexList(before, after);
-    emit q->layoutChanged();
+    Q_EMIT q->layoutChanged();
 }
 
 void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
@@ -205,10 +205,10 @@ void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
     q->endResetModel();
     // The grid rebuilds its header, row numbers and statistics on
     // layoutChanged(), not on a reset; tell it that the shape is new.
-    emit q->layoutAboutToBeChanged();
-    emit q->layoutChanged();
+    Q_EMIT q->layoutAboutToBeChanged();
+    Q_EMIT q->layoutChanged();
     if (wasGrouped)
-        emit q->groupColumnChanged(-1);
+        Q_EMIT q->groupColumnChanged(-1);
 }
 
 const QVector<QVariant> &CMwGridTableModelPrivate::statistics(int column) const
@@ -332,12 +332,12 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
         return;
     }
     const QModelIndex changed = d->indexOfRecord(record, column);
-    emit dataChanged(changed, changed);
+    Q_EMIT dataChanged(changed, changed);
     // A filter shows a group row while any of its records passes: the group
     // row is announced too, so that a filtering proxy asks again.
     if (d->isGrouped()) {
         const QModelIndex group = changed.parent();
-        emit dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
+        Q_EMIT dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
     }
 }
 
@@ -367,7 +367,7 @@ void CMwGridTableModel::groupByColumn(mw_int32 iLogicalIndex)
     if (column == d->groupColumn)
         return;
     d->regroup(column);
-    emit groupColumnChanged(column);
+    Q_EMIT groupColumnChanged(column);
 }
 
 QModelIndex CMwGridTableModel::index(int row, int column, const QModelIndex &parent) const

@@ -605,7 +605,7 @@ void CMwHierarchicalGridView::updateControl()
 {
     Q_D(CMwHierarchicalGridView);
     if (QTableView *table = d->statisticTableView()) {
-        emit table->horizontalHeader()->geometriesChanged();
+        Q_EMIT table->horizontalHeader()->geometriesChanged();
         table->update();
     }
     if (CMwVHeaderView *rowNumbers = d->rowNumbers())
