@@ -320,7 +320,7 @@ void tst_CMwHierarchicalGridView::headerDerivation_data()
 
     //                                  one path per column ("/" between levels)   expected cells
     QTest::newRow("shared parent") << QStringList{"A/x", "A/y", "B"} << "A(x y) B";
-    QTest::newRow("single levels never merge") << QStringList{"A", "A"} << "A A";
+    QTest::newRow("kept: single levels never merge") << QStringList{"A", "A"} << "A A";
     QTest::newRow("only the preceding branch") << QStringList{"A/x", "B/y", "A/z"}
                                                << "A(x) B(y) A(z)";
     QTest::newRow("three levels") << QStringList{"O/P/a", "O/P/b", "O/Q/c", "R"}
