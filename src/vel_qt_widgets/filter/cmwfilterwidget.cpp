@@ -146,8 +146,7 @@ void CMwFilterWidget::addRow(int row)
     auto *value = new QTableWidgetItem(QString());
     value->setFlags(value->flags() & ~Qt::ItemIsEnabled);
     setItem(row, ValueColumn, value);
-    // Made again for every row, so the slots run once per row ever added;
-    // harmless, since repeating them gives the same result.
+    // Made again for every row, on purpose (docs/compatibility.md).
     connect(this, SIGNAL(itemChanged(QTableWidgetItem*)), this, SLOT(onItemChanged(QTableWidgetItem*)));
 
     updateMaximumHeight();
@@ -291,8 +290,8 @@ void CMwFilterWidget::onButtonRemove()
 {
     Q_D(CMwFilterWidget);
     const QVector<int> rows = selectedRows();
-    // The listed indices are used as they stand, deliberately not shifted for
-    // rows already removed in this pass; the placeholder is never removed.
+    // Indices used as listed, not corrected (docs/compatibility.md); the
+    // placeholder is never removed.
     for (int row : rows) {
         if (row < rowCount() - 1)
             removeRow(row);
@@ -336,7 +335,7 @@ void CMwFilterWidget::onComboColumnChanged(int index)
             value->setText(locale().toString(sample.toDouble(), 'g', 6));
         else
             value->setText(sample.toString());
-        // A float is formatted as a number but deliberately aligned left.
+        // A float is aligned left, on purpose (docs/compatibility.md).
         const bool right = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::UInt;
         value->setTextAlignment(right ? Qt::AlignRight : Qt::AlignLeft);
     }

@@ -547,8 +547,7 @@ void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rec
         return;
     }
 
-    // A section without a leaf stays blank on purpose: a plain caption there
-    // would pretend the header model knew the column.
+    // A section without a leaf stays blank (docs/compatibility.md).
     const QModelIndex leaf = d->leafForSection(logicalIndex);
     if (leaf.isValid())
         d->drawStack(painter, rect, leaf, logicalIndex, styleOptionForCell(logicalIndex));

@@ -90,8 +90,7 @@ int CMwQFlowLayout::heightForWidth(int width) const
 
 QSize CMwQFlowLayout::minimumSize() const
 {
-    // Starts from the invalid (-1, -1) size on purpose: with nothing shown
-    // the result is (2 * margin - 1, 2 * margin - 1), which callers rely on.
+    // Starts from the invalid (-1, -1) size on purpose (docs/compatibility.md).
     QSize size;
     for (const QLayoutItem *item : m_itemList) {
         if (!item->isEmpty())
@@ -211,10 +210,8 @@ int CMwQFlowLayout::doLayout(const QRect &rect, bool testOnly) const
         const qint64 n = std::min<qint64>(columns, nonEmpty);
         if (n > 0)
             commonWidth = (effRight - effLeft - (n - 1) * s) / n;
-        // Also for n <= 0, on purpose: a lone over-wide item then still gets
-        // the extra pixels, one line per item. A full row covers
-        // effective width - 1 pixels, exactly what the wrapping test below
-        // lets through.
+        // Also for n <= 0, and a full row one pixel short of the effective
+        // width: both on purpose (docs/compatibility.md).
         extra = (effRight - effLeft) - (n - 1) * s - commonWidth * n;
     }
 

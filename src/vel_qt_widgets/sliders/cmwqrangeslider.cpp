@@ -452,8 +452,8 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
         const QRect handleRect =
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderHandle, this);
-        // Each handle redraws the groove on its outer side with itself. Only
-        // the horizontal edges are cut, also for vertical sliders; intended.
+        // Each handle redraws the groove on its outer side with itself; only
+        // the horizontal edges are cut (docs/compatibility.md).
         QRect clip = grooveRect.united(handleRect);
         if (lowerHandle)
             clip.setRight(handleRect.right());
@@ -499,9 +499,8 @@ bool CMwQRangeSlider::event(QEvent *e)
     if (e->type() == QEvent::ToolTip && !d->handleToolTip.isEmpty()) {
         auto *helpEvent = static_cast<QHelpEvent *>(e);
         QStyleOptionSlider option;
-        // initStyleOption() runs after the handle fields are set and
-        // overwrites them with the base slider's own; the order is kept on
-        // purpose, so the hit test uses the base slider's handle.
+        // initStyleOption() overwrites the handle fields set first; kept
+        // (docs/compatibility.md).
         option.sliderPosition = d->minimumPosition;
         option.sliderValue = d->minimumValue;
         initStyleOption(&option);
