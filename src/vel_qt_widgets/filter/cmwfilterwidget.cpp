@@ -217,12 +217,12 @@ int CMwFilterWidget::rowFromRowWidget(QWidget *widget, int column)
     return -1;
 }
 
-int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *pItem, int column)
+int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *item, int column)
 {
-    if (!pItem)
+    if (!item)
         return -1;
     for (int row = 0; row < rowCount(); ++row) {
-        if (item(row, column) == pItem)
+        if (QTableWidget::item(row, column) == item)
             return row;
     }
     return -1;

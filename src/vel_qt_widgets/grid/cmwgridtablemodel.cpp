@@ -50,7 +50,7 @@ public:
         if (!isGrouped())
             return q->createIndex(record, column, topLevelId);
         const int group = groupOfRecord.at(record);
-        return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
+        return q->createIndex(rowInGroup.at(record), column, quintptr(group) + 1);
     }
     int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
     static const CMwGridTableModelPrivate *of(const CMwGridTableModel *model)
@@ -376,7 +376,7 @@ QModelIndex CMwGridTableModel::index(int row, int column, const QModelIndex &par
         return {};
     if (!parent.isValid())
         return createIndex(row, column, topLevelId);
-    return createIndex(row, column, quintptr(parent.row() + 1));
+    return createIndex(row, column, quintptr(parent.row()) + 1);
 }
 
 QModelIndex CMwGridTableModel::parent(const QModelIndex &child) const
@@ -540,9 +540,7 @@ private:
                 state = Unquoted;
             }
         }
-        if (c == QLatin1Char('\r'))
-            ++line;
-        else if (c == QLatin1Char('\n') && !afterCR)
+        if (c == QLatin1Char('\r') || (c == QLatin1Char('\n') && !afterCR))
             ++line;
         afterCR = c == QLatin1Char('\r');
     }

@@ -623,6 +623,8 @@ void CMwHierarchicalGridView::onShowColumn(mw_int32 iCol, bool bShow)
 
 void CMwHierarchicalGridView::onExpanded(QModelIndex) {}
 
+// By value: the public signature is fixed.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void CMwHierarchicalGridView::onTreeViewSelectionChanged(QItemSelection, QItemSelection)
 {
     Q_D(CMwHierarchicalGridView);

@@ -773,7 +773,8 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
         bool differs;
         if (!isDouble) {
             differs = item != previousItem;
-        } else if (isNan || previousNan) {
+        } else if (isNan || previousNan) { // NOLINT(bugprone-branch-clone)
+            // Apart from the close doubles below, although both ask QVariant.
             differs = QVariant(x) != QVariant(previous);
         } else if (doubleBits(x) == doubleBits(previous)) {
             differs = false; // 0.0 and -0.0 included

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
     : CMwQRangeSlider(new CMwQRangeSliderPrivate, parent)
@@ -124,11 +125,11 @@ void CMwQRangeSlider::setMaximumPosition(int max)
     setPositions(std::min(d->minimumPosition, max), max);
 }
 
-void CMwQRangeSlider::setValues(int l, int u)
+void CMwQRangeSlider::setValues(int min, int max)
 {
     Q_D(CMwQRangeSlider);
-    const int lo = qBound(minimum(), std::min(l, u), maximum());
-    const int hi = qBound(minimum(), std::max(l, u), maximum());
+    const int lo = qBound(minimum(), std::min(min, max), maximum());
+    const int hi = qBound(minimum(), std::max(min, max), maximum());
 
     const bool minValueChanged = d->minimumValue != lo;
     const bool maxValueChanged = d->maximumValue != hi;
@@ -137,8 +138,8 @@ void CMwQRangeSlider::setValues(int l, int u)
     d->minimumValue = d->minimumPosition = lo;
     d->maximumValue = d->maximumPosition = hi;
 
-    // The pair signal comes first here and last in setPositions(); listeners
-    // rely on both orders.
+    // The pair signal comes first here and last in setPositions(), on
+    // purpose (docs/compatibility.md).
     if (isSliderDown()) {
         if (minPositionChanged || maxPositionChanged)
             Q_EMIT positionsChanged(d->minimumPosition, d->maximumPosition);
@@ -160,11 +161,11 @@ void CMwQRangeSlider::setValues(int l, int u)
         update();
 }
 
-void CMwQRangeSlider::setPositions(int l, int u)
+void CMwQRangeSlider::setPositions(int min, int max)
 {
     Q_D(CMwQRangeSlider);
-    const int lo = qBound(minimum(), std::min(l, u), maximum());
-    const int hi = qBound(minimum(), std::max(l, u), maximum());
+    const int lo = qBound(minimum(), std::min(min, max), maximum());
+    const int hi = qBound(minimum(), std::max(min, max), maximum());
 
     const bool minPositionChanged = d->minimumPosition != lo;
     const bool maxPositionChanged = d->maximumPosition != hi;
@@ -192,6 +193,7 @@ void CMwQRangeSlider::setPositions(int l, int u)
 
 void CMwQRangeSlider::onRangeChanged(int minimum, int maximum)
 {
+    // The arguments are ignored on purpose (docs/compatibility.md).
     Q_UNUSED(minimum);
     Q_UNUSED(maximum);
     Q_D(CMwQRangeSlider);
@@ -397,7 +399,7 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
         // The lower side truncates and the upper side rounds, so the span
         // keeps its width.
         const qint64 below = qint64(d->dragHalfWidth);
-        const qint64 above = qint64(double(d->dragHalfWidth) + 0.5);
+        const qint64 above = std::llround(double(d->dragHalfWidth));
         setPositions(clampToInt(double(newPos - below)), clampToInt(double(newPos + above)));
     }
     e->accept();
@@ -406,7 +408,8 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
 void CMwQRangeSlider::mouseReleaseEvent(QMouseEvent *e)
 {
     Q_D(CMwQRangeSlider);
-    QSlider::mouseReleaseEvent(e);
+    // Past CMwQSlider's release, which ends a drag of its single handle.
+    QSlider::mouseReleaseEvent(e); // NOLINT(bugprone-parent-virtual-call)
     setSliderDown(false);
     d->selectedHandles = CMwQRangeSliderPrivate::NoHandle;
     update();

@@ -396,7 +396,7 @@ bool CMwQSlider::event(QEvent *e)
         // QSlider's hover tracking asks the style for the handle over the
         // real range; this slider paints no hover state, so it is skipped.
         if (CMwQSliderGeometry::isWide(minimum(), maximum()))
-            return QAbstractSlider::event(e);
+            return QAbstractSlider::event(e); // NOLINT(bugprone-parent-virtual-call)
         break;
     default:
         break;

@@ -73,8 +73,8 @@ private:
     QStyle::SubControl widePressedControl = QStyle::SC_None;
     int wideClickOffset = 0;
 
-    void drawTickMarks(QPainter *painter, const QStyleOptionSlider &option) const;
-    void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
+    void drawTickMarks(QPainter *painter, const QStyleOptionSlider &opt) const;
+    void drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const;
 };
 
 #endif // VEL_QT_WIDGETS_CMWQSLIDER_P_H
