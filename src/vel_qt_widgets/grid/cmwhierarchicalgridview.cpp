@@ -481,7 +481,7 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
         for (int level = 0; level < path.size(); ++level) {
             QStandardItem *item = nullptr;
             const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
-            // Single-level columns are never merged, even under equal captions.
+            // Single-level columns are never merged (docs/compatibility.md).
             if (candidate && caption.isValid() && path.size() > 1 && caption == path.at(level)) {
                 item = candidate;
             } else {

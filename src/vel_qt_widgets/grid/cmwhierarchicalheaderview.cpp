@@ -20,8 +20,7 @@ void registerGridTypes()
     qRegisterMetaType<mw_int32>("mw_int32");
 }
 
-// Room for the sort arrow, on top of what the style already reserves: the
-// arrow of the bold caption would otherwise touch the text.
+// Room for the sort arrow on top of the style's own (docs/compatibility.md).
 constexpr int sortIndicatorAllowance = 12;
 constexpr int menuMinimumWidth = 150;
 

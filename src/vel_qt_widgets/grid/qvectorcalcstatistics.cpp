@@ -489,7 +489,7 @@ std::vector<SortKey> sortedKeys(
             break;
         }
         default:
-            // Other types are not ordered by value; they keep their places.
+            // Other types keep their places, unordered (docs/compatibility.md).
             break;
         }
     }
