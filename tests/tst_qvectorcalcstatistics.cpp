@@ -1,6 +1,6 @@
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
-#include "cmwstatisticsorder_p.h"
+#include "grid_oracles.h"
 
 #include "vel_test_main.h"
 
@@ -100,7 +100,7 @@ Stats reference(QVector<QVariant> copy)
 Stats general(const QVector<QVariant> &values)
 {
     Stats s;
-    vel::generalStatistics(values, s.count, s.distinct, s.min, s.max, s.mean, s.stdev);
+    oracle::generalStatistics(values, s.count, s.distinct, s.min, s.max, s.mean, s.stdev);
     return s;
 }
 
