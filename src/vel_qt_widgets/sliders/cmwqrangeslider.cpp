@@ -727,7 +727,6 @@ bool CMwQRangeSliderPrivate::keyTarget(const QKeyEvent *e, int *target) const
 
 bool CMwQRangeSliderPrivate::keyboardEvent(QEvent *e)
 {
-    Q_Q(CMwQRangeSlider);
     switch (e->type()) {
     case QEvent::FocusIn: {
         // Tab enters at the lower handle, Shift+Tab at the upper one; other
