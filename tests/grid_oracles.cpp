@@ -1,4 +1,5 @@
 #include "grid_oracles.h"
+#include "qt5variantoracle.h"
 
 #include <algorithm>
 #include <cmath>
@@ -64,13 +65,13 @@ void generalStatistics(const QVector<QVariant> &values, double &count, double &d
     double sum = 0;
     QVariant previous;
     for (const QVariant &v : qAsConst(sorted)) {
-        if (v == QVariant())
+        if (Qt5Oracle::equal(v, QVariant()))
             continue;
         if (n == 0) {
             previous = v;
             min = max = v.toDouble();
         }
-        if (v != previous) {
+        if (!Qt5Oracle::equal(v, previous)) {
             previous = v;
             distinct += 1;
         }

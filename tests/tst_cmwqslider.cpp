@@ -1,3 +1,4 @@
+#include "metatypelookup.h"
 #include "vel_test_main.h"
 
 #include "slider_test_support.h"
@@ -269,8 +270,8 @@ void tst_CMwQSlider::tickItemListProperty()
     QVERIFY(property.isDesignable());
     QVERIFY(property.isStored());
     QCOMPARE(property.userType(), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
 }
 
 void tst_CMwQSlider::tickItemListStream()

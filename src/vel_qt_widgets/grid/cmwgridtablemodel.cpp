@@ -1,5 +1,6 @@
 #include "cmwgridtablemodel_p.h"
 #include "qvectorcalcstatistics_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 #include <vel_qt_widgets/CMwGridTableModel.h>
@@ -321,7 +322,7 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
         return;
     }
     QVariant &cell = d->columns[column][record];
-    if (cell == value && cell.userType() == value.userType())
+    if (cell.userType() == value.userType() && vel::Qt5Variant::equal(cell, value))
         return;
     cell = value;
     d->stats[column].clear();

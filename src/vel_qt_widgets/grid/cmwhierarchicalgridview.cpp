@@ -5,6 +5,7 @@
 #include "qvectorcalcstatistics_p.h"
 #include "selectedrows_p.h"
 #include "statisticsheaderview_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -557,7 +558,8 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
             QStandardItem *item = nullptr;
             const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
             // Single-level columns are never merged (docs/compatibility.md).
-            if (candidate && caption.isValid() && path.size() > 1 && caption == path.at(level)) {
+            if (candidate && caption.isValid() && path.size() > 1
+                && vel::Qt5Variant::equal(caption, path.at(level))) {
                 item = candidate;
             } else {
                 item = new QStandardItem;

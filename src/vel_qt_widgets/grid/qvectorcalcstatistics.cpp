@@ -1,4 +1,5 @@
 #include "qvectorcalcstatistics_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
@@ -122,7 +123,7 @@ void radixSort(std::vector<SortKey> &keys)
 // asking QVariant: identical keys are equal, and different integers, texts
 // or doubles far apart (relative distance above 1e-9, a thousand times
 // QVariant's fuzzy tolerance for doubles) differ. Anything else is left to
-// QVariant::operator!=.
+// Qt 5's QVariant equality.
 enum class Equality { Equal, Different, Unknown };
 
 Equality knownEquality(const SortKey &a, const SortKey &b)
@@ -547,7 +548,7 @@ void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const Q
             }
         }
         const bool differs
-            = known == Equality::Different || (known == Equality::Unknown && v != previous);
+            = known == Equality::Different || (known == Equality::Unknown && !vel::Qt5Variant::equal(v, previous));
         if (differs) {
             previous = v;
             previousKey = key;
@@ -751,14 +752,15 @@ inline bool scalarsDiffer(bool isDouble, quint64 item, double x, bool isNan, qui
     if (!isDouble)
         return item != previousItem;
     if (isNan || previousNan)
-        return QVariant(x) != QVariant(previous);
+        return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
     if (doubleBits(x) == doubleBits(previous))
         return false; // 0.0 and -0.0 included
     if (std::isfinite(x) && std::isfinite(previous)
         && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
         return true;
     }
-    return QVariant(x) != QVariant(previous);
+    // Close doubles: Qt 5's (fuzzy) QVariant equality decides.
+    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
 }
 
 // The common column: every non-empty cell holds one type among Int, UInt,

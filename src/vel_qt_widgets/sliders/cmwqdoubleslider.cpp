@@ -4,6 +4,7 @@
 #include "cmwqslideraccessibility_p.h"
 #include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
+#include "cmwqtickitemtypes_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -27,9 +28,13 @@ void registerDoubleTickItemTypes()
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleSlider::TMwTickItemList");
     qRegisterMetaType<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleRangeSlider::SMwTickItem");
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleRangeSlider::TMwTickItemList");
-    qRegisterMetaTypeStreamOperators<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleSlider::SMwTickItem");
-    qRegisterMetaTypeStreamOperators<CMwQDoubleSlider::TMwTickItemList>(
+    CMwQTickItemTypes::registerStreamable<CMwQDoubleSlider::SMwTickItem>(
+        "CMwQDoubleSlider::SMwTickItem");
+    CMwQTickItemTypes::registerStreamable<CMwQDoubleSlider::TMwTickItemList>(
         "CMwQDoubleSlider::TMwTickItemList");
+    // The name Qt 6 gives the list in a saved QVariant, so either Qt reads
+    // what the other wrote.
+    qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("QList<CMwQDoubleSlider::SMwTickItem>");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cmwqslider_p.h"
+#include "cmwqtickitemtypes_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -25,8 +26,12 @@ void registerTickItemTypes()
     qRegisterMetaType<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("TMwTickItemList");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
-    qRegisterMetaTypeStreamOperators<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
-    qRegisterMetaTypeStreamOperators<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
+    CMwQTickItemTypes::registerStreamable<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
+    CMwQTickItemTypes::registerStreamable<CMwQSlider::TMwTickItemList>(
+        "CMwQSlider::TMwTickItemList");
+    // The name Qt 6 gives the list in a saved QVariant, so either Qt reads
+    // what the other wrote.
+    qRegisterMetaType<CMwQSlider::TMwTickItemList>("QList<CMwQSlider::SMwTickItem>");
 }
 
 constexpr int sideAbove = QSlider::TicksAbove; // also TicksLeft
