@@ -11,9 +11,10 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 PACKAGES=(
-    build-essential cmake pkg-config
+    build-essential cmake ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libicu-dev
     libbenchmark-dev fonts-dejavu-core doxygen
+    clang-format clang-tidy
     dpkg-dev file debootstrap
     xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi
 )

@@ -72,7 +72,12 @@ set(vel_exact_version "${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
 
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME ${vel_widgets_package})
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_WIDGETS_PACKAGE_DEPENDS "${vel_system_package} (= ${vel_exact_version})")
+# The library links no QtSvg, but its toolbar and picker icons are SVG files
+# that only Qt's SVG icon-engine plug-in draws; shlibdeps cannot see that.
+set(VEL_SVG_PLUGIN_PACKAGE libqt5svg5 CACHE STRING
+    "Debian package holding Qt's SVG icon-engine plug-in")
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_DEPENDS
+    "${vel_system_package} (= ${vel_exact_version}), ${VEL_SVG_PLUGIN_PACKAGE}")
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SUGGESTS "${vel_base_name}-designer-plugin, ${vel_base_name}-l10n")
 set(CPACK_DEBIAN_WIDGETS_DESCRIPTION
     "Custom Qt 5 widgets for desktop applications

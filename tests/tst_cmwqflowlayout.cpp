@@ -166,8 +166,8 @@ private Q_SLOTS:
     void topLevelWindowRewraps();
     void nestedWidgetHeightFollowsHeightForWidth();
     void widgetConstruction();
-    void widgetPropertiesAreOnlyStored();
-    void widgetSetLayoutDoesNothing();
+    void kept_widgetPropertiesAreOnlyStored();
+    void kept_widgetSetLayoutDoesNothing();
 };
 
 void tst_CMwQFlowLayout::constructors()
@@ -310,9 +310,9 @@ void tst_CMwQFlowLayout::minimumSize_data()
     QTest::newRow("empty items ignored")
         << QVector<int> {4, 4, 4, 4} << QVector<QSize> {{10, 40}, {100, 100}}
         << QVector<bool> {false, true} << QSize(18, 48);
-    QTest::newRow("no items, margin 4")
+    QTest::newRow("kept: no items, margin 4")
         << QVector<int> {4, 4, 4, 4} << QVector<QSize>() << QVector<bool>() << QSize(7, 7);
-    QTest::newRow("no items, margin 0")
+    QTest::newRow("kept: no items, margin 0")
         << QVector<int> {0, 0, 0, 0} << QVector<QSize>() << QVector<bool>() << QSize(-1, -1);
     QTest::newRow("only empty items") << QVector<int> {6, 6, 6, 6} << QVector<QSize> {{50, 50}}
                                       << QVector<bool> {true} << QSize(11, 11);
@@ -393,7 +393,7 @@ void tst_CMwQFlowLayout::placement_data()
         << QVector<QRect> {{0, 0, 10, 4}, {12, 0, 10, 9}, {0, 12, 10, 6}, {12, 12, 10, 2}} << 18;
 
     // Grid mode: W = (99 - 12) / 3 = 29, extra = 99 - 12 - 87 = 0.
-    QTest::newRow("fixed 3 columns, width 100")
+    QTest::newRow("kept: fixed 3 columns, width 100")
         << 6 << 4 << true << 3 << 100 << QVector<QSize> {{10, 10}, {20, 10}, {15, 10}, {5, 10}}
         << QVector<QRect> {{0, 0, 29, 10}, {35, 0, 29, 10}, {70, 0, 29, 10}, {0, 14, 29, 10}} << 24;
     // W = 29, extra = 1: the first item of every line is one pixel wider.
@@ -428,7 +428,7 @@ void tst_CMwQFlowLayout::placement_data()
         << 6 << 4 << true << -1 << 100 << QVector<QSize> {{10, 10}, {20, 10}}
         << QVector<QRect> {{0, 0, 47, 10}, {53, 0, 46, 10}} << 10;
     // columns = 56 / 86 = 0, so n = 0: W stays 80 and extra = 49 + 6 = 55.
-    QTest::newRow("widest hint wider than the line")
+    QTest::newRow("kept: widest hint wider than the line")
         << 6 << 4 << true << -1 << 50 << QVector<QSize> {{80, 10}, {30, 10}, {50, 10}}
         << QVector<QRect> {{0, 0, 81, 10}, {0, 14, 81, 10}, {0, 28, 81, 10}} << 38;
     // W + s = 0 skips the column division; n = -1 leaves W at 0, extra = 99.
@@ -788,7 +788,7 @@ void tst_CMwQFlowLayout::widgetConstruction()
     QVERIFY(guard.isNull()); // the layout goes with its widget
 }
 
-void tst_CMwQFlowLayout::widgetPropertiesAreOnlyStored()
+void tst_CMwQFlowLayout::kept_widgetPropertiesAreOnlyStored()
 {
     CMwQFlowLayoutWidget widget;
     auto *layout = static_cast<CMwQFlowLayout *>(widget.layout());
@@ -835,7 +835,7 @@ void tst_CMwQFlowLayout::widgetPropertiesAreOnlyStored()
     QCOMPARE(b->geometry(), bBefore);
 }
 
-void tst_CMwQFlowLayout::widgetSetLayoutDoesNothing()
+void tst_CMwQFlowLayout::kept_widgetSetLayoutDoesNothing()
 {
     CMwQFlowLayoutWidget widget;
     QLayout *flow = widget.layout();

@@ -210,8 +210,8 @@ private Q_SLOTS:
     void regularMarks();
     void intervalFallbacks_data();
     void intervalFallbacks();
-    void aboveMarkRunsInward_data();
-    void aboveMarkRunsInward();
+    void kept_aboveMarkRunsInward_data();
+    void kept_aboveMarkRunsInward();
     void extraMarks_data();
     void extraMarks();
     void hiddenItemsDrawNothing_data();
@@ -220,7 +220,7 @@ private Q_SLOTS:
     void labels_data();
     void labels();
     void labelsWithSpacesStayWhole();
-    void verticalDrawsNoLabels();
+    void kept_verticalDrawsNoLabels();
 
     void sizeHint_data();
     void sizeHint();
@@ -404,14 +404,14 @@ void tst_CMwQSlider::intervalFallbacks()
     QCOMPARE(inkAlong(image, g, belowProbe(g)), withoutHandle(regularMarkPositions(g, expectedInterval), g));
 }
 
-void tst_CMwQSlider::aboveMarkRunsInward_data()
+void tst_CMwQSlider::kept_aboveMarkRunsInward_data()
 {
     QTest::addColumn<Qt::Orientation>("orientation");
     QTest::newRow("horizontal") << Qt::Horizontal;
     QTest::newRow("vertical") << Qt::Vertical;
 }
 
-void tst_CMwQSlider::aboveMarkRunsInward()
+void tst_CMwQSlider::kept_aboveMarkRunsInward()
 {
     QFETCH(Qt::Orientation, orientation);
     TestSlider slider(orientation);
@@ -604,7 +604,7 @@ void tst_CMwQSlider::labelsWithSpacesStayWhole()
              QStringList({QStringLiteral("1 Hz"), QStringLiteral("hot tap"), QStringLiteral("20 kHz")}));
 }
 
-void tst_CMwQSlider::verticalDrawsNoLabels()
+void tst_CMwQSlider::kept_verticalDrawsNoLabels()
 {
     TestSlider slider(Qt::Vertical);
     slider.setRange(0, 100);

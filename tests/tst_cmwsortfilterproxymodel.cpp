@@ -175,8 +175,8 @@ private Q_SLOTS:
     void unknownColumnsAreSkipped();
     void singleCondition_data();
     void singleCondition();
-    void fold_data();
-    void fold();
+    void kept_fold_data();
+    void kept_fold();
     void everyConditionIsEvaluated();
     void comparators_data();
     void comparators();
@@ -260,7 +260,7 @@ void tst_CMwSortFilterProxyModel::singleCondition()
     delete model;
 }
 
-void tst_CMwSortFilterProxyModel::fold_data()
+void tst_CMwSortFilterProxyModel::kept_fold_data()
 {
     // Conditions on Count; rows have counts 1, 5, 10, 20.
     QTest::addColumn<QStringList>("ops");
@@ -282,7 +282,7 @@ void tst_CMwSortFilterProxyModel::fold_data()
                                         << QStringList({"100", "100"}) << QStringList({"a", "b", "c", "d"});
 }
 
-void tst_CMwSortFilterProxyModel::fold()
+void tst_CMwSortFilterProxyModel::kept_fold()
 {
     QFETCH(QStringList, ops);
     QFETCH(QList<int>, comparators);

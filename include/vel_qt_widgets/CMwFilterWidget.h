@@ -107,7 +107,7 @@ protected:
     /*! The row whose item in \a column is \a item, or -1. */
     int rowFromRowItem(QTableWidgetItem *item, int column);
     /*! Writes one filter row back into the cells of \a row. */
-    void setRowData(int row, const QVector<QVariant> &data);
+    void setRowData(int row, const QVector<QVariant> &values);
     /*! The filter row of \a row: one display value per column. */
     QVector<QVariant> takeRowData(int row);
     /*! Hands the reference model the current filter (empty when \a active

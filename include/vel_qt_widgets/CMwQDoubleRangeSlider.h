@@ -82,7 +82,7 @@ public:
     /*! Sets the upper end; the lower end follows if it lay above. */
     void setMaximum(double maximum);
     /*! Sets the range in public units; the ends may come in either order. */
-    void setRange(double minimum, double maximum);
+    void setRange(double min, double max);
 
     /*! Size of one integer unit of the inner slider, in slider units. */
     double singleStep() const;

@@ -141,7 +141,7 @@ public:
     /*! Sets the upper end; the lower end follows if it lay above. */
     void setMaximum(double maximum);
     /*! Sets the range in public units; the ends may come in either order. */
-    void setRange(double minimum, double maximum);
+    void setRange(double min, double max);
 
     /*! Regular tick interval in slider units (not mapped through the proxy). */
     double tickInterval() const;

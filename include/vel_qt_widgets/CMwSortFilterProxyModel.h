@@ -54,7 +54,7 @@ public:
     /*! Reimplemented to look the condition columns up again in the new
         source, and whenever its header or columns change. When the source is
         destroyed the proxy is reset: it has no rows and no columns. */
-    void setSourceModel(QAbstractItemModel *sourceModel) override;
+    void setSourceModel(QAbstractItemModel *model) override;
 
     /*!
         Replaces the conditions by those of \a filter (the filter list of

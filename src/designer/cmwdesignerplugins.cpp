@@ -92,8 +92,8 @@ const char nIconFitButton[] = "IconFitButton";
 const char nPickerButton[] = "PickerPushButton";
 const char nGrid[] = "HierarchicalGridView";
 const char nSlider[] = "slider";
-// The double range slider proposes the double slider's name on purpose;
-// Designer makes names unique by itself.
+// The double range slider proposes the double slider's name, on purpose
+// (docs/compatibility.md).
 const char nDoubleSlider[] = "sliderDouble";
 const char nRangeSlider[] = "sliderRange";
 const char nFlowWidget[] = "FlowLayoutWidget";
@@ -296,7 +296,7 @@ QWidget *CMwQDoubleRangeSliderPlugin::createWidget(QWidget *parent)
     return new CMwQDoubleRangeSlider(parent);
 }
 
-// The flow-layout widget shows the text button's icon on purpose.
+// The flow-layout widget shows the text button's icon (docs/compatibility.md).
 CMwQFlowLayoutPlugin::CMwQFlowLayoutPlugin(QObject *parent)
     : CMwDesignerPlugin({kFlowWidget, textButtonIcon, "FlowLayout", true,
                          &buttonSizedXml<kFlowWidget, nFlowWidget>},

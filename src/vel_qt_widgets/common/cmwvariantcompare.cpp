@@ -310,7 +310,6 @@ bool spelledOutCanConvert(const QVariant &value, int from, int to)
         return among({QMetaType::Bool, QMetaType::Int, QMetaType::UInt, QMetaType::LongLong,
             QMetaType::ULongLong, QMetaType::Double, QMetaType::QString});
     case QMetaType::QDate:
-        return among({QMetaType::QString, QMetaType::QDateTime});
     case QMetaType::QTime:
         return among({QMetaType::QString, QMetaType::QDateTime});
     case QMetaType::QDateTime:

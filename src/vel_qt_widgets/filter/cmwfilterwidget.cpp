@@ -182,8 +182,7 @@ void CMwFilterWidget::addRow(int row)
     auto *value = new QTableWidgetItem(QString());
     value->setFlags(value->flags() & ~Qt::ItemIsEnabled);
     setItem(row, ValueColumn, value);
-    // Made again for every row, so the slots run once per row ever added;
-    // harmless, since repeating them gives the same result.
+    // Made again for every row, on purpose (docs/compatibility.md).
     connect(this, SIGNAL(itemChanged(QTableWidgetItem*)), this, SLOT(onItemChanged(QTableWidgetItem*)));
 
     updateMaximumHeight();
@@ -254,12 +253,12 @@ int CMwFilterWidget::rowFromRowWidget(QWidget *widget, int column)
     return -1;
 }
 
-int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *pItem, int column)
+int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *item, int column)
 {
-    if (!pItem)
+    if (!item)
         return -1;
     for (int row = 0; row < rowCount(); ++row) {
-        if (item(row, column) == pItem)
+        if (QTableWidget::item(row, column) == item)
             return row;
     }
     return -1;
@@ -267,24 +266,24 @@ int CMwFilterWidget::rowFromRowItem(QTableWidgetItem *pItem, int column)
 
 QVector<QVariant> CMwFilterWidget::takeRowData(int row)
 {
-    QVector<QVariant> data;
+    QVector<QVariant> values;
     for (int column = 0; column < columnCount(); ++column) {
         if (const QTableWidgetItem *cell = item(row, column))
-            data.append(cell->data(Qt::DisplayRole));
+            values.append(cell->data(Qt::DisplayRole));
         else if (const auto *combo = qobject_cast<const QComboBox *>(cellWidget(row, column)))
-            data.append(combo->currentData(Qt::DisplayRole));
+            values.append(combo->currentData(Qt::DisplayRole));
     }
-    return data;
+    return values;
 }
 
-void CMwFilterWidget::setRowData(int row, const QVector<QVariant> &data)
+void CMwFilterWidget::setRowData(int row, const QVector<QVariant> &values)
 {
-    const int count = qMin(columnCount(), data.size());
+    const int count = qMin(columnCount(), values.size());
     for (int column = 0; column < count; ++column) {
         if (QTableWidgetItem *cell = item(row, column))
-            cell->setData(Qt::DisplayRole, data.at(column));
+            cell->setData(Qt::DisplayRole, values.at(column));
         else if (auto *combo = qobject_cast<QComboBox *>(cellWidget(row, column)))
-            combo->setCurrentText(data.at(column).toString());
+            combo->setCurrentText(values.at(column).toString());
     }
 }
 
@@ -327,8 +326,8 @@ void CMwFilterWidget::onButtonRemove()
 {
     Q_D(CMwFilterWidget);
     const QVector<int> rows = selectedRows();
-    // The listed indices are used as they stand, deliberately not shifted for
-    // rows already removed in this pass; the placeholder is never removed.
+    // Indices used as listed, not corrected (docs/compatibility.md); the
+    // placeholder is never removed.
     for (int row : rows) {
         if (row < rowCount() - 1)
             removeRow(row);
@@ -372,7 +371,7 @@ void CMwFilterWidget::onComboColumnChanged(int index)
             value->setText(locale().toString(sample.toDouble(), 'g', 6));
         else
             value->setText(sample.toString());
-        // A float is formatted as a number but deliberately aligned left.
+        // A float is aligned left, on purpose (docs/compatibility.md).
         const bool right = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::UInt;
         value->setTextAlignment(right ? Qt::AlignRight : Qt::AlignLeft);
     }
@@ -440,7 +439,7 @@ void CMwFilterWidget::onFilterChanged(bool active)
         d->m_lastFilter = filter;
         if (d->m_refModel)
             d->m_refModel->setFilterRows(filter);
-        emit filterChanged();
+        Q_EMIT filterChanged();
     } else if (d->m_bActive) {
         QVector<QVector<QVariant>> filter;
         takeFilter(filter);
@@ -449,7 +448,7 @@ void CMwFilterWidget::onFilterChanged(bool active)
         d->m_lastFilter = filter;
         if (d->m_refModel)
             d->m_refModel->setFilterRows(filter);
-        emit filterChanged();
+        Q_EMIT filterChanged();
     }
     // Off and staying off: edits are read when filtering is switched on.
 }

@@ -105,7 +105,7 @@ void CMwPickerForTable::initStyleOption(QStyleOptionComboBox *option) const
 void CMwPickerForTable::showPopup()
 {
     bool bShow = true;
-    emit popupWillShow(bShow);
+    Q_EMIT popupWillShow(bShow);
     if (bShow)
         QComboBox::showPopup();
 }
@@ -113,13 +113,13 @@ void CMwPickerForTable::showPopup()
 void CMwPickerForTable::hidePopup()
 {
     QComboBox::hidePopup();
-    emit popupDidHide();
+    Q_EMIT popupDidHide();
 }
 
 void CMwPickerForTable::focusInEvent(QFocusEvent *event)
 {
     QComboBox::focusInEvent(event);
-    emit itemFocused();
+    Q_EMIT itemFocused();
 }
 
 // QComboBox paints through its own, non-virtual initStyleOption, which knows
@@ -146,5 +146,5 @@ void CMwPickerForTable::onCurrentIndexChanged(int index)
         modelIndex = rootModelIndex().model()->index(index, 0, rootModelIndex());
     else if (model())
         modelIndex = model()->index(index, 0, QModelIndex());
-    emit itemSelected(modelIndex);
+    Q_EMIT itemSelected(modelIndex);
 }

@@ -267,6 +267,8 @@ void CMwSortFilterProxyModel::onSourceHeaderChanged()
     d->columnsValid = false;
 }
 
+// By value: the public signature is fixed.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void CMwSortFilterProxyModel::setFilterRows(QVector<QVector<QVariant>> filter)
 {
     Q_D(CMwSortFilterProxyModel);

@@ -33,8 +33,8 @@ struct Group
 class CMwGridTableModel::Private : public vel::GridTableCells
 {
 public:
-    explicit Private(CMwGridTableModel *q)
-        : q(q)
+    explicit Private(CMwGridTableModel *owner)
+        : q(owner)
     {
     }
     virtual ~Private() = default;
@@ -63,7 +63,7 @@ public:
         if (!isGrouped())
             return q->createIndex(record, column, topLevelId);
         const int group = groupOfRecord.at(record);
-        return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
+        return q->createIndex(rowInGroup.at(record), column, quintptr(group) + 1);
     }
     int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
 
@@ -377,7 +377,7 @@ QModelIndex CMwGridTableModel::index(int row, int column, const QModelIndex &par
         return {};
     if (!parent.isValid())
         return createIndex(row, column, topLevelId);
-    return createIndex(row, column, quintptr(parent.row() + 1));
+    return createIndex(row, column, quintptr(parent.row()) + 1);
 }
 
 QModelIndex CMwGridTableModel::parent(const QModelIndex &child) const
@@ -479,8 +479,8 @@ constexpr qint64 csvReadSize = qint64(1) << 20;
 class CsvParser
 {
 public:
-    explicit CsvParser(QChar separator)
-        : separator(separator)
+    explicit CsvParser(QChar fieldSeparator)
+        : separator(fieldSeparator)
     {
     }
 
@@ -541,9 +541,7 @@ private:
                 state = Unquoted;
             }
         }
-        if (c == QLatin1Char('\r'))
-            ++line;
-        else if (c == QLatin1Char('\n') && !afterCR)
+        if (c == QLatin1Char('\r') || (c == QLatin1Char('\n') && !afterCR))
             ++line;
         afterCR = c == QLatin1Char('\r');
     }
@@ -580,11 +578,11 @@ private:
 class BinaryReading
 {
 public:
-    explicit BinaryReading(QIODevice *device)
-        : device(device)
-        , wasText(device->isTextModeEnabled())
+    explicit BinaryReading(QIODevice *readFrom)
+        : device(readFrom)
+        , wasText(readFrom->isTextModeEnabled())
     {
-        device->setTextModeEnabled(false);
+        readFrom->setTextModeEnabled(false);
     }
     ~BinaryReading() { device->setTextModeEnabled(wasText); }
 

@@ -557,7 +557,7 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
         for (int level = 0; level < path.size(); ++level) {
             QStandardItem *item = nullptr;
             const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
-            // Single-level columns are never merged, even under equal captions.
+            // Single-level columns are never merged (docs/compatibility.md).
             if (candidate && caption.isValid() && path.size() > 1
                 && vel::Qt5Variant::equal(caption, path.at(level))) {
                 item = candidate;
@@ -701,6 +701,8 @@ void CMwHierarchicalGridView::onShowColumn(mw_int32 iCol, bool bShow)
 
 void CMwHierarchicalGridView::onExpanded(QModelIndex) {}
 
+// By value: the public signature is fixed.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void CMwHierarchicalGridView::onTreeViewSelectionChanged(QItemSelection, QItemSelection)
 {
     Q_D(CMwHierarchicalGridView);

@@ -18,8 +18,7 @@ void registerGridTypes()
     qRegisterMetaType<mw_int32>("mw_int32");
 }
 
-// Room for the sort arrow, on top of what the style already reserves: the
-// arrow of the bold caption would otherwise touch the text.
+// Room for the sort arrow on top of the style's own (docs/compatibility.md).
 constexpr int sortIndicatorAllowance = 12;
 constexpr int menuMinimumWidth = 150;
 
@@ -397,8 +396,7 @@ void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rec
         return;
     }
 
-    // A section without a leaf stays blank on purpose: a plain caption there
-    // would pretend the header model knew the column.
+    // A section without a leaf stays blank (docs/compatibility.md).
     const QModelIndex leaf = d->leafForSection(logicalIndex);
     if (leaf.isValid())
         d->drawStack(painter, rect, leaf, logicalIndex, styleOptionForCell(logicalIndex));

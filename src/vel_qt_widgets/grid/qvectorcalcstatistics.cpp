@@ -490,7 +490,7 @@ std::vector<SortKey> sortedKeys(
             break;
         }
         default:
-            // Other types are not ordered by value; they keep their places.
+            // Other types keep their places, unordered (docs/compatibility.md).
             break;
         }
     }
@@ -663,8 +663,7 @@ inline quint64 bitsOf(double d)
 
 // Adds the n-th value x of a numeric column to the running figures: the
 // mean updated value by value, and the spread accumulated as x times its
-// distance from the mean *before* the update. That spread is the figure the
-// grid has always shown, kept on purpose (1, 2, 3 give 7.5).
+// distance from the mean *before* the update (kept: docs/compatibility.md).
 inline void accumulate(double x, qint64 n, double &mean, double &sum, double &min, double &max)
 {
     const double d = x - mean;

@@ -70,10 +70,8 @@ void stretchToColumns(
     const qint64 n = std::min<qint64>(columns, shown);
     if (n > 0)
         common.width = (area.right - area.left - (n - 1) * spacing) / n;
-    // Also for n <= 0, on purpose: a lone over-wide item then still gets
-    // the extra pixels, one line per item. A full row covers
-    // effective width - 1 pixels, exactly what the wrapping test of the
-    // placement lets through.
+    // Also for n <= 0, and a full row one pixel short of the effective
+    // width: both on purpose (docs/compatibility.md).
     common.extra = (area.right - area.left) - (n - 1) * spacing - common.width * n;
 }
 
@@ -258,8 +256,7 @@ int CMwQFlowLayout::heightForWidth(int width) const
 
 QSize CMwQFlowLayout::minimumSize() const
 {
-    // Starts from the invalid (-1, -1) size on purpose: with nothing shown
-    // the result is (2 * margin - 1, 2 * margin - 1), which callers rely on.
+    // Starts from the invalid (-1, -1) size on purpose (docs/compatibility.md).
     QSize size;
     for (const QLayoutItem *item : d->m_itemList) {
         if (!item->isEmpty())

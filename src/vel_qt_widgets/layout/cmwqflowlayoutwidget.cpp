@@ -41,11 +41,10 @@ void CMwQFlowLayoutWidget::installFlowLayout()
 
 void CMwQFlowLayoutWidget::setLayout(QLayout *)
 {
-    // Deliberately empty: the flow layout is this widget's whole point.
+    // Empty on purpose (docs/compatibility.md).
 }
 
-// The three properties are only stored so that forms keep them; passing them
-// on to the layout is deliberately left out.
+// Only stored, never passed to the layout (docs/compatibility.md).
 int CMwQFlowLayoutWidget::margin() const { return d->m_margin; }
 
 void CMwQFlowLayoutWidget::setMargin(int margin) { d->m_margin = margin; }

@@ -299,8 +299,7 @@ void CMwQDoubleSlider::onValueChanged(int value)
 void CMwQDoubleSlider::onSliderMoved(int position)
 {
     Q_D(CMwQDoubleSlider);
-    // In slider units, not mapped back through the proxy, unlike
-    // valueChanged(); kept so on purpose.
+    // In slider units, unlike valueChanged() (docs/compatibility.md).
     Q_EMIT sliderMoved(d->safeFromInteger(position));
 }
 

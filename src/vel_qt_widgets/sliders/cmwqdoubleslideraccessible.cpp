@@ -60,7 +60,7 @@ QVariant CMwQDoubleSliderAccessible::minimumValue() const
 
 QVariant CMwQDoubleSliderAccessible::minimumStepSize() const
 {
-    const CMwQDoubleSliderPrivate *d
+    const CMwQDoubleSliderPrivate *sd
         = CMwQDoubleSliderPrivate::get(static_cast<CMwQDoubleSlider *>(widget()));
-    return publicStep(d, d->value);
+    return publicStep(sd, sd->value);
 }

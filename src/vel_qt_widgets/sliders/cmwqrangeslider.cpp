@@ -9,6 +9,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
@@ -124,11 +125,11 @@ void CMwQRangeSlider::setMaximumPosition(int max)
     setPositions(std::min(d->minimumPosition, max), max);
 }
 
-void CMwQRangeSlider::setValues(int l, int u)
+void CMwQRangeSlider::setValues(int min, int max)
 {
     Q_D(CMwQRangeSlider);
-    const int lo = qBound(minimum(), std::min(l, u), maximum());
-    const int hi = qBound(minimum(), std::max(l, u), maximum());
+    const int lo = qBound(minimum(), std::min(min, max), maximum());
+    const int hi = qBound(minimum(), std::max(min, max), maximum());
 
     const bool minValueChanged = d->minimumValue != lo;
     const bool maxValueChanged = d->maximumValue != hi;
@@ -137,8 +138,8 @@ void CMwQRangeSlider::setValues(int l, int u)
     d->minimumValue = d->minimumPosition = lo;
     d->maximumValue = d->maximumPosition = hi;
 
-    // The pair signal comes first here and last in setPositions(); listeners
-    // rely on both orders.
+    // The pair signal comes first here and last in setPositions(), on
+    // purpose (docs/compatibility.md).
     if (isSliderDown()) {
         if (minPositionChanged || maxPositionChanged)
             Q_EMIT positionsChanged(d->minimumPosition, d->maximumPosition);
@@ -162,11 +163,11 @@ void CMwQRangeSlider::setValues(int l, int u)
         update();
 }
 
-void CMwQRangeSlider::setPositions(int l, int u)
+void CMwQRangeSlider::setPositions(int min, int max)
 {
     Q_D(CMwQRangeSlider);
-    const int lo = qBound(minimum(), std::min(l, u), maximum());
-    const int hi = qBound(minimum(), std::max(l, u), maximum());
+    const int lo = qBound(minimum(), std::min(min, max), maximum());
+    const int hi = qBound(minimum(), std::max(min, max), maximum());
 
     const bool minPositionChanged = d->minimumPosition != lo;
     const bool maxPositionChanged = d->maximumPosition != hi;
@@ -194,6 +195,7 @@ void CMwQRangeSlider::setPositions(int l, int u)
 
 void CMwQRangeSlider::onRangeChanged(int minimum, int maximum)
 {
+    // The arguments are ignored on purpose (docs/compatibility.md).
     Q_UNUSED(minimum);
     Q_UNUSED(maximum);
     Q_D(CMwQRangeSlider);
@@ -400,7 +402,7 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
         // The lower side truncates and the upper side rounds, so the span
         // keeps its width.
         const qint64 below = qint64(d->dragHalfWidth);
-        const qint64 above = qint64(double(d->dragHalfWidth) + 0.5);
+        const qint64 above = std::llround(double(d->dragHalfWidth));
         setPositions(clampToInt(double(newPos - below)), clampToInt(double(newPos + above)));
     }
     e->accept();
@@ -409,7 +411,8 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
 void CMwQRangeSlider::mouseReleaseEvent(QMouseEvent *e)
 {
     Q_D(CMwQRangeSlider);
-    QSlider::mouseReleaseEvent(e);
+    // Past CMwQSlider's release, which ends a drag of its single handle.
+    QSlider::mouseReleaseEvent(e); // NOLINT(bugprone-parent-virtual-call)
     setSliderDown(false);
     d->selectedHandles = CMwQRangeSliderPrivate::NoHandle;
     update();
@@ -455,8 +458,8 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
         const QRect handleRect =
             style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderHandle, this);
-        // Each handle redraws the groove on its outer side with itself. Only
-        // the horizontal edges are cut, also for vertical sliders; intended.
+        // Each handle redraws the groove on its outer side with itself; only
+        // the horizontal edges are cut (docs/compatibility.md).
         QRect clip = grooveRect.united(handleRect);
         if (lowerHandle)
             clip.setRight(handleRect.right());
@@ -502,9 +505,8 @@ bool CMwQRangeSlider::event(QEvent *e)
     if (e->type() == QEvent::ToolTip && !d->handleToolTip.isEmpty()) {
         auto *helpEvent = static_cast<QHelpEvent *>(e);
         QStyleOptionSlider option;
-        // initStyleOption() runs after the handle fields are set and
-        // overwrites them with the base slider's own; the order is kept on
-        // purpose, so the hit test uses the base slider's handle.
+        // initStyleOption() overwrites the handle fields set first; kept
+        // (docs/compatibility.md).
         option.sliderPosition = d->minimumPosition;
         option.sliderValue = d->minimumValue;
         initStyleOption(&option);
@@ -725,7 +727,6 @@ bool CMwQRangeSliderPrivate::keyTarget(const QKeyEvent *e, int *target) const
 
 bool CMwQRangeSliderPrivate::keyboardEvent(QEvent *e)
 {
-    Q_Q(CMwQRangeSlider);
     switch (e->type()) {
     case QEvent::FocusIn: {
         // Tab enters at the lower handle, Shift+Tab at the upper one; other

@@ -140,8 +140,7 @@ struct TickGeometry
         const QStyle *style = widget->style();
         half = style->pixelMetric(QStyle::PM_SliderLength, &opt, widget) / 2;
         available = style->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, widget);
-        // The uneven adjustment is intended: the marks start on the groove's
-        // outline, which the styles draw one pixel inside the rectangle.
+        // Uneven on purpose (docs/compatibility.md).
         groove = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, widget)
                      .adjusted(-2, -2, -1, -1);
     }
@@ -161,8 +160,7 @@ struct TickGeometry
 void drawMark(QPainter *painter, Qt::Orientation orientation, const QRect &groove, int pos, int sides)
 {
     if (orientation == Qt::Horizontal) {
-        // The "above" mark runs downward from the groove's top edge while the
-        // others run outward; the asymmetry is intended.
+        // The "above" mark runs inward, on purpose (docs/compatibility.md).
         if (sides & sideAbove)
             painter->drawLine(pos, groove.top(), pos, groove.top() + tickMarkLength);
         if (sides & sideBelow)
@@ -371,8 +369,7 @@ const CMwQSliderPrivate::TickLabelCache &CMwQSliderPrivate::tickLabels(
 
 void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const
 {
-    // Vertical sliders draw no labels, deliberately: there is no room beside
-    // a narrow groove for text that would have to be centred on the mark.
+    // Vertical sliders draw no labels, on purpose (docs/compatibility.md).
     if (opt.orientation != Qt::Horizontal)
         return;
 
@@ -536,7 +533,7 @@ bool CMwQSlider::event(QEvent *e)
         // QSlider's hover tracking asks the style for the handle over the
         // real range; this slider paints no hover state, so it is skipped.
         if (CMwQSliderGeometry::isWide(minimum(), maximum()))
-            return QAbstractSlider::event(e);
+            return QAbstractSlider::event(e); // NOLINT(bugprone-parent-virtual-call)
         break;
     default:
         break;

@@ -84,8 +84,8 @@ private:
     QStyle::SubControl widePressedControl = QStyle::SC_None;
     int wideClickOffset = 0;
 
-    void drawTickMarks(QPainter *painter, const QStyleOptionSlider &option) const;
-    void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
+    void drawTickMarks(QPainter *painter, const QStyleOptionSlider &opt) const;
+    void drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const;
 
     // The tick labels laid out and placed, kept from one paint to the next:
     // laying the texts out took most of a labelled paint. Everything the layout

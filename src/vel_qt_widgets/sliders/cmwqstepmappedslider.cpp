@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-CMwQStepMappedSliderPrivate::CMwQStepMappedSliderPrivate(const char *className)
-    : className(className)
+CMwQStepMappedSliderPrivate::CMwQStepMappedSliderPrivate(const char *name)
+    : className(name)
 {
 }
 

@@ -29,8 +29,8 @@ QT_END_NAMESPACE
 class VEL_QT_WIDGETS_EXPORT CMwQStepMappedSliderPrivate
 {
 public:
-    // \a className prefixes the warnings, e.g. "CMwQDoubleSlider".
-    explicit CMwQStepMappedSliderPrivate(const char *className);
+    // \a name prefixes the warnings, e.g. "CMwQDoubleSlider".
+    explicit CMwQStepMappedSliderPrivate(const char *name);
     virtual ~CMwQStepMappedSliderPrivate();
 
     // Puts the inner slider into a margin-less layout on the widget, takes
