@@ -29,6 +29,9 @@ ROOT = Path(__file__).resolve().parent.parent
 # the two; a peer without arguments serves every argument of ours. The peer's
 # Qt class is the label the peer benchmark sets (state.SetLabel).
 PEERS = {
+    "bench_csvload": [
+        ("BM_LoadCsv", "BM_QtReadLineSplit"),
+    ],
     "bench_filterproxy": [
         ("BM_CMwThreeConditions", "BM_QtFixedStringOneColumn"),
     ],
