@@ -10,7 +10,7 @@
 // several GiB, more than the shared machine can spare.
 //
 // For peak memory run one size alone under /usr/bin/time -v, e.g.
-//     /usr/bin/time -v bench_csvload --benchmark_filter='BM_LoadCsv/4500000'
+//     /usr/bin/time -v bench_csvload --benchmark_filter='BM_LoadCsv/4500000/'
 #include <vel_qt_widgets/CMwGridTableModel.h>
 
 #include <benchmark/benchmark.h>
