@@ -387,8 +387,8 @@ QVariant CMwGridTableModel::Private::groupData(int group, int column, int role) 
     if (column == 0) {
         const QStringList &path = paths.at(groupColumn);
         const QString caption = path.isEmpty() ? QString() : path.last();
-        const QString value
-            = g.value.isValid() ? g.value.toString() : CMwGridTableModel::tr("(empty)");
+        const QString value = g.value.isValid() ? g.value.toString()
+                                                : CMwGridTableModel::tr("(empty)");
         return CMwGridTableModel::tr("%1: %2 (%3)").arg(caption, value).arg(g.records.size());
     }
     // The grouped column carries the raw value, so sorting by it orders groups.
@@ -443,14 +443,20 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
     }
 }
 
-void CMwGridTableModel::clear() { d->resetTable({}, {}, 0); }
+void CMwGridTableModel::clear()
+{
+    d->resetTable({}, {}, 0);
+}
 
 QStringList CMwGridTableModel::headerPath(int column) const
 {
     return column >= 0 && column < d->columnCount() ? d->paths.at(column) : QStringList();
 }
 
-int CMwGridTableModel::recordCount() const { return d->records; }
+int CMwGridTableModel::recordCount() const
+{
+    return d->records;
+}
 
 QVariant CMwGridTableModel::value(int record, int column) const
 {
@@ -497,7 +503,10 @@ void CMwGridTableModel::setCsvSizeLimit(qint64 bytes)
     d->csvSizeLimit = bytes;
 }
 
-int CMwGridTableModel::groupColumn() const { return d->groupColumn; }
+int CMwGridTableModel::groupColumn() const
+{
+    return d->groupColumn;
+}
 
 void CMwGridTableModel::groupByColumn(mw_int32 iLogicalIndex)
 {
@@ -539,7 +548,10 @@ int CMwGridTableModel::rowCount(const QModelIndex &parent) const
     return d->groups.at(parent.row()).records.size();
 }
 
-int CMwGridTableModel::columnCount(const QModelIndex &) const { return d->columnCount(); }
+int CMwGridTableModel::columnCount(const QModelIndex &) const
+{
+    return d->columnCount();
+}
 
 bool CMwGridTableModel::hasChildren(const QModelIndex &parent) const
 {
