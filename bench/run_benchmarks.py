@@ -29,6 +29,9 @@ ROOT = Path(__file__).resolve().parent.parent
 # the two; a peer without arguments serves every argument of ours. The peer's
 # Qt class is the label the peer benchmark sets (state.SetLabel).
 PEERS = {
+    "bench_csvload": [
+        ("BM_LoadCsv", "BM_QtReadLineSplit"),
+    ],
     "bench_filterproxy": [
         ("BM_CMwThreeConditions", "BM_QtFixedStringOneColumn"),
     ],
@@ -63,6 +66,27 @@ PEERS = {
         ("BM_CMwQRangeSliderPaintLabels", "BM_QSliderPaint"),
     ],
 }
+
+# Programs whose peak memory is measured too: each filter is run alone under
+# /usr/bin/time -v, with the input's size (bytes) when it names a file.
+PEAK_MEMORY = {
+    "bench_csvload": [
+        ("BM_LoadCsv/100000/", "/tmp/vel_bench_csv_100000.csv"),
+        ("BM_LoadCsv/1000000/", "/tmp/vel_bench_csv_1000000.csv"),
+        ("BM_LoadCsv/4500000/", "/tmp/vel_bench_csv_4500000.csv"),
+        ("BM_QtReadLineSplit/100000/", "/tmp/vel_bench_csv_100000.csv"),
+        ("BM_QtReadLineSplit/1000000/", "/tmp/vel_bench_csv_1000000.csv"),
+    ],
+}
+
+
+def peak_rss_kib(exe, benchmark_filter, env):
+    """Peak resident set of one benchmark run alone, from /usr/bin/time -v."""
+    proc = subprocess.run(["/usr/bin/time", "-v", str(exe), "--benchmark_filter=" + benchmark_filter],
+                          capture_output=True, text=True, env=env, check=True)
+    m = re.search(r"Maximum resident set size \(kbytes\): (\d+)", proc.stderr)
+    return int(m.group(1)) if m else None
+
 
 UNIT_NS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
@@ -254,6 +278,14 @@ def main():
                 sys.exit("run_benchmarks: %s is not built (build the benchmarks target)" % exe)
             out = json_dir / (program + ".json")
             run([str(exe), "--benchmark_out=%s" % out, "--benchmark_out_format=json"], env=env)
+            if program in PEAK_MEMORY and Path("/usr/bin/time").exists():
+                peaks = []
+                baseline = peak_rss_kib(exe, "^$", env)
+                for benchmark_filter, input_file in PEAK_MEMORY[program]:
+                    size = os.path.getsize(input_file) if os.path.exists(input_file) else None
+                    peaks.append([benchmark_filter, peak_rss_kib(exe, benchmark_filter, env), size])
+                (json_dir / (program + ".rss.json")).write_text(
+                    json.dumps({"baseline_kib": baseline, "peaks": peaks}))
     # The report covers every program with figures, also those of an earlier
     # (--only) run; each section says when its figures were taken.
     for program in all_programs:
@@ -311,6 +343,20 @@ def main():
         lines.append("|---|---:|---|---:|---:|---|")
         lines.extend(rows)
         lines.append("")
+        rss_file = json_dir / (program + ".rss.json")
+        if rss_file.exists():
+            rss = json.loads(rss_file.read_text())
+            lines.append("Peak memory, each benchmark run alone under `/usr/bin/time -v` (maximum")
+            lines.append("resident set; the program with no benchmark run takes %.0f MiB):"
+                         % (rss["baseline_kib"] / 1024.0))
+            lines.append("")
+            lines.append("| Benchmark | Input | Peak RSS | Peak RSS / input |")
+            lines.append("|---|---:|---:|---:|")
+            for name, kib, size in rss["peaks"]:
+                ratio = "%.2f" % (kib * 1024.0 / size) if size else ""
+                lines.append("| %s | %s | %.0f MiB | %s |" % (
+                    name.strip("/"), "%.1f MB" % (size / 1e6) if size else "", kib / 1024.0, ratio))
+            lines.append("")
     output = Path(args.output)
     output.parent.mkdir(parents=True, exist_ok=True)
     output.write_text("\n".join(lines))

@@ -5,9 +5,12 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDate>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtCore/QTemporaryFile>
 #include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QSignalSpy>
 
 #include <cmath>
 #include <utility>
@@ -40,6 +43,11 @@ private Q_SLOTS:
     void csvRefusesBinaryInput();
     void csvSizeLimit();
     void csvExtraFields();
+    void csvNumbersAsTheCLocaleReadsThem();
+    void csvByteOrderMarkAndWideSeparator();
+    void csvColumnsTakeChanges();
+    void csvProgress();
+    void csvCancel();
 
 private:
     static void watch(QAbstractItemModel *model);
@@ -796,6 +804,186 @@ void tst_CMwGridTableModel::csvExtraFields()
 
     QVERIFY(readBytes(model, "A,B\n1,2,\n3,4, \n"));
     QCOMPARE(warnings.take(), QStringList());
+}
+
+// Each field alone in its column gets the type and value QLocale::c() gives
+// it: int where toInt() reads it, else double where toDouble() does, else the
+// text as it stands.
+void tst_CMwGridTableModel::csvNumbersAsTheCLocaleReadsThem()
+{
+    const QStringList samples {QStringLiteral("0"), QStringLiteral("-0"), QStringLiteral("7"),
+        QStringLiteral("007"), QStringLiteral("+5"), QStringLiteral(" 12 "),
+        QStringLiteral("-2147483648"), QStringLiteral("2147483647"), QStringLiteral("2147483648"),
+        QStringLiteral("-2147483649"), QStringLiteral("1.5"), QStringLiteral("-0.0"),
+        QStringLiteral("0.1"), QStringLiteral("00.5"), QStringLiteral("1e5"),
+        QStringLiteral("1E-3"), QStringLiteral("1."), QStringLiteral(".5"),
+        QStringLiteral("3.14159265358979323846264338327950288"),
+        QStringLiteral("2.2250738585072011e-308"), QStringLiteral("1e400"), QStringLiteral("nan"),
+        QStringLiteral("inf"), QStringLiteral("0x10"), QStringLiteral("12abc"),
+        QStringLiteral("\u00a042\u00a0"), QStringLiteral("-"), QStringLiteral("9007199254740993"),
+        QStringLiteral("123456789.123456789")};
+    const QLocale c = QLocale::c();
+    for (const QString &sample : samples) {
+        CMwGridTableModel model;
+        QVERIFY(readBytes(model, "N\n" + sample.toUtf8() + '\n'));
+        const QVariant value = model.value(0, 0);
+        const QString field = sample.trimmed();
+        bool ok = false;
+        const int i = c.toInt(field, &ok);
+        if (ok) {
+            QCOMPARE(value.userType(), int(QMetaType::Int));
+            QCOMPARE(value.toInt(), i);
+            continue;
+        }
+        const double x = c.toDouble(field, &ok);
+        if (ok) {
+            QCOMPARE(value.userType(), int(QMetaType::Double));
+            const double got = value.toDouble();
+            QVERIFY2(got == x || (std::isnan(got) && std::isnan(x)), qPrintable(sample));
+            QCOMPARE(std::signbit(got), std::signbit(x));
+            continue;
+        }
+        QCOMPARE(value.userType(), int(QMetaType::QString));
+        QCOMPARE(value.toString(), sample);
+    }
+
+    // Whole numbers first, then one with a fraction: the column holds doubles,
+    // each read as toDouble() reads its field (a "-0" stays negative).
+    CMwGridTableModel model;
+    QVERIFY(readBytes(model, "N\n-0\n3\n+4\n2.5\n"));
+    QCOMPARE(model.value(0, 0).userType(), int(QMetaType::Double));
+    QVERIFY(std::signbit(model.value(0, 0).toDouble()));
+    QCOMPARE(model.value(1, 0).toDouble(), 3.0);
+    QCOMPARE(model.value(2, 0).toDouble(), 4.0);
+    QCOMPARE(model.value(3, 0).toDouble(), 2.5);
+    // Numbers first, then a text: every field comes back as it was written.
+    QVERIFY(readBytes(model, "N\n 5\n1.50\n-0\nx\n"));
+    QCOMPARE(model.value(0, 0), QVariant(QStringLiteral(" 5")));
+    QCOMPARE(model.value(1, 0), QVariant(QStringLiteral("1.50")));
+    QCOMPARE(model.value(2, 0), QVariant(QStringLiteral("-0")));
+    QCOMPARE(model.value(3, 0), QVariant(QStringLiteral("x")));
+}
+
+void tst_CMwGridTableModel::csvByteOrderMarkAndWideSeparator()
+{
+    QByteArray csv = "\xEF\xBB\xBF"
+                     "A\xC2\xA7"
+                     "B\n1\xC2\xA7\xC3\xA9t\xC3\xA9\n\xC2\xA7\xC2\xA8\n";
+    QBuffer buffer(&csv);
+    buffer.open(QIODevice::ReadOnly);
+    CMwGridTableModel model;
+    QVERIFY(model.readCsv(&buffer, QChar(0xA7)));
+    QCOMPARE(model.headerPath(0), QStringList {QStringLiteral("A")});
+    QCOMPARE(model.headerPath(1), QStringList {QStringLiteral("B")});
+    QCOMPARE(model.recordCount(), 2);
+    QCOMPARE(model.value(0, 0), QVariant(1));
+    QCOMPARE(model.value(0, 1), QVariant(QString::fromUtf8("\xC3\xA9t\xC3\xA9")));
+    QVERIFY(!model.value(1, 0).isValid());
+    // U+00A8 shares its first byte with the separator and is an ordinary character.
+    QCOMPARE(model.value(1, 1), QVariant(QString::fromUtf8("\xC2\xA8")));
+}
+
+// Loaded columns are held typed; changes of any type still read back as given.
+void tst_CMwGridTableModel::csvColumnsTakeChanges()
+{
+    CMwGridTableModel model;
+    watch(&model);
+    QVERIFY(readBytes(model, "I,D,T\n1,1.5,a\n2,,b\n"));
+    model.setValue(0, 0, 10);
+    model.setValue(1, 1, 2.25);
+    QCOMPARE(model.value(0, 0), QVariant(10));
+    QCOMPARE(model.value(1, 1), QVariant(2.25));
+    model.setValue(1, 0, QStringLiteral("two"));
+    QCOMPARE(model.value(1, 0), QVariant(QStringLiteral("two")));
+    QCOMPARE(model.value(0, 0), QVariant(10));
+    model.setValue(0, 2, QVariant());
+    QVERIFY(!model.value(0, 2).isValid());
+    QCOMPARE(model.value(1, 2), QVariant(QStringLiteral("b")));
+    model.appendRecord({3, QStringLiteral("x"), QVariant()});
+    QCOMPARE(model.recordCount(), 3);
+    QCOMPARE(model.value(2, 0), QVariant(3));
+    QCOMPARE(model.value(2, 1), QVariant(QStringLiteral("x")));
+    QCOMPARE(model.value(0, 1), QVariant(1.5));
+    QVERIFY(!model.value(2, 2).isValid());
+    QCOMPARE(model.index(0, 1).data(StatMaxRole).toDouble(), 2.25);
+    model.setHeaderPaths({{QStringLiteral("I")}, {QStringLiteral("D")}, {QStringLiteral("T")},
+        {QStringLiteral("New")}});
+    QCOMPARE(model.value(1, 2), QVariant(QStringLiteral("b")));
+    QVERIFY(!model.value(1, 3).isValid());
+}
+
+namespace {
+
+// A file of more than one read block (about 5.5 MB).
+void writeLargeCsv(QTemporaryFile &file)
+{
+    QVERIFY(file.open());
+    file.write("Id,Value,Name\n");
+    for (int i = 0; i < 250000; ++i)
+        file.write(QByteArray::number(i) + ',' + QByteArray::number(i * 0.25) + ",name "
+            + QByteArray::number(i % 97) + '\n');
+    file.close();
+}
+
+} // namespace
+
+void tst_CMwGridTableModel::csvProgress()
+{
+    QTemporaryFile file;
+    writeLargeCsv(file);
+    const qint64 size = QFileInfo(file.fileName()).size();
+    CMwGridTableModel model;
+    QSignalSpy progress(&model, &CMwGridTableModel::csvReadProgress);
+    QVERIFY(model.loadCsv(file.fileName()));
+    QCOMPARE(model.recordCount(), 250000);
+    QCOMPARE(model.value(249999, 2), QVariant(QStringLiteral("name 30")));
+    QVERIFY(progress.count() >= 2);
+    qint64 last = 0;
+    for (const QList<QVariant> &args : qAsConst(progress)) {
+        QVERIFY(args.at(0).toLongLong() > last);
+        last = args.at(0).toLongLong();
+        QCOMPARE(args.at(1).toLongLong(), size);
+    }
+    QCOMPARE(last, size);
+
+    // A buffer read from its start: one block, the whole input.
+    QByteArray small = "A\n1\n";
+    QBuffer buffer(&small);
+    buffer.open(QIODevice::ReadOnly);
+    progress.clear();
+    QVERIFY(model.readCsv(&buffer));
+    QCOMPARE(progress.count(), 1);
+    QCOMPARE(progress.at(0).at(0).toLongLong(), qint64(small.size()));
+    QCOMPARE(progress.at(0).at(1).toLongLong(), qint64(small.size()));
+}
+
+void tst_CMwGridTableModel::csvCancel()
+{
+    QTemporaryFile file;
+    writeLargeCsv(file);
+    CMwGridTableModel model;
+    watch(&model);
+    QVERIFY(readBytes(model, "A,B\n1,x\n"));
+    QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
+    QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+    int calls = 0;
+    connect(&model, &CMwGridTableModel::csvReadProgress, &model, [&] {
+        ++calls;
+        model.cancelCsvRead();
+    });
+    QVERIFY(!model.loadCsv(file.fileName()));
+    QCOMPARE(calls, 1);
+    QCOMPARE(layout.count(), 0);
+    QCOMPARE(reset.count(), 0);
+    QCOMPARE(model.columnCount(), 2);
+    QCOMPARE(model.recordCount(), 1);
+    QCOMPARE(model.value(0, 1), QVariant(QStringLiteral("x")));
+
+    // Outside a read a cancel does nothing; the next read runs to its end.
+    model.cancelCsvRead();
+    disconnect(&model, &CMwGridTableModel::csvReadProgress, nullptr, nullptr);
+    QVERIFY(model.loadCsv(file.fileName()));
+    QCOMPARE(model.recordCount(), 250000);
 }
 
 VEL_TEST_MAIN(tst_CMwGridTableModel)

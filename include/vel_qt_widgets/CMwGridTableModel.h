@@ -113,10 +113,17 @@ public:
         numbers (int when they all fit, else double); other columns hold
         text; empty fields are empty cells.
 
-        The device is read to its end before anything is parsed. Returns
-        false with a warning, and keeps the model as it was, when the input
-        holds no line, holds a NUL byte (it is not text), or is larger than
-        csvSizeLimit() (an endless stream stops there).
+        The input is read and parsed in blocks of a few MiB; the model's
+        table is replaced only once the device has been read to its end.
+        Returns false with a warning, and keeps the model as it was, when
+        the input holds no line, holds a NUL byte (it is not text), or is
+        larger than csvSizeLimit() (an endless stream stops there). After
+        each block csvReadProgress() is emitted; a receiver may call
+        cancelCsvRead(), and readCsv() then returns false, without a
+        warning, with the model as it was.
+
+        Loaded columns are held typed (numbers as such, texts as UTF-8 in
+        one buffer), so that the model costs about the size of the file.
     */
     bool readCsv(QIODevice *device, QChar separator = QLatin1Char(','),
                  QChar levelSeparator = QLatin1Char('|'));
@@ -158,9 +165,22 @@ public Q_SLOTS:
         Connect the grid header's groupByColumn(mw_int32) here. */
     void groupByColumn(mw_int32 iLogicalIndex);
 
+    /*! Stops the readCsv() or loadCsv() under way, which then returns
+        false and leaves the model as it was. Meant to be called from a
+        receiver of csvReadProgress() (for example a progress dialog's
+        cancel button, while the receiver processes events); does nothing
+        when no read is under way. */
+    void cancelCsvRead();
+
 Q_SIGNALS:
     /*! The grouped column changed (-1: no grouping). */
     void groupColumnChanged(int column);
+    /*! Emitted by readCsv() and loadCsv() after each block read:
+        \a bytesRead bytes of the input so far, out of \a bytesTotal, or
+        -1 when the device cannot tell its size (a sequential device). The
+        last emission of a complete read has \a bytesRead equal to the
+        size of the input. */
+    void csvReadProgress(qint64 bytesRead, qint64 bytesTotal);
 
 private:
     class Private;

@@ -9,11 +9,16 @@
 #include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QLocale>
-#include <QtCore/QTextCodec>
 #include <QtCore/QtDebug>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -30,6 +35,117 @@ struct Group
 
 } // namespace
 
+// One column of the table. Loaded CSV columns are held typed (whole
+// numbers, doubles, or UTF-8 texts in one buffer) so that a large file costs
+// about its own size; cells set through the QVariant API are held as given.
+// A QVariant is made only when a cell is asked for.
+class Column
+{
+public:
+    enum Kind { Variants, Ints, Doubles, Texts };
+
+    Kind kind = Variants;
+    int size = 0;
+    QVector<QVariant> variants;
+    std::vector<int> ints;
+    std::vector<double> doubles;
+    // Texts: the cells' UTF-8 one after another; ends[r] is where record r's ends.
+    std::string text;
+    std::vector<qint64> ends;
+    // Typed kinds: whether the record's cell holds a value (else empty cell).
+    std::vector<bool> present;
+
+    static Column ofVariants(QVector<QVariant> cells)
+    {
+        Column column;
+        column.size = cells.size();
+        column.variants = std::move(cells);
+        return column;
+    }
+
+    QVariant at(int record) const
+    {
+        switch (kind) {
+        case Variants:
+            return variants.at(record);
+        case Ints:
+            return present[record] ? QVariant(ints[record]) : QVariant();
+        case Doubles:
+            return present[record] ? QVariant(doubles[record]) : QVariant();
+        case Texts:
+            break;
+        }
+        if (!present[record])
+            return {};
+        const qint64 begin = record == 0 ? 0 : ends[record - 1];
+        return QString::fromUtf8(text.data() + begin, int(ends[record] - begin));
+    }
+
+    // The cells as QVariants: the column itself when it holds them, else a
+    // copy made now (the caller decides how long to keep it).
+    QVector<QVariant> toVariantVector() const
+    {
+        if (kind == Variants)
+            return variants;
+        QVector<QVariant> cells;
+        cells.reserve(size);
+        for (int r = 0; r < size; ++r)
+            cells.append(at(r));
+        return cells;
+    }
+
+    void makeVariants()
+    {
+        if (kind == Variants)
+            return;
+        variants = toVariantVector();
+        kind = Variants;
+        ints = {};
+        doubles = {};
+        text = {};
+        ends = {};
+        present = {};
+    }
+
+    void set(int record, const QVariant &value)
+    {
+        const int type = value.userType();
+        if (kind == Ints && type == QMetaType::Int) {
+            ints[record] = value.toInt();
+            present[record] = true;
+        } else if (kind == Doubles && type == QMetaType::Double) {
+            doubles[record] = value.toDouble();
+            present[record] = true;
+        } else if (kind != Variants && !value.isValid()) {
+            present[record] = false;
+        } else {
+            makeVariants();
+            variants[record] = value;
+        }
+    }
+
+    void append(const QVariant &value)
+    {
+        const int type = value.userType();
+        if (kind == Variants) {
+            variants.append(value);
+        } else if (kind == Ints && (type == QMetaType::Int || !value.isValid())) {
+            ints.push_back(value.toInt());
+            present.push_back(value.isValid());
+        } else if (kind == Doubles && (type == QMetaType::Double || !value.isValid())) {
+            doubles.push_back(value.toDouble());
+            present.push_back(value.isValid());
+        } else if (kind == Texts && !value.isValid()) {
+            ends.push_back(qint64(text.size()));
+            present.push_back(false);
+        } else {
+            makeVariants();
+            variants.append(value);
+        }
+        ++size;
+    }
+};
+
 class CMwGridTableModel::Private : public vel::GridTableCells
 {
 public:
@@ -42,7 +158,15 @@ public:
     int record(const QModelIndex &index) const override { return recordOf(index); }
     const QVariant &cell(int record, int column) const override
     {
-        return columns.at(column).at(record);
+        const Column &cells = columns.at(size_t(column));
+        if (cells.kind == Column::Variants)
+            return cells.variants.at(record);
+        // Callers walk many cells at once and keep references to them:
+        // the column's QVariants are made once and kept until it changes.
+        QVector<QVariant> &made = variantCells[column];
+        if (made.size() != cells.size)
+            made = cells.toVariantVector();
+        return made.at(record);
     }
     const QVector<int> &textNumbers(int column, int *count) const override;
     bool isFlat() const override { return !isGrouped(); }
@@ -70,22 +194,26 @@ public:
     void buildGroups();
     void clearGroups();
     void regroup(int column);
-    void resetTable(const QVector<QStringList> &newPaths,
-                    const QVector<QVector<QVariant>> &newRecords);
+    void resetTable(
+        const QVector<QStringList> &newPaths, std::vector<Column> newColumns, int newRecords);
+    void columnChanged(int column);
     const QVector<QVariant> &statistics(int column) const;
     QVariant groupData(int group, int column, int role) const;
 
     CMwGridTableModel *q;
     QVector<QStringList> paths;
-    // Column-major: a column is handed to the statistics as it stands.
-    QVector<QVector<QVariant>> columns;
+    std::vector<Column> columns;
     int records = 0;
     int groupColumn = -1;
     qint64 csvSizeLimit = CMwGridTableModel::defaultCsvSizeLimit;
+    bool reading = false;
+    bool cancelRequested = false;
     QVector<Group> groups;
     QVector<int> groupOfRecord;
     QVector<int> rowInGroup;
     mutable QVector<QVector<QVariant>> stats;
+    // Per typed column, the QVariants handed out by cell(); empty until asked.
+    mutable QVector<QVector<QVariant>> variantCells;
     // Per column, built on demand and dropped with stats: the number of each
     // record's distinct text (-1 where the cell holds no text; empty when
     // the column holds none) and how many distinct texts there are.
@@ -107,14 +235,14 @@ const QVector<int> &CMwGridTableModel::Private::textNumbers(int column, int *cou
 {
     TextNumbers &numbers = textNumbersOf[column];
     if (numbers.count < 0) {
-        const QVector<QVariant> &cells = columns.at(column);
+        const Column &cells = columns.at(size_t(column));
         QHash<QString, int> ids;
-        for (int record = 0; record < cells.size(); ++record) {
-            const QVariant &cell = cells.at(record);
+        for (int record = 0; record < cells.size; ++record) {
+            const QVariant cell = cells.at(record);
             if (cell.userType() != QMetaType::QString)
                 continue;
             if (numbers.ofRecord.isEmpty())
-                numbers.ofRecord.fill(-1, cells.size());
+                numbers.ofRecord.fill(-1, cells.size);
             const QString &text = *static_cast<const QString *>(cell.constData());
             auto it = ids.constFind(text);
             if (it == ids.constEnd())
@@ -142,7 +270,7 @@ void CMwGridTableModel::Private::buildGroups()
     clearGroups();
     if (!isGrouped())
         return;
-    const QVector<QVariant> &column = columns.at(groupColumn);
+    const QVector<QVariant> column = columns.at(size_t(groupColumn)).toVariantVector();
     const QVector<QVector<int>> runs = vel::statisticsRuns(column);
     groupOfRecord.resize(records);
     rowInGroup.resize(records);
@@ -185,22 +313,17 @@ void CMwGridTableModel::Private::regroup(int column)
 }
 
 void CMwGridTableModel::Private::resetTable(
-    const QVector<QStringList> &newPaths, const QVector<QVector<QVariant>> &newRecords)
+    const QVector<QStringList> &newPaths, std::vector<Column> newColumns, int newRecords)
 {
     q->beginResetModel();
     const bool wasGrouped = isGrouped();
     paths = newPaths;
-    records = newRecords.size();
-    columns = QVector<QVector<QVariant>>(paths.size(), QVector<QVariant>(records));
-    for (int r = 0; r < records; ++r) {
-        const QVector<QVariant> &record = newRecords.at(r);
-        const int cells = qMin(record.size(), paths.size());
-        for (int c = 0; c < cells; ++c)
-            columns[c][r] = record.at(c);
-    }
+    records = newRecords;
+    columns = std::move(newColumns);
     groupColumn = -1;
     clearGroups();
     stats = QVector<QVector<QVariant>>(paths.size());
+    variantCells = QVector<QVector<QVariant>>(paths.size());
     textNumbersOf = QVector<TextNumbers>(paths.size());
     q->endResetModel();
     // The grid rebuilds its header, row numbers and statistics on
@@ -211,13 +334,45 @@ void CMwGridTableModel::Private::resetTable(
         Q_EMIT q->groupColumnChanged(-1);
 }
 
+void CMwGridTableModel::Private::columnChanged(int column)
+{
+    stats[column].clear();
+    variantCells[column] = {};
+    textNumbersOf[column] = {};
+}
+
+namespace {
+
+std::vector<Column> columnsOf(int columnCount, const QVector<QVector<QVariant>> &records)
+{
+    std::vector<Column> columns;
+    columns.reserve(size_t(columnCount));
+    for (int c = 0; c < columnCount; ++c) {
+        QVector<QVariant> cells(records.size());
+        for (int r = 0; r < records.size(); ++r) {
+            if (c < records.at(r).size())
+                cells[r] = records.at(r).at(c);
+        }
+        columns.push_back(Column::ofVariants(std::move(cells)));
+    }
+    return columns;
+}
+
+} // namespace
+
 const QVector<QVariant> &CMwGridTableModel::Private::statistics(int column) const
 {
     QVector<QVariant> &cached = stats[column];
     if (cached.isEmpty()) {
         double values[statisticsCount];
-        QVectorCalcStatistics(columns.at(column), values[0], values[1], values[2], values[3],
-                              values[4], values[5]);
+        const Column &cells = columns.at(size_t(column));
+        // A typed column's QVariants are made for the walk and dropped after
+        // it, unless cell() keeps them already.
+        const QVector<QVariant> &kept = variantCells.at(column);
+        QVectorCalcStatistics(cells.kind == Column::Variants ? cells.variants
+                : kept.size() == cells.size                  ? kept
+                                                             : cells.toVariantVector(),
+            values[0], values[1], values[2], values[3], values[4], values[5]);
         cached.reserve(statisticsCount);
         for (double value : values)
             cached.append(value);
@@ -251,27 +406,24 @@ CMwGridTableModel::CMwGridTableModel(QObject *parent)
 
 CMwGridTableModel::~CMwGridTableModel() = default;
 
-void CMwGridTableModel::setTable(const QVector<QStringList> &headerPaths,
-                                 const QVector<QVector<QVariant>> &records)
+void CMwGridTableModel::setTable(
+    const QVector<QStringList> &headerPaths, const QVector<QVector<QVariant>> &records)
 {
-    d->resetTable(headerPaths, records);
+    d->resetTable(headerPaths, columnsOf(headerPaths.size(), records), records.size());
 }
 
 void CMwGridTableModel::setHeaderPaths(const QVector<QStringList> &headerPaths)
 {
-    QVector<QVector<QVariant>> records(d->records);
-    for (int r = 0; r < d->records; ++r) {
-        QVector<QVariant> &record = records[r];
-        record.reserve(d->columnCount());
-        for (int c = 0; c < d->columnCount(); ++c)
-            record.append(d->columns.at(c).at(r));
-    }
-    d->resetTable(headerPaths, records);
+    std::vector<Column> columns = std::move(d->columns);
+    columns.resize(size_t(headerPaths.size()));
+    for (size_t c = size_t(d->columnCount()); c < columns.size(); ++c)
+        columns[c] = Column::ofVariants(QVector<QVariant>(d->records));
+    d->resetTable(headerPaths, std::move(columns), d->records);
 }
 
 void CMwGridTableModel::setRecords(const QVector<QVector<QVariant>> &records)
 {
-    d->resetTable(d->paths, records);
+    d->resetTable(d->paths, columnsOf(d->columnCount(), records), records.size());
 }
 
 void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
@@ -280,9 +432,8 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
     if (!d->isGrouped())
         beginInsertRows(QModelIndex(), row, row);
     for (int c = 0; c < d->columnCount(); ++c) {
-        d->columns[c].append(c < record.size() ? record.at(c) : QVariant());
-        d->stats[c].clear();
-        d->textNumbersOf[c] = {};
+        d->columns[size_t(c)].append(c < record.size() ? record.at(c) : QVariant());
+        d->columnChanged(c);
     }
     ++d->records;
     if (!d->isGrouped()) {
@@ -295,7 +446,7 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
 
 void CMwGridTableModel::clear()
 {
-    d->resetTable({}, {});
+    d->resetTable({}, {}, 0);
 }
 
 QStringList CMwGridTableModel::headerPath(int column) const
@@ -312,7 +463,7 @@ QVariant CMwGridTableModel::value(int record, int column) const
 {
     if (record < 0 || record >= d->records || column < 0 || column >= d->columnCount())
         return {};
-    return d->columns.at(column).at(record);
+    return d->columns.at(size_t(column)).at(record);
 }
 
 void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
@@ -321,12 +472,12 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
         qWarning("CMwGridTableModel::setValue: cell (%d, %d) is outside the table", record, column);
         return;
     }
-    QVariant &cell = d->columns[column][record];
+    Column &cells = d->columns[size_t(column)];
+    const QVariant cell = cells.at(record);
     if (cell.userType() == value.userType() && vel::Qt5Variant::equal(cell, value))
         return;
-    cell = value;
-    d->stats[column].clear();
-    d->textNumbersOf[column] = {};
+    cells.set(record, value);
+    d->columnChanged(column);
     if (column == d->groupColumn) {
         // The record may belong to another group now.
         d->regroup(column);
@@ -424,11 +575,11 @@ QVariant CMwGridTableModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return d->columns.at(index.column()).at(record);
+        return d->columns.at(size_t(index.column())).at(record);
     case RowNumberRole:
         return record;
     case Qt::TextAlignmentRole:
-        if (vel::isStatisticsNumeric(d->columns.at(index.column()).at(record)))
+        if (vel::isStatisticsNumeric(d->columns.at(size_t(index.column())).at(record)))
             return int(Qt::AlignRight | Qt::AlignVCenter);
         return {};
     default:
@@ -466,39 +617,249 @@ Qt::ItemFlags CMwGridTableModel::flags(const QModelIndex &index) const
 
 namespace {
 
-// Read in slices of this size: memory grows with the input, and the limit
-// and the text check apply before anything is parsed.
-constexpr qint64 csvReadSize = qint64(1) << 20;
+// Read and parsed in blocks of this size: the input is never held whole,
+// and progress is reported once a block.
+constexpr qint64 csvReadSize = qint64(4) << 20;
 
-// RFC 4180 fields, read one character at a time so that the input can come
-// in slices: a quote at the start of a field encloses separators, line
+bool isAsciiSpace(unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// A field as QString::trimmed() sees it, without making a QString where
+// its edges are ASCII: returns false with \a text set when they are not.
+bool trimAscii(const char *&begin, const char *&end, QString *text)
+{
+    while (begin < end && isAsciiSpace(uchar(*begin)))
+        ++begin;
+    while (end > begin && isAsciiSpace(uchar(end[-1])))
+        --end;
+    if (begin < end && (uchar(*begin) >= 0x80 || uchar(end[-1]) >= 0x80)) {
+        *text = QString::fromUtf8(begin, int(end - begin)).trimmed();
+        return false;
+    }
+    return true;
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The plain forms that need no locale: -?(0|[1-9][0-9]*) within int, and
+// the same with a fraction. Anything else goes to QLocale::c().
+bool plainInt(const char *p, const char *end, int *value)
+{
+    const bool negative = p < end && *p == '-';
+    if (negative)
+        ++p;
+    if (p == end || end - p > 10 || (*p == '0' && end - p > 1) || (negative && *p == '0'))
+        return false;
+    qint64 v = 0;
+    for (; p < end; ++p) {
+        if (!isDigit(*p))
+            return false;
+        v = v * 10 + (*p - '0');
+    }
+    v = negative ? -v : v;
+    if (v < std::numeric_limits<int>::min() || v > std::numeric_limits<int>::max())
+        return false;
+    *value = int(v);
+    return true;
+}
+
+bool plainDouble(const char *begin, const char *end, double *value)
+{
+    const char *p = begin;
+    if (p < end && *p == '-')
+        ++p;
+    const char *digits = p;
+    while (p < end && isDigit(*p))
+        ++p;
+    if (p == digits || (*digits == '0' && p - digits > 1) || p == end || *p != '.')
+        return false;
+    const char *fraction = ++p;
+    while (p < end && isDigit(*p))
+        ++p;
+    if (p == fraction || p != end || end - begin > 40)
+        return false;
+    const std::from_chars_result result = std::from_chars(begin, end, *value);
+    return result.ec == std::errc() && result.ptr == end;
+}
+
+// A column as it is read: the raw text of every field (in case one field
+// turns the column into text) and, while they all read as numbers, the
+// numbers too.
+class ColumnReader
+{
+public:
+    void add(const char *begin, const char *end)
+    {
+        const char *first = begin;
+        const char *last = end;
+        QString wide;
+        const bool ascii = trimAscii(first, last, &wide);
+        if (ascii ? first == last : wide.isEmpty()) {
+            addEmpty();
+            return;
+        }
+        column.text.append(begin, size_t(end - begin));
+        column.ends.push_back(qint64(column.text.size()));
+        column.present.push_back(true);
+        if (numeric)
+            addNumber(ascii, first, last, wide);
+        ++column.size;
+    }
+
+    void addEmpty()
+    {
+        column.ends.push_back(qint64(column.text.size()));
+        column.present.push_back(false);
+        if (numeric) {
+            if (integral)
+                column.ints.push_back(0);
+            else
+                column.doubles.push_back(0);
+        }
+        ++column.size;
+    }
+
+    Column take()
+    {
+        if (!numeric) {
+            column.kind = Column::Texts;
+        } else {
+            column.kind = integral ? Column::Ints : Column::Doubles;
+            column.text = {};
+            column.ends = {};
+        }
+        return std::move(column);
+    }
+
+private:
+    void addNumber(bool ascii, const char *first, const char *last, QString &wide)
+    {
+        int i = 0;
+        double x = 0;
+        if (integral && ascii && plainInt(first, last, &i)) {
+            column.ints.push_back(i);
+            return;
+        }
+        if (!integral && ascii && plainInt(first, last, &i)) {
+            column.doubles.push_back(i);
+            return;
+        }
+        if (ascii && plainDouble(first, last, &x)) {
+            toDoubles();
+            column.doubles.push_back(x);
+            return;
+        }
+        if (ascii)
+            wide = QString::fromLatin1(first, int(last - first));
+        const QLocale c = QLocale::c();
+        bool ok = false;
+        x = c.toDouble(wide, &ok);
+        if (!ok) {
+            numeric = false;
+            column.ints = {};
+            column.doubles = {};
+            negativeZeros = {};
+            return;
+        }
+        if (integral) {
+            i = c.toInt(wide, &ok);
+            if (ok) {
+                // A "-0" reads as int 0 but as double -0.0.
+                if (std::signbit(x))
+                    negativeZeros.push_back(column.size);
+                column.ints.push_back(i);
+                return;
+            }
+        }
+        toDoubles();
+        column.doubles.push_back(x);
+    }
+
+    void toDoubles()
+    {
+        if (!integral)
+            return;
+        integral = false;
+        column.doubles.assign(column.ints.begin(), column.ints.end());
+        for (int r : negativeZeros)
+            column.doubles[size_t(r)] = -0.0;
+        column.ints = {};
+        negativeZeros = {};
+    }
+
+    Column column;
+    bool numeric = true;
+    bool integral = true;
+    std::vector<int> negativeZeros;
+};
+
+// RFC 4180 fields, read from UTF-8 a byte at a time so that the input can
+// come in blocks: a quote at the start of a field encloses separators, line
 // breaks (kept as they are, CR LF included) and doubled quotes. Malformed
 // input is read as spreadsheet programs read it: a quote anywhere else in a
 // field is an ordinary character, and text after a closing quote joins the
-// field. Lines that hold nothing are skipped.
-class CsvParser
+// field. Lines that hold nothing are skipped. Fields go straight to their
+// column; only the header's become QStrings.
+class CsvReader
 {
 public:
-    explicit CsvParser(QChar fieldSeparator)
-        : separator(fieldSeparator)
+    explicit CsvReader(QChar fieldSeparator)
+        // A lone surrogate matches no UTF-8 text.
+        : separator(
+            fieldSeparator.isSurrogate() ? QByteArray("\xFF\xFE\xFF")
+                                        : QString(fieldSeparator).toUtf8())
     {
+        stops['\r'] = stops['\n'] = true;
+        stops[uchar(this->separator.at(0))] = true;
     }
 
-    void feed(const QString &text)
+    void feed(const char *p, const char *end)
     {
-        for (const QChar c : text)
+        if (atStart) {
+            // A byte order mark is no part of the first caption.
+            static const char bom[] = "\xEF\xBB\xBF";
+            while (p < end && bomSeen < 3 && *p == bom[bomSeen]) {
+                ++p;
+                ++bomSeen;
+            }
+            if (p == end && bomSeen < 3)
+                return;
+            if (bomSeen < 3) {
+                for (int i = 0; i < bomSeen; ++i)
+                    put(uchar(bom[i]));
+            }
+            atStart = false;
+        }
+        while (p < end) {
+            const uchar c = uchar(*p);
+            if (pending.isEmpty() && state != Quoted && !stops[c]
+                && (c != '"' || state == Unquoted)) {
+                // A run of ordinary characters.
+                const char *run = p + 1;
+                while (run < end && !stops[uchar(*run)])
+                    ++run;
+                ordinary(p, run);
+                p = run;
+                continue;
+            }
             put(c);
+            ++p;
+        }
     }
 
     void finish()
     {
+        flushPending();
         if (state == Quoted)
             unclosedQuoteLine = quoteLine;
         if (inRecord)
             endRecord();
     }
 
-    QVector<QStringList> rows;
+    bool hasHeader() const { return headerDone; }
+
+    QStringList captions;
+    std::vector<ColumnReader> columns;
+    int records = 0;
     // Line (from 1) of a quote that the input never closed, or 0.
     int unclosedQuoteLine = 0;
     // First line (from 1) of the first record with a non-empty field beyond
@@ -508,65 +869,134 @@ public:
 private:
     enum State { FieldStart, Unquoted, Quoted, QuoteInQuoted };
 
-    void put(QChar c)
+    void ordinary(const char *begin, const char *end)
     {
-        const bool isBreak = c == QLatin1Char('\n') || c == QLatin1Char('\r');
+        if (!inRecord) {
+            inRecord = true;
+            recordLine = line;
+        }
+        field.append(begin, size_t(end - begin));
+        state = Unquoted;
+        afterCR = false;
+    }
+
+    void put(uchar c)
+    {
+        // A separator of several bytes is matched byte by byte outside quotes.
+        if (separator.size() > 1 && state != Quoted) {
+            if (!pending.isEmpty() && c == uchar(separator.at(pending.size()))) {
+                pending.append(char(c));
+                if (pending.size() == separator.size()) {
+                    pending.clear();
+                    separatorFound();
+                }
+                return;
+            }
+            flushPending();
+            if (c == uchar(separator.at(0))) {
+                pending.append(char(c));
+                afterCR = false;
+                return;
+            }
+        }
+        const bool isBreak = c == '\n' || c == '\r';
         if (state == Quoted) {
-            if (c == QLatin1Char('"'))
+            if (c == '"')
                 state = QuoteInQuoted;
             else
-                field.append(c);
-        } else if (state == QuoteInQuoted && c == QLatin1Char('"')) {
-            field.append(c);
+                field.push_back(char(c));
+        } else if (state == QuoteInQuoted && c == '"') {
+            field.push_back('"');
             state = Quoted;
         } else if (isBreak) {
             // CR LF is one line break; the LF after a CR ends nothing more.
-            if (!(c == QLatin1Char('\n') && afterCR) && inRecord)
+            if (!(c == '\n' && afterCR) && inRecord)
                 endRecord();
             state = FieldStart;
+        } else if (separator.size() == 1 && c == uchar(separator.at(0))) {
+            separatorFound();
         } else {
             if (!inRecord) {
                 inRecord = true;
                 recordLine = line;
             }
-            if (c == separator) {
-                row.append(field);
-                field.clear();
-                state = FieldStart;
-            } else if (c == QLatin1Char('"') && state == FieldStart) {
+            if (c == '"' && state == FieldStart) {
                 state = Quoted;
                 quoteLine = line;
             } else {
-                field.append(c);
+                field.push_back(char(c));
                 state = Unquoted;
             }
         }
-        if (c == QLatin1Char('\r') || (c == QLatin1Char('\n') && !afterCR))
+        if (c == '\r')
             ++line;
-        afterCR = c == QLatin1Char('\r');
+        else if (c == '\n' && !afterCR)
+            ++line;
+        afterCR = c == '\r';
+    }
+
+    void flushPending()
+    {
+        if (pending.isEmpty())
+            return;
+        const QByteArray bytes = pending;
+        pending.clear();
+        ordinary(bytes.constData(), bytes.constData() + bytes.size());
+    }
+
+    void separatorFound()
+    {
+        if (!inRecord) {
+            inRecord = true;
+            recordLine = line;
+        }
+        endField();
+        state = FieldStart;
+    }
+
+    void endField()
+    {
+        const char *begin = field.data();
+        const char *end = begin + field.size();
+        if (!headerDone) {
+            captions.append(QString::fromUtf8(begin, int(field.size())));
+        } else if (fieldIndex < columns.size()) {
+            columns[fieldIndex].add(begin, end);
+        } else if (extraFieldsLine == 0) {
+            QString wide;
+            const char *first = begin;
+            const char *last = end;
+            if (trimAscii(first, last, &wide) ? first != last : !wide.isEmpty())
+                extraFieldsLine = recordLine;
+        }
+        field.clear();
+        ++fieldIndex;
     }
 
     void endRecord()
     {
-        row.append(field);
-        field.clear();
-        if (!rows.isEmpty() && extraFieldsLine == 0) {
-            for (int i = rows.first().size(); i < row.size(); ++i) {
-                if (!row.at(i).trimmed().isEmpty()) {
-                    extraFieldsLine = recordLine;
-                    break;
-                }
-            }
+        endField();
+        if (!headerDone) {
+            headerDone = true;
+            columns.resize(size_t(captions.size()));
+        } else {
+            for (; fieldIndex < columns.size(); ++fieldIndex)
+                columns[fieldIndex].addEmpty();
+            ++records;
         }
-        rows.append(row);
-        row.clear();
+        fieldIndex = 0;
         inRecord = false;
     }
 
-    const QChar separator;
+    const QByteArray separator;
+    bool stops[256] = {};
     State state = FieldStart;
-    QStringList row;
-    QString field;
+    std::string field;
+    QByteArray pending;
+    size_t fieldIndex = 0;
+    bool headerDone = false;
+    bool atStart = true;
+    int bomSeen = 0;
     bool inRecord = false;
     bool afterCR = false;
     int line = 1;
@@ -592,6 +1022,23 @@ private:
     Q_DISABLE_COPY(BinaryReading)
 };
 
+// Marks the model as reading for as long as it lives.
+class ReadingFlag
+{
+public:
+    explicit ReadingFlag(bool &flag, bool &cancel)
+        : flag(flag)
+    {
+        flag = true;
+        cancel = false;
+    }
+    ~ReadingFlag() { flag = false; }
+
+private:
+    bool &flag;
+    Q_DISABLE_COPY(ReadingFlag)
+};
+
 } // namespace
 
 bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelSeparator)
@@ -605,28 +1052,35 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
         qWarning("CMwGridTableModel::readCsv: a quote or a line break cannot separate fields");
         return false;
     }
+    if (d->reading) {
+        qWarning("CMwGridTableModel::readCsv: a read is under way (called from its progress); "
+                 "ignored");
+        return false;
+    }
+    const ReadingFlag reading(d->reading, d->cancelRequested);
 
-    // The whole input is read before anything is parsed, so that a stream
-    // that is endless, too large or not text leaves the model as it was.
-    // Text mode would turn a CR LF inside quotes into LF.
-    QVector<QByteArray> slices;
+    // Everything is parsed into a table of its own, which replaces the
+    // model's only when the input has been read to its end: a stream that
+    // is endless, too large or not text, or a cancelled read, leaves the
+    // model as it was. Text mode would turn a CR LF inside quotes into LF.
+    CsvReader reader(separator);
     {
         const BinaryReading binary(device);
+        const qint64 expected = device->isSequential() ? -1 : device->size() - device->pos();
+        QByteArray block(int(csvReadSize), Qt::Uninitialized);
         qint64 total = 0;
         for (;;) {
             // One byte beyond the limit tells a stream at the limit from
             // one that goes on.
             const qint64 wanted = qMin(csvReadSize, d->csvSizeLimit - total + 1);
-            QByteArray slice(int(wanted), Qt::Uninitialized);
-            const qint64 got = device->read(slice.data(), wanted);
+            const qint64 got = device->read(block.data(), wanted);
             if (got <= 0)
                 break;
-            slice.resize(int(got));
-            const int nul = slice.indexOf('\0');
-            if (nul >= 0) {
+            const char *nul = static_cast<const char *>(memchr(block.constData(), 0, size_t(got)));
+            if (nul) {
                 qWarning("CMwGridTableModel::readCsv: the input is not text (a NUL byte at offset "
                          "%lld); nothing read",
-                    total + nul);
+                    total + (nul - block.constData()));
                 return false;
             }
             total += got;
@@ -636,87 +1090,47 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
                     d->csvSizeLimit);
                 return false;
             }
-            slices.append(slice);
+            reader.feed(block.constData(), block.constData() + got);
+            Q_EMIT csvReadProgress(total, expected);
+            if (d->cancelRequested)
+                return false;
         }
     }
-
-    CsvParser parser(separator);
-    {
-        QTextCodec *codec = QTextCodec::codecForName("UTF-8");
-        const std::unique_ptr<QTextDecoder> decoder(codec->makeDecoder());
-        for (QByteArray &slice : slices) {
-            parser.feed(decoder->toUnicode(slice));
-            slice = QByteArray();
-        }
-        parser.finish();
-    }
-    const QVector<QStringList> &rows = parser.rows;
-    if (rows.isEmpty()) {
+    reader.finish();
+    if (!reader.hasHeader()) {
         qWarning("CMwGridTableModel::readCsv: no header line");
         return false;
     }
-    if (parser.unclosedQuoteLine > 0) {
+    if (reader.unclosedQuoteLine > 0) {
         qWarning("CMwGridTableModel::readCsv: the quote opened on line %d is never closed; "
                  "the rest of the input is its field",
-            parser.unclosedQuoteLine);
+            reader.unclosedQuoteLine);
     }
-    if (parser.extraFieldsLine > 0) {
+    if (reader.extraFieldsLine > 0) {
         qWarning("CMwGridTableModel::readCsv: line %d has more fields than the header's %d; "
                  "fields beyond them are dropped (reported for the first such line only)",
-            parser.extraFieldsLine, int(rows.first().size()));
+            reader.extraFieldsLine, int(reader.captions.size()));
     }
 
     QVector<QStringList> headerPaths;
-    for (const QString &caption : rows.first()) {
+    for (const QString &caption : qAsConst(reader.captions)) {
         QStringList path;
         for (const QString &level : caption.split(levelSeparator))
             path.append(level.trimmed());
         headerPaths.append(path);
     }
-
-    const int columnCount = headerPaths.size();
-    const int recordCount = rows.size() - 1;
-    const QLocale c = QLocale::c();
-    // A column is numeric when every non-empty field reads as a number.
-    QVector<bool> numeric(columnCount, true);
-    QVector<bool> integral(columnCount, true);
-    for (int r = 1; r < rows.size(); ++r) {
-        const QStringList &fields = rows.at(r);
-        for (int col = 0; col < qMin(columnCount, fields.size()); ++col) {
-            const QString field = fields.at(col).trimmed();
-            if (field.isEmpty() || !numeric.at(col))
-                continue;
-            bool ok = false;
-            c.toDouble(field, &ok);
-            if (!ok) {
-                numeric[col] = false;
-                continue;
-            }
-            if (integral.at(col)) {
-                c.toInt(field, &ok);
-                integral[col] = ok;
-            }
-        }
-    }
-
-    QVector<QVector<QVariant>> records(recordCount, QVector<QVariant>(columnCount));
-    for (int r = 0; r < recordCount; ++r) {
-        const QStringList &fields = rows.at(r + 1);
-        QVector<QVariant> &record = records[r];
-        for (int col = 0; col < qMin(columnCount, fields.size()); ++col) {
-            const QString &raw = fields.at(col);
-            if (raw.trimmed().isEmpty())
-                continue;
-            if (!numeric.at(col))
-                record[col] = raw;
-            else if (integral.at(col))
-                record[col] = c.toInt(raw.trimmed());
-            else
-                record[col] = c.toDouble(raw.trimmed());
-        }
-    }
-    d->resetTable(headerPaths, records);
+    std::vector<Column> columns;
+    columns.reserve(reader.columns.size());
+    for (ColumnReader &column : reader.columns)
+        columns.push_back(column.take());
+    d->resetTable(headerPaths, std::move(columns), reader.records);
     return true;
+}
+
+void CMwGridTableModel::cancelCsvRead()
+{
+    if (d->reading)
+        d->cancelRequested = true;
 }
 
 bool CMwGridTableModel::loadCsv(const QString &fileName, QChar separator, QChar levelSeparator)
