@@ -1026,10 +1026,10 @@ private:
 class ReadingFlag
 {
 public:
-    explicit ReadingFlag(bool &flag, bool &cancel)
-        : flag(flag)
+    explicit ReadingFlag(bool &reading, bool &cancel)
+        : flag(reading)
     {
-        flag = true;
+        reading = true;
         cancel = false;
     }
     ~ReadingFlag() { flag = false; }
