@@ -15,6 +15,7 @@
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QTableView>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -185,6 +186,8 @@ private Q_SLOTS:
     void emptyAndMissing();
     void subclassOfReadyModelReadsDirectly_data();
     void subclassOfReadyModelReadsDirectly();
+    void storageOrderKeepsSignedZerosAndNaNs_data();
+    void storageOrderKeepsSignedZerosAndNaNs();
 
 private:
     static bool compareWithReference(const QItemSelectionModel *selection, QString *message);
@@ -483,6 +486,51 @@ void tst_SelectedRows::subclassOfReadyModelReadsDirectly()
     }
     // The texts come numbered from the table, which only the direct reading gives.
     QVERIFY(rows.textNumbers());
+
+    // The same cells in the table's own order: ascending record.
+    rows.displayCells(0);
+    const std::vector<const QVariant *> *stored = rows.storageCells();
+    QVERIFY(stored);
+    QCOMPARE(int(stored->size()), 3);
+    std::vector<int> records;
+    for (const QModelIndex &index : selected)
+        records.push_back(cells->record(proxy.mapToSource(index)));
+    std::sort(records.begin(), records.end());
+    for (size_t i = 0; i < records.size(); ++i)
+        QCOMPARE((*stored)[i], &cells->cell(records[i], 0));
+}
+
+void tst_SelectedRows::storageOrderKeepsSignedZerosAndNaNs_data()
+{
+    QTest::addColumn<QVector<double>>("inOrder"); // the values in the view's order
+    QTest::addColumn<bool>("minNegative"); // the sign of the Min shown
+
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    QTest::newRow("-0.0 first") << QVector<double> {2.0, -0.0, 0.0} << true;
+    QTest::newRow("0.0 first") << QVector<double> {0.0, 2.0, -0.0} << false;
+    QTest::newRow("-NaN first") << QVector<double> {-nan, nan} << true;
+    QTest::newRow("NaN first") << QVector<double> {nan, -nan} << false;
+}
+
+// Cells read in the table's order give what reading them in the view's order
+// gives, also where equal values differ in their sign: the first in the
+// view's order is the Min.
+void tst_SelectedRows::storageOrderKeepsSignedZerosAndNaNs()
+{
+    QFETCH(QVector<double>, inOrder);
+    QFETCH(bool, minNegative);
+    std::vector<QVariant> values;
+    for (const double x : inOrder)
+        values.emplace_back(x);
+    std::vector<const QVariant *> cells;
+    for (const QVariant &v : values)
+        cells.push_back(&v);
+    std::vector<const QVariant *> reversed(cells.rbegin(), cells.rend());
+
+    double count, distinct, min, max, mean, stdev;
+    vel::calcStatistics(cells, nullptr, &reversed, count, distinct, min, max, mean, stdev);
+    QCOMPARE(count, double(inOrder.size()));
+    QCOMPARE(bool(std::signbit(min)), minNegative);
 }
 
 VEL_TEST_MAIN(tst_SelectedRows)

@@ -638,8 +638,8 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
             // for), so the rows are found once for all columns.
             double results[statisticsRows];
             const std::vector<const QVariant *> &cells = rows.displayCells(column);
-            vel::calcStatistics(cells, rows.textNumbers(), results[0], results[1], results[2],
-                                results[3], results[4], results[5]);
+            vel::calcStatistics(cells, rows.textNumbers(), rows.storageCells(), results[0],
+                results[1], results[2], results[3], results[4], results[5]);
             for (int i = 0; i < statisticsRows; ++i)
                 values[i] = results[i];
         } else {

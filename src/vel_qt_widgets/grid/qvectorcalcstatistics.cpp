@@ -33,16 +33,19 @@ struct VectorCells
     const QVariant &at(int i) const { return values.at(i); }
     const int *textNumbers() const { return nullptr; }
     int textNumberCount() const { return 0; }
+    const std::vector<const QVariant *> *inStorageOrder() const { return nullptr; }
 };
 
 struct PointerCells
 {
     const std::vector<const QVariant *> &values;
     const vel::TextNumbers *numbers;
+    const std::vector<const QVariant *> *stored;
     int size() const { return int(values.size()); }
     const QVariant &at(int i) const { return *values[static_cast<size_t>(i)]; }
     const int *textNumbers() const { return numbers ? numbers->ofCell.data() : nullptr; }
     int textNumberCount() const { return numbers ? numbers->count : 0; }
+    const std::vector<const QVariant *> *inStorageOrder() const { return stored; }
 };
 
 // One value reduced to what the ordering looks at, so that a million values
@@ -683,13 +686,16 @@ inline double standardDeviation(double sum, qint64 n)
     return std::sqrt(variance);
 }
 
-// Takes the values of a column of one scalar type out of their QVariants:
-// NaN apart, since it orders after every other double, in position order.
-// Returns the type, or QMetaType::UnknownType for any other column.
+// Takes the values of a column of one scalar type out of their QVariants,
+// in the order of \a values: NaN apart, since it orders
+// after every other double. Returns the type, or QMetaType::UnknownType for
+// any other column; \a signedZeros tells whether a NaN or a -0.0 was seen.
 template<typename Cells>
-int scalarItems(const Cells &values, std::vector<quint64> &items, std::vector<double> &nans)
+int scalarItemsIn(
+    const Cells &values, std::vector<quint64> &items, std::vector<double> &nans, bool &signedZeros)
 {
     int type = QMetaType::UnknownType;
+    signedZeros = false;
     items.reserve(static_cast<size_t>(values.size()));
     for (int i = 0, size = values.size(); i < size; ++i) {
         const QVariant &v = values.at(i);
@@ -707,25 +713,48 @@ int scalarItems(const Cells &values, std::vector<quint64> &items, std::vector<do
         }
         switch (type) {
         case QMetaType::Double: {
-            const double x = v.toDouble();
-            if (std::isnan(x))
+            const double x = *static_cast<const double *>(v.constData());
+            if (std::isnan(x)) {
                 nans.push_back(x);
-            else
+                signedZeros = true;
+            } else {
+                if (x == 0.0 && std::signbit(x))
+                    signedZeros = true;
                 items.push_back(bitsOf(x));
+            }
             break;
         }
         case QMetaType::Int:
-            items.push_back(signedBits(v.toInt()));
+            items.push_back(signedBits(*static_cast<const int *>(v.constData())));
             break;
         case QMetaType::LongLong:
-            items.push_back(signedBits(v.toLongLong()));
+            items.push_back(signedBits(*static_cast<const qlonglong *>(v.constData())));
             break;
         default:
-            items.push_back(v.toUInt());
+            items.push_back(*static_cast<const uint *>(v.constData()));
             break;
         }
     }
     return type;
+}
+
+// The same in position order. The sort below is stable, and only values
+// that differ in their bits but not in their key (0.0 and -0.0) or NaNs
+// (kept apart in reading order) can tell one reading order from another:
+// without them the cells are read in the order in which they are stored.
+template<typename Cells>
+int scalarItems(const Cells &values, std::vector<quint64> &items, std::vector<double> &nans)
+{
+    bool signedZeros = false;
+    if (const std::vector<const QVariant *> *stored = values.inStorageOrder()) {
+        const int type
+            = scalarItemsIn(PointerCells {*stored, nullptr, nullptr}, items, nans, signedZeros);
+        if (!signedZeros)
+            return type;
+        items.clear();
+        nans.clear();
+    }
+    return scalarItemsIn(values, items, nans, signedZeros);
 }
 
 // The reading as a double of an item of scalarItems() of \a type.
@@ -876,10 +905,11 @@ void statisticsOf(const Cells &values, double &count, double &distinct, double &
 namespace vel {
 
 void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,
-                    double &count, double &distinct, double &min, double &max, double &mean,
-                    double &stdev)
+    const std::vector<const QVariant *> *inStorageOrder, double &count, double &distinct,
+    double &min, double &max, double &mean, double &stdev)
 {
-    statisticsOf(PointerCells{values, textNumbers}, count, distinct, min, max, mean, stdev);
+    statisticsOf(
+        PointerCells {values, textNumbers, inStorageOrder}, count, distinct, min, max, mean, stdev);
 }
 
 } // namespace vel

@@ -92,11 +92,12 @@ struct TextNumbers
 
 // QVectorCalcStatistics of *values[0], *values[1], ...: the same results,
 // without copying the values into a vector first, and without hashing the
-// texts when \a textNumbers (if given) numbers them.
+// texts when \a textNumbers (if given) numbers them. \a inStorageOrder (if
+// given) holds the same cells in the order in which reading them is
+// cheapest; the results do not depend on it.
 VEL_QT_WIDGETS_EXPORT void calcStatistics(const std::vector<const QVariant *> &values,
-                                          const TextNumbers *textNumbers, double &count,
-                                          double &distinct, double &min, double &max,
-                                          double &mean, double &stdev);
+    const TextNumbers *textNumbers, const std::vector<const QVariant *> *inStorageOrder,
+    double &count, double &distinct, double &min, double &max, double &mean, double &stdev);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);

@@ -7,6 +7,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QItemSelectionModel>
 
+#include <algorithm>
+#include <numeric>
 #include <typeinfo>
 
 namespace vel {
@@ -170,6 +172,7 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
     m_copies.clear();
     m_numbers.ofCell.clear();
     m_hasNumbers = false;
+    m_tableColumn = -1;
     if (m_rows.empty())
         return m_cells;
     if (!m_mapped)
@@ -197,6 +200,7 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
             copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
         } else if (m_table && m_records[i] >= 0) {
             m_cells.push_back(&m_table->cell(m_records[i], sourceCol));
+            m_tableColumn = m_tableColumn == -1 || m_tableColumn == sourceCol ? sourceCol : -2;
             if (!tableNumbers)
                 tableNumbers = &m_table->textNumbers(sourceCol, &tableNumberCount);
         } else {
@@ -205,6 +209,8 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
             copy(source.isValid() ? m_source->data(source, Qt::DisplayRole) : QVariant());
         }
     }
+    if (!m_copies.empty())
+        m_tableColumn = -1;
     // Under a proxy every cell of a column comes from one source column.
     if (tableNumbers && m_copies.empty() && !tableNumbers->isEmpty()) {
         m_numbers.count = tableNumberCount;
@@ -214,6 +220,37 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
         m_hasNumbers = true;
     }
     return m_cells;
+}
+
+const std::vector<const QVariant *> *SelectedRows::storageCells()
+{
+    if (m_tableColumn < 0)
+        return nullptr;
+    if (m_recordsInOrder.size() != m_rows.size()) {
+        // A counting sort on the records, found once for every column.
+        int records = 0;
+        for (const int record : m_records)
+            records = std::max(records, record + 1);
+        std::vector<bool> read(static_cast<size_t>(records), false);
+        for (const int record : m_records)
+            read[static_cast<size_t>(record)] = true;
+        m_recordsInOrder.clear();
+        m_recordsInOrder.reserve(m_rows.size());
+        for (int record = 0; record < records; ++record) {
+            if (read[static_cast<size_t>(record)])
+                m_recordsInOrder.push_back(record);
+        }
+        // A record shown twice (never in a flat table): no such order.
+        if (m_recordsInOrder.size() != m_rows.size()) {
+            m_recordsInOrder.clear();
+            return nullptr;
+        }
+    }
+    m_storageCells.clear();
+    m_storageCells.reserve(m_recordsInOrder.size());
+    for (const int record : m_recordsInOrder)
+        m_storageCells.push_back(&m_table->cell(record, m_tableColumn));
+    return &m_storageCells;
 }
 
 } // namespace vel
