@@ -13,6 +13,8 @@ cd "$(dirname "$0")"
 PACKAGES=(
     build-essential cmake pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libicu-dev
+    qt6-base-dev qt6-tools-dev qt6-tools-dev-tools designer-qt6 qt6-svg-dev
+    qt6-l10n-tools libqt6opengl6-dev libgl-dev
     libbenchmark-dev fonts-dejavu-core doxygen
     dpkg-dev file debootstrap
     xvfb x11-utils dbus-x11 at-spi2-core python3-pyatspi
