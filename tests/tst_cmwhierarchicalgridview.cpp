@@ -6,7 +6,7 @@
 #include <QtCore/QIdentityProxyModel>
 #include <QtCore/QTimer>
 #include <QtGui/QStandardItemModel>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QMenu>

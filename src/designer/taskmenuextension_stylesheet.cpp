@@ -4,7 +4,7 @@
 
 #include <QtCore/QSignalMapper>
 #include <QtDesigner/QExtensionManager>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QWidget>
 
 namespace {
