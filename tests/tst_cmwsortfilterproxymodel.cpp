@@ -1,5 +1,6 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
+#include "cmwvariantcompareshim_p.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
@@ -145,13 +146,13 @@ bool referenceMatch(int comparator, const QVariant &cell, const QVariant &value)
 {
     switch (comparator) {
     case GE:
-        return cell >= value;
+        return VelVariantCompareShim::compare(cell, value) >= 0;
     case LE:
-        return cell <= value;
+        return VelVariantCompareShim::compare(cell, value) <= 0;
     case GT:
-        return cell > value;
+        return VelVariantCompareShim::compare(cell, value) > 0;
     case LT:
-        return cell < value;
+        return VelVariantCompareShim::compare(cell, value) < 0;
     case EQ:
         return cell == value;
     case NE:

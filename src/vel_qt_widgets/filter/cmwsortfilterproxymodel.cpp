@@ -1,6 +1,7 @@
 #include "cmwsortfilterproxymodel_p.h"
 
 #include "cmwfiltertexts_p.h"
+#include "cmwvariantcompareshim_p.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
 
@@ -9,20 +10,20 @@
 namespace {
 
 // Qt 5's QVariant ordering (with its numeric and string conversions) is the
-// comparison the filter is defined by; Qt 5.15 merely marks it deprecated.
+// comparison the filter is defined by.
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 bool compareCell(int comparator, const QVariant &cell, const QVariant &value)
 {
     switch (comparator) {
     case VelFilterTexts::GreaterOrEqual:
-        return cell >= value;
+        return VelVariantCompareShim::compare(cell, value) >= 0;
     case VelFilterTexts::SmallerOrEqual:
-        return cell <= value;
+        return VelVariantCompareShim::compare(cell, value) <= 0;
     case VelFilterTexts::Greater:
-        return cell > value;
+        return VelVariantCompareShim::compare(cell, value) > 0;
     case VelFilterTexts::Smaller:
-        return cell < value;
+        return VelVariantCompareShim::compare(cell, value) < 0;
     case VelFilterTexts::Equal:
         return cell == value;
     case VelFilterTexts::NotEqual:

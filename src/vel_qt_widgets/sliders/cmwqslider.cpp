@@ -1,5 +1,7 @@
 #include "cmwqslider_p.h"
 
+#include "cmwglobalstrut_p.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
 #include <QtGui/QFontMetrics>
@@ -334,7 +336,7 @@ QSize CMwQSlider::sizeHint() const
     const int length = 84;
     const QSize size = orientation() == Qt::Horizontal ? QSize(length, thick) : QSize(thick, length);
     return style()->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
-        .expandedTo(QApplication::globalStrut());
+        .expandedTo(velGlobalStrut());
 }
 
 QSize CMwQSlider::minimumSizeHint() const
