@@ -1,6 +1,7 @@
 #include "cmwsortfilterproxymodel_p.h"
 
 #include "cmwfiltertexts_p.h"
+#include "cmwqtcompat_p.h"
 #include "cmwvariantcompareshim_p.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
@@ -91,7 +92,7 @@ const CMwSortFilterProxyModelPrivate::ForCellType &CMwSortFilterProxyModelPrivat
     const bool numericCell = type == QMetaType::Int || type == QMetaType::LongLong
         || type == QMetaType::UInt || type == QMetaType::ULongLong || type == QMetaType::Bool
         || type == QMetaType::Double;
-    if (value.userType() == QMetaType::QString && numericCell && converted.convert(type)) {
+    if (value.userType() == QMetaType::QString && numericCell && VelQt::convert(converted, type)) {
         switch (type) {
         case QMetaType::Int:
         case QMetaType::LongLong:

@@ -1,4 +1,5 @@
 #include "cmwgridtablemodel_p.h"
+#include "cmwqtcompat_p.h"
 #include "cmwstatisticsorder_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
@@ -8,7 +9,6 @@
 #include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QLocale>
-#include <QtCore/QTextCodec>
 #include <QtCore/QtDebug>
 
 #include <algorithm>
@@ -643,10 +643,9 @@ bool CMwGridTableModel::readCsv(QIODevice *device, QChar separator, QChar levelS
 
     CsvParser parser(separator);
     {
-        QTextCodec *codec = QTextCodec::codecForName("UTF-8");
-        const std::unique_ptr<QTextDecoder> decoder(codec->makeDecoder());
+        VelQt::Utf8Decoder decoder;
         for (QByteArray &slice : slices) {
-            parser.feed(decoder->toUnicode(slice));
+            parser.feed(decoder.decode(slice));
             slice = QByteArray();
         }
         parser.finish();

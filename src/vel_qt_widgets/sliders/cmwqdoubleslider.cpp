@@ -3,6 +3,7 @@
 #include "cmwqslider_p.h"
 #include "cmwqslideraccessible_p.h"
 #include "cmwqstepmapping_p.h"
+#include "cmwqtcompat_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -26,8 +27,8 @@ void registerDoubleTickItemTypes()
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleSlider::TMwTickItemList");
     qRegisterMetaType<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleRangeSlider::SMwTickItem");
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleRangeSlider::TMwTickItemList");
-    qRegisterMetaTypeStreamOperators<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleSlider::SMwTickItem");
-    qRegisterMetaTypeStreamOperators<CMwQDoubleSlider::TMwTickItemList>(
+    VelQt::registerStreamOperators<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleSlider::SMwTickItem");
+    VelQt::registerStreamOperators<CMwQDoubleSlider::TMwTickItemList>(
         "CMwQDoubleSlider::TMwTickItemList");
 }
 

@@ -1,6 +1,7 @@
 #include "cmwqslider_p.h"
 
 #include "cmwglobalstrut_p.h"
+#include "cmwqtcompat_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -25,8 +26,8 @@ void registerTickItemTypes()
     qRegisterMetaType<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("TMwTickItemList");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
-    qRegisterMetaTypeStreamOperators<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
-    qRegisterMetaTypeStreamOperators<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
+    VelQt::registerStreamOperators<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
+    VelQt::registerStreamOperators<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
 }
 
 constexpr int sideAbove = QSlider::TicksAbove; // also TicksLeft
@@ -430,7 +431,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
     CMwQSliderGeometry::fitStyleOption(&opt);
     const QRect handle = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
     // The press point minus half the handle: where the handle would start.
-    const QPoint start = e->pos() - (handle.center() - handle.topLeft());
+    const QPoint start = VelQt::eventPos(e) - (handle.center() - handle.topLeft());
     const auto along
         = [q](const QPoint &p) { return q->orientation() == Qt::Horizontal ? p.x() : p.y(); };
 
@@ -441,7 +442,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
         widePressedControl = QStyle::SC_SliderHandle;
         q->update();
     } else if ((e->button() & style->styleHint(QStyle::SH_Slider_PageSetButtons)) == e->button()) {
-        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, e->pos(), q);
+        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, VelQt::eventPos(e), q);
         if (widePressedControl == QStyle::SC_SliderGroove) {
             const int pressValue = pixelToValue(along(start));
             QAbstractSlider::SliderAction action = QAbstractSlider::SliderNoAction;
@@ -465,7 +466,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
         CMwQSliderGeometry::fitStyleOption(&opt);
         const QRect moved
             = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
-        wideClickOffset = along(e->pos() - moved.topLeft());
+        wideClickOffset = along(VelQt::eventPos(e) - moved.topLeft());
         q->update(moved);
         q->setSliderDown(true);
     }
@@ -488,7 +489,7 @@ bool CMwQSliderPrivate::wideMove(QMouseEvent *e)
         return true;
     }
     e->accept();
-    const QPoint p = e->pos();
+    const QPoint p = VelQt::eventPos(e);
     q->setSliderPosition(
         pixelToValue((q->orientation() == Qt::Horizontal ? p.x() : p.y()) - wideClickOffset));
     return true;

@@ -93,7 +93,7 @@ double publicValueAt(CMwQDoubleRangeSlider *outer, int position)
 
 QString numberText(const QVariant &value)
 {
-    if (value.type() == QVariant::Double)
+    if (value.userType() == QMetaType::Double)
         return QLocale().toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
     return QLocale().toString(value.toInt());
 }

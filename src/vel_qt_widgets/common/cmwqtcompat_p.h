@@ -1,0 +1,101 @@
+#pragma once
+
+// The few calls that differ between the Qt 5 and the Qt 6 build, so that
+// the sources read the same for both.
+
+#include <QtCore/QByteArray>
+#include <QtCore/QMetaType>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtGui/QMouseEvent>
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+#include <QtCore/QStringDecoder>
+#else
+#include <QtCore/QTextCodec>
+
+#include <memory>
+#endif
+
+namespace VelQt {
+
+// Registers T's QDataStream operators under name, for QVariant and QSettings.
+// Qt 6 finds them by itself when the type is registered.
+template <typename T>
+inline void registerStreamOperators(const char *name)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    Q_UNUSED(name);
+#else
+    qRegisterMetaTypeStreamOperators<T>(name);
+#endif
+}
+
+// A mouse event's position in the receiving widget (Qt 6: position()).
+inline QPoint eventPos(const QMouseEvent *event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->position().toPoint();
+#else
+    return event->pos();
+#endif
+}
+
+// A mouse event's position on the screen (Qt 6: globalPosition()).
+inline QPoint eventGlobalPos(const QMouseEvent *event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->globalPosition().toPoint();
+#else
+    return event->globalPos();
+#endif
+}
+
+// Converts value in place to the meta type typeId (Qt 6 takes a QMetaType).
+inline bool convert(QVariant &value, int typeId)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return value.convert(QMetaType(typeId));
+#else
+    return value.convert(typeId);
+#endif
+}
+
+// The meta type id a variant holds (Qt 6: typeId(); userType() in both).
+inline int typeId(const QVariant &value)
+{
+    return value.userType();
+}
+
+// Decodes UTF-8 given in pieces; a character split between two pieces is
+// decoded whole, and bytes that are no UTF-8 become U+FFFD.
+class Utf8Decoder
+{
+public:
+    Utf8Decoder()
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        : m_decoder(QStringConverter::Utf8)
+#else
+        : m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
+#endif
+    {
+    }
+
+    QString decode(const QByteArray &bytes)
+    {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        return m_decoder.decode(bytes);
+#else
+        return m_decoder->toUnicode(bytes);
+#endif
+    }
+
+private:
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QStringDecoder m_decoder;
+#else
+    std::unique_ptr<QTextDecoder> m_decoder;
+#endif
+};
+
+} // namespace VelQt
