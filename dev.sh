@@ -3,7 +3,8 @@
 #   ./dev.sh gallery   install what is missing, build, launch the gallery
 #                      (without a display it writes one PNG per page)
 #   ./dev.sh test      install what is missing, build, run the whole test suite
-#   ./dev.sh asan      the same suite built with AddressSanitizer + UBSan
+#                      for Qt 5 and then for Qt 6 (test5 / test6: one of them)
+#   ./dev.sh asan      the Qt 5 suite built with AddressSanitizer + UBSan
 #   ./dev.sh debs      build the Debian packages and try them in a clean
 #                      Debian 12 root (packaging/check-debs.sh; needs root)
 #   ./dev.sh deps      only install the Debian packages
@@ -51,10 +52,21 @@ case "${1:-}" in
         build default
         shift
         exec ./build/examples/gallery/gallery "$@" ;;
-    test)
+    test5)
         install_missing
         build default
         ctest --preset default -j"$(njobs)" ;;
+    test6)
+        install_missing
+        build qt6
+        ctest --preset qt6 -j"$(njobs)" ;;
+    test)
+        install_missing
+        build default
+        ctest --preset default -j"$(njobs)"
+        # Qt 6 second: its consumer test installs both builds into one prefix.
+        build qt6
+        ctest --preset qt6 -j"$(njobs)" ;;
     asan)
         install_missing
         build asan
@@ -63,6 +75,6 @@ case "${1:-}" in
         install_missing
         exec ./packaging/check-debs.sh ;;
     *)
-        sed -n '2,9p' "$0" | sed 's/^# \{0,1\}//'
+        sed -n '2,10p' "$0" | sed 's/^# \{0,1\}//'
         exit 2 ;;
 esac

@@ -19,9 +19,21 @@
 
 namespace VelQt {
 
+// The nearest integer with halves going up (2.5 gives 3, -2.5 gives -2):
+// Qt 5's qRound for doubles. Qt 6's qRound takes halves away from zero.
+// The truncations are done in 64 bits, so any d within the int range is
+// safe (Qt 5's own formula overflows for d = -2147483648).
+inline int roundHalfUp(double d)
+{
+    if (d >= 0.0)
+        return int(qint64(d + 0.5));
+    const qint64 i = qint64(d - 1.0);
+    return int(qint64(d - double(i) + 0.5) + i);
+}
+
 // Registers T's QDataStream operators under name, for QVariant and QSettings.
 // Qt 6 finds them by itself when the type is registered.
-template <typename T>
+template<typename T>
 inline void registerStreamOperators(const char *name)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -62,10 +74,7 @@ inline bool convert(QVariant &value, int typeId)
 }
 
 // The meta type id a variant holds (Qt 6: typeId(); userType() in both).
-inline int typeId(const QVariant &value)
-{
-    return value.userType();
-}
+inline int typeId(const QVariant &value) { return value.userType(); }
 
 // Decodes UTF-8 given in pieces; a character split between two pieces is
 // decoded whole, and bytes that are no UTF-8 become U+FFFD.

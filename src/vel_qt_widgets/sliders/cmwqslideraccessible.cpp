@@ -3,6 +3,7 @@
 #include "cmwqdoublerangeslider_p.h"
 #include "cmwqdoubleslider_p.h"
 #include "cmwqrangeslider_p.h"
+#include "cmwqtcompat_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
@@ -70,7 +71,7 @@ int toSliderInt(const QVariant &value, bool *ok)
     const double v = value.toDouble(ok);
     if (!*ok || std::isnan(v))
         return *ok = false, 0;
-    return qRound(
+    return VelQt::roundHalfUp(
         qBound<double>(std::numeric_limits<int>::min(), v, std::numeric_limits<int>::max()));
 }
 
