@@ -7,6 +7,7 @@
 // three levels and is handed its header model again in every iteration, so
 // that its leaf table is rebuilt each time; the peer has nothing of the kind.
 #include "cmwhierarchicalheaderview_p.h"
+#include "grid_oracles.h"
 
 #include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
 
@@ -47,10 +48,13 @@ class BenchHeader : public CMwHierarchicalHeaderView
 {
 public:
     BenchHeader()
-        : CMwHierarchicalHeaderView(Qt::Horizontal)
+        : CMwHierarchicalHeaderView(new oracle::WalkingHeaderPrivate, Qt::Horizontal, nullptr)
     {
     }
-    CMwHierarchicalHeaderViewPrivate *priv() const { return d_vel.data(); }
+    oracle::WalkingHeaderPrivate *priv() const
+    {
+        return static_cast<oracle::WalkingHeaderPrivate *>(d_vel.data());
+    }
 };
 
 struct Fixture
@@ -59,7 +63,7 @@ struct Fixture
         : items(0, leaves)
         , headerModel(buildHeaderModel(leaves))
     {
-        header.priv()->useCache = useCache;
+        header.priv()->walk = !useCache;
         header.setStretchLastSection(false);
         header.setModel(&items);
         header.setHeaderModel(headerModel.get());

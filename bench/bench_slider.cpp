@@ -1,5 +1,6 @@
 // Painting the integer sliders: a CMwQSlider with labelled extra tick items
-// and a two-handle CMwQRangeSlider, each rendered into an image.
+// and a two-handle CMwQRangeSlider, without and with 20 labelled tick items,
+// each rendered into an image.
 //
 // Peer: Qt's QSlider of the same size, range and regular tick marks, which
 // draws one handle and no labels.
@@ -63,6 +64,18 @@ void BM_CMwQRangeSliderPaint(benchmark::State &state)
     paintLoop(state, slider);
 }
 
+// The range slider as an application shows it, with a labelled tick item at
+// every fifth value or so; its peer below draws the same regular marks.
+void BM_CMwQRangeSliderPaintLabels(benchmark::State &state)
+{
+    CMwQRangeSlider slider(Qt::Horizontal);
+    setUp(slider);
+    slider.setValues(20, 70);
+    slider.setTickItemList(tickItems(int(state.range(0))));
+    paintLoop(state, slider);
+    state.counters["tick_items"] = double(state.range(0));
+}
+
 void BM_QSliderPaint(benchmark::State &state)
 {
     QSlider slider(Qt::Horizontal);
@@ -75,6 +88,8 @@ void BM_QSliderPaint(benchmark::State &state)
 
 BENCHMARK(BM_CMwQSliderPaint)->Arg(0)->Arg(5)->Arg(50)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_CMwQRangeSliderPaint)->Unit(benchmark::kMicrosecond);
+// Right before its peer, so that both run under the same load.
+BENCHMARK(BM_CMwQRangeSliderPaintLabels)->Arg(20)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_QSliderPaint)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char **argv)

@@ -60,6 +60,7 @@ PEERS = {
     "bench_slider": [
         ("BM_CMwQSliderPaint", "BM_QSliderPaint"),
         ("BM_CMwQRangeSliderPaint", "BM_QSliderPaint"),
+        ("BM_CMwQRangeSliderPaintLabels", "BM_QSliderPaint"),
     ],
 }
 

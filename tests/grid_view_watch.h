@@ -1,8 +1,7 @@
 #ifndef VEL_TESTS_GRID_VIEW_WATCH_H
 #define VEL_TESTS_GRID_VIEW_WATCH_H
 
-// Apart from grid_test_support.h: the body's tests stand a class of the
-// grid's name in for the composite and cannot include the real one.
+// Apart from grid_test_support.h, for the tests that need no composite.
 #include "grid_test_support.h"
 
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>

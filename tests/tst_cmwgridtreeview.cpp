@@ -2,20 +2,10 @@
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwGridTreeView.h>
+#include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QHeaderView>
-
-// Stands in for the grid composite: the delegate finds it by class name and
-// takes the band colour from its property.
-class CMwHierarchicalGridView : public QWidget
-{
-    Q_OBJECT
-    Q_PROPERTY(QColor colBranchParent READ colBranchParent)
-
-public:
-    QColor colBranchParent() const { return QColor(200, 230, 255); }
-};
 
 namespace {
 
@@ -164,7 +154,9 @@ void tst_CMwGridTreeView::groupRowIsOneBand()
     model.appendRow(groupRow);
     model.appendRow(rowOf("plain", 3));
 
+    // The delegate takes the band colour from the grid composite holding the view.
     CMwHierarchicalGridView grid;
+    grid.setColorBranchParent(QColor(200, 230, 255));
     Rig rig(&model, insideGrid ? &grid : nullptr);
     if (insideGrid) {
         QVERIFY(showAt(grid, 400, 300));

@@ -1,7 +1,7 @@
 #include "vel_test_main.h"
 
 #include "qt5round_test_support.h"
-
+#include "slider_test_support.h"
 #include "testvalueproxies.h"
 
 #include "cmwqstepmapping_p.h"
@@ -26,9 +26,6 @@
 #include <limits>
 
 namespace {
-
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInf = std::numeric_limits<double>::infinity();
 
 // Opens the protected inner-slider interface to the tests.
 class OpenDoubleRangeSlider : public CMwQDoubleRangeSlider
@@ -73,40 +70,6 @@ public:
     }
     QStringList entries;
 };
-
-// What the widget's own style draws for the inner slider of a widget.
-QRect innerHandleRect(const QSlider *inner)
-{
-    QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(inner, &option);
-    return inner->style()->subControlRect(
-        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
-}
-
-QImage renderOf(QWidget *widget)
-{
-    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::magenta);
-    widget->render(&image);
-    return image;
-}
-
-bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
-{
-    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
-    QApplication::sendEvent(widget, &e);
-    return e.isAccepted();
-}
-
-QString toolTipAt(QWidget *widget, const QPoint &pos)
-{
-    QToolTip::hideText();
-    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
-    QApplication::sendEvent(widget, &e);
-    const QString text = QToolTip::text();
-    QToolTip::hideText();
-    return text;
-}
 
 } // namespace
 
@@ -759,7 +722,7 @@ void tst_CMwQDoubleRangeSlider::handleToolTip()
 
     const auto handleCentre = [&](int position) {
         QStyleOptionSlider option;
-        CMwQStepMapping::initSliderStyleOption(w.slider(), &option);
+        sliderStyleOption(w.slider(), &option);
         option.sliderPosition = position;
         option.sliderValue = position;
         return w.slider()
@@ -1172,26 +1135,7 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
     QVERIFY(swallowedWarnings > 0); // the bad input was met and reported
 }
 
-void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes_data()
-{
-    QTest::addColumn<double>("minimum");
-    QTest::addColumn<double>("maximum");
-    QTest::addColumn<int>("innerMinimum");
-    QTest::addColumn<int>("innerMaximum");
-    // The value at the end of the track: the inner maximum plus the
-    // fraction of a step the minimum left over (an offset of its own).
-    QTest::addColumn<double>("top");
-
-    // Rows named by the width of the inner range (single step 1). Qt 5.15's
-    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
-    // straight to it); it divides by zero at 2^31 and wraps around above.
-    QTest::newRow("2^31 - 1 wide: -2147483647..0")
-        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
-    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
-    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
-    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
-        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
-}
+void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes_data() { addInnerRangeRows(); }
 
 void tst_CMwQDoubleRangeSlider::innerRangesWiderThanStyleTakes()
 {

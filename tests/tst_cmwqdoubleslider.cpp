@@ -1,7 +1,7 @@
 #include "vel_test_main.h"
 
 #include "qt5round_test_support.h"
-
+#include "slider_test_support.h"
 #include "testvalueproxies.h"
 
 #include "cmwqstepmapping_p.h"
@@ -23,9 +23,6 @@
 #include <limits>
 
 namespace {
-
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const double kInf = std::numeric_limits<double>::infinity();
 
 // Records the widget's signals into one ordered list.
 class SignalLog : public QObject
@@ -49,49 +46,6 @@ public:
     }
     QStringList entries;
 };
-
-QPoint handleCentre(QSlider *slider)
-{
-    QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(slider, &option);
-    return slider->style()
-        ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
-        .center();
-}
-
-// What the widget's own style draws for the inner slider of a widget.
-QRect innerHandleRect(const QSlider *inner)
-{
-    QStyleOptionSlider option;
-    CMwQStepMapping::initSliderStyleOption(inner, &option);
-    return inner->style()->subControlRect(
-        QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, inner);
-}
-
-QImage renderOf(QWidget *widget)
-{
-    QImage image(widget->size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::magenta);
-    widget->render(&image);
-    return image;
-}
-
-bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButtons buttons)
-{
-    QMouseEvent e(type, pos, widget->mapToGlobal(pos), Qt::LeftButton, buttons, Qt::NoModifier);
-    QApplication::sendEvent(widget, &e);
-    return e.isAccepted();
-}
-
-QString toolTipAt(QWidget *widget, const QPoint &pos)
-{
-    QToolTip::hideText();
-    QHelpEvent e(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
-    QApplication::sendEvent(widget, &e);
-    const QString text = QToolTip::text();
-    QToolTip::hideText();
-    return text;
-}
 
 // qRound's result where its conversions are defined, which is everywhere
 // strictly inside the int range (Qt 5's qRound64 converts to 64 bits instead), and
@@ -1195,26 +1149,7 @@ void tst_CMwQDoubleSlider::proxyMappingAnEndToInfinity()
     logarithmic.setValueProxy(nullptr);
 }
 
-void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data()
-{
-    QTest::addColumn<double>("minimum");
-    QTest::addColumn<double>("maximum");
-    QTest::addColumn<int>("innerMinimum");
-    QTest::addColumn<int>("innerMaximum");
-    // The value at the end of the track: the inner maximum plus the
-    // fraction of a step the minimum left over (an offset of its own).
-    QTest::addColumn<double>("top");
-
-    // Rows named by the width of the inner range (single step 1). Qt 5.15's
-    // style arithmetic takes widths up to 2^31 - 1 (the first row passes
-    // straight to it); it divides by zero at 2^31 and wraps around above.
-    QTest::newRow("2^31 - 1 wide: -2147483647..0")
-        << -2147483647.0 << 0.0 << INT_MIN + 1 << 0 << 0.0;
-    QTest::newRow("2^31 wide: -1e10..0") << -1e10 << 0.0 << INT_MIN << 0 << -7852516352.0;
-    QTest::newRow("2^31 wide: -1..3e9") << -1.0 << 3e9 << -1 << INT_MAX << 2147483647.0;
-    QTest::newRow("2^32 - 1 wide: -1e10..1e10")
-        << -1e10 << 1e10 << INT_MIN << INT_MAX << -5705032705.0;
-}
+void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes_data() { addInnerRangeRows(); }
 
 void tst_CMwQDoubleSlider::innerRangesWiderThanStyleTakes()
 {

@@ -1,5 +1,7 @@
 #include "vel_test_main.h"
 
+#include "slider_test_support.h"
+
 #include "cmwqrangeslider_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -25,32 +27,16 @@ class TestRangeSlider : public CMwQRangeSlider
 public:
     using CMwQRangeSlider::CMwQRangeSlider;
     using CMwQRangeSlider::onRangeChanged;
-    using QSlider::initStyleOption;
 
     int paints = 0;
 
-    QStyleOptionSlider option() const
-    {
-        QStyleOptionSlider opt;
-        initStyleOption(&opt);
-        return opt;
-    }
+    QStyleOptionSlider option() const { return sliderOption(this); }
 
-    QRect handleRect(int position, int value) const
-    {
-        QStyleOptionSlider opt = option();
-        opt.sliderPosition = position;
-        opt.sliderValue = value;
-        return style()->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, this);
-    }
+    QRect handleRect(int position, int value) const { return handleRectAt(this, position, value); }
     QRect lowerRect() const { return handleRect(minimumPosition(), minimumValue()); }
     QRect upperRect() const { return handleRect(maximumPosition(), maximumValue()); }
     QRect baseHandleRect() const { return handleRect(sliderPosition(), value()); }
-    QRect grooveRect() const
-    {
-        const QStyleOptionSlider opt = option();
-        return style()->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, this);
-    }
+    QRect grooveRect() const { return subControlRect(this, QStyle::SC_SliderGroove); }
 
     bool horizontal() const { return orientation() == Qt::Horizontal; }
     int along(const QPoint &p) const { return horizontal() ? p.x() : p.y(); }
@@ -87,18 +73,7 @@ protected:
     }
 
 private:
-    void trackOf(int *start, int *span) const
-    {
-        const QRect gr = grooveRect();
-        const QRect sr = handleRect(sliderPosition(), value());
-        if (horizontal()) {
-            *start = gr.x();
-            *span = gr.right() - sr.width() + 1 - gr.x();
-        } else {
-            *start = gr.y();
-            *span = gr.bottom() - sr.height() + 1 - gr.y();
-        }
-    }
+    void trackOf(int *start, int *span) const { sliderTrack(this, start, span); }
 };
 
 // Handles told apart by colour, to see which one lies on top.
@@ -159,52 +134,6 @@ public:
     {
     }
 };
-
-bool sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButton button,
-               Qt::MouseButtons buttons)
-{
-    QMouseEvent e(type, pos, widget->mapToGlobal(pos), button, buttons, Qt::NoModifier);
-    QApplication::sendEvent(widget, &e);
-    return e.isAccepted();
-}
-
-bool press(QWidget *widget, const QPoint &pos)
-{
-    return sendMouse(widget, QEvent::MouseButtonPress, pos, Qt::LeftButton, Qt::LeftButton);
-}
-
-bool move(QWidget *widget, const QPoint &pos)
-{
-    return sendMouse(widget, QEvent::MouseMove, pos, Qt::NoButton, Qt::LeftButton);
-}
-
-void release(QWidget *widget, const QPoint &pos)
-{
-    sendMouse(widget, QEvent::MouseButtonRelease, pos, Qt::LeftButton, Qt::NoButton);
-}
-
-// Every signal of the widget (and the slider action) into one ordered list.
-QStringList *recordSignals(CMwQRangeSlider *slider)
-{
-    auto *log = new QStringList;
-    QObject::connect(slider, &QObject::destroyed, [log]() { delete log; });
-    const auto one = [log](const char *name) {
-        return [log, name](int v) { log->append(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(v)); };
-    };
-    const auto two = [log](const char *name) {
-        return [log, name](int a, int b) {
-            log->append(QStringLiteral("%1(%2,%3)").arg(QLatin1String(name)).arg(a).arg(b));
-        };
-    };
-    QObject::connect(slider, &CMwQRangeSlider::minimumValueChanged, one("minimumValueChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::maximumValueChanged, one("maximumValueChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::valuesChanged, two("valuesChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::minimumPositionChanged, one("minimumPositionChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::maximumPositionChanged, one("maximumPositionChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::positionsChanged, two("positionsChanged"));
-    QObject::connect(slider, &QAbstractSlider::actionTriggered, one("actionTriggered"));
-    return log;
-}
 
 // A slider whose handles move 2 px per value: range 0..100 on a 200-px track.
 void setUpTrack(TestRangeSlider *slider)
@@ -454,7 +383,7 @@ void tst_CMwQRangeSlider::signalOrder()
     slider.setValues(20, 70);
     slider.setTracking(tracking);
     slider.setSliderDown(down);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
     if (positions)
         slider.setPositions(lower, upper);
     else
@@ -489,7 +418,7 @@ void tst_CMwQRangeSlider::nothingChanges()
     slider.setSliderDown(down);
     QCoreApplication::processEvents();
     slider.paints = 0;
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
 
     slider.setPositions(20, 70);
     slider.setPositions(70, 20);
@@ -582,7 +511,7 @@ void tst_CMwQRangeSlider::rangeChange()
     CMwQRangeSlider slider(Qt::Horizontal);
     slider.setValues(20, 70);
     slider.setSliderDown(down);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
     slider.setRange(minimum, maximum);
     QCOMPARE(*log, expected);
     QCOMPARE(QList<int>({slider.minimumValue(), slider.maximumValue()}), values);
@@ -593,7 +522,7 @@ void tst_CMwQRangeSlider::onRangeChangedIgnoresArguments()
 {
     TestRangeSlider slider(Qt::Horizontal);
     slider.setValues(20, 70);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
     slider.onRangeChanged(30, 40);
     QCOMPARE(*log, QStringList());
     QCOMPARE(slider.minimumValue(), 20);
@@ -622,7 +551,7 @@ void tst_CMwQRangeSlider::pressHandle()
     setUpTrack(&slider);
     slider.setValues(30, 60);
     QSignalSpy pressed(&slider, SIGNAL(sliderPressed()));
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
 
     const QRect rect = upper ? slider.upperRect() : slider.lowerRect();
     // Off the centre, to see the press offset kept during the drag.
@@ -719,7 +648,7 @@ void tst_CMwQRangeSlider::pressGrooveBetween()
     slider.setSymmetricMoves(symmetric);
     // An odd span, 51: the anchor is 45 and the half width 25.5.
     slider.setValues(20, 71);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
 
     const QPoint groove = slider.grooveRect().center();
     const int middle = (slider.along(slider.lowerRect().center()) + slider.along(slider.upperRect().center())) / 2;
@@ -937,7 +866,7 @@ void tst_CMwQRangeSlider::moveWithoutPress()
     TestRangeSlider slider(Qt::Horizontal);
     setUpTrack(&slider);
     slider.setValues(30, 60);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
     const QPoint at = slider.lowerRect().center();
     QVERIFY(!move(&slider, slider.dragPoint(at, 30, 10)));
     QCOMPARE(slider.minimumPosition(), 30);
@@ -978,7 +907,7 @@ void tst_CMwQRangeSlider::trackingOff()
     setUpTrack(&slider);
     slider.setValues(30, 60);
     slider.setTracking(false);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
 
     const QPoint at = slider.upperRect().center();
     QVERIFY(press(&slider, at));
@@ -1130,13 +1059,9 @@ void tst_CMwQRangeSlider::drawsTickItems()
     slider.resize(215, 60);
     slider.setValues(0, 100);
     slider.setTickItemList({{50, QSlider::TicksBelow, QStringLiteral("half")}, {20, QSlider::NoTicks, QString()}});
-    const QStyleOptionSlider opt = slider.option();
-    const int half = slider.style()->pixelMetric(QStyle::PM_SliderLength, &opt, &slider) / 2;
-    const int available = slider.style()->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, &slider);
-    const QRect groove = slider.grooveRect().adjusted(-2, -2, -1, -1);
-    const auto markAt = [&](int value) {
-        return QStyle::sliderPositionFromValue(0, 100, value, available, false) + half;
-    };
+    const SliderTickGeometry ticks(&slider);
+    const QRect groove = ticks.groove;
+    const auto markAt = [&](int value) { return ticks.pos(value); };
     QImage image(slider.size(), QImage::Format_ARGB32_Premultiplied);
     slider.render(&image);
     QVERIFY(qGray(image.pixel(markAt(50), groove.bottom() + 3)) < 80);
@@ -1333,7 +1258,7 @@ void tst_CMwQRangeSlider::emptyRange()
     slider.setRange(7, 7);
     QCOMPARE(slider.minimumValue(), 7);
     QCOMPARE(slider.maximumValue(), 7);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider);
     slider.setValues(0, 100);
     slider.setPositions(-3, 30);
     QCOMPARE(*log, QStringList());

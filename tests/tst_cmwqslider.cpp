@@ -1,6 +1,8 @@
+#include "metatypelookup.h"
 #include "vel_test_main.h"
 
 #include "globalstrut_support.h"
+#include "slider_test_support.h"
 
 #include <vel_qt_widgets/CMwQSlider.h>
 
@@ -23,61 +25,18 @@ class TestSlider : public CMwQSlider
 
 public:
     using CMwQSlider::CMwQSlider;
-    using QSlider::initStyleOption;
 
-    QStyleOptionSlider option() const
-    {
-        QStyleOptionSlider opt;
-        initStyleOption(&opt);
-        return opt;
-    }
+    QStyleOptionSlider option() const { return sliderOption(this); }
 };
 
-// The geometry the tick painters work with, taken from the style the same
-// way: half the handle length, the space available and the adjusted groove.
-struct Geometry
+// The tick geometry of a slider under test, from its style.
+struct Geometry : SliderTickGeometry
 {
-    explicit Geometry(const TestSlider &slider)
-        : opt(slider.option())
+    explicit Geometry(const QSlider &slider)
+        : SliderTickGeometry(&slider)
     {
-        const QStyle *style = slider.style();
-        half = style->pixelMetric(QStyle::PM_SliderLength, &opt, &slider) / 2;
-        available = style->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, &slider);
-        rawGroove = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, &slider);
-        groove = rawGroove.adjusted(-2, -2, -1, -1);
-        handle = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, &slider);
     }
-
-    int pos(int value) const
-    {
-        return QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, value, available, false) + half;
-    }
-
-    QStyleOptionSlider opt;
-    int half = 0;
-    int available = 0;
-    QRect rawGroove;
-    QRect groove;
-    QRect handle;
 };
-
-QImage renderOf(QWidget &widget)
-{
-    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::magenta);
-    widget.render(&image);
-    return image;
-}
-
-bool isInk(const QImage &image, int x, int y)
-{
-    return qGray(image.pixel(x, y)) < 80;
-}
-
-bool isBackground(const QImage &image, int x, int y)
-{
-    return image.pixel(x, y) == QApplication::palette().color(QPalette::Window).rgb();
-}
 
 // Positions along the track where a mark line crosses the given probe line
 // (a row for horizontal sliders, a column for vertical ones), leaving out
@@ -135,34 +94,6 @@ int aboveProbe(const Geometry &g)
 int belowProbe(const Geometry &g)
 {
     return g.opt.orientation == Qt::Horizontal ? g.groove.bottom() + 3 : g.groove.right() + 3;
-}
-
-// Where a label of an item lands, from the label rules of the slider.
-QRect labelRect(const Geometry &g, const QFont &font, int value, const QString &text, bool above)
-{
-    const QFontMetrics fm(font);
-    const int p = QStyle::sliderPositionFromValue(g.opt.minimum, g.opt.maximum, value, g.available, false);
-    QRect r = fm.boundingRect(text);
-    r.moveCenter(QPoint(g.half + p, 0));
-    if (r.left() < g.half)
-        r.moveLeft(g.half);
-    if (r.right() > g.half + g.available)
-        r.moveRight(g.half + g.available);
-    if (above)
-        r.moveBottom(g.groove.top() - 1);
-    else
-        r.moveTop(g.groove.bottom() + 5);
-    return r;
-}
-
-// The label is laid out from the corner of its rectangle, whole: the
-// rectangle is the text's ink box and the last glyph may end past it.
-void drawLabel(QImage *image, const QWidget &widget, const QRect &r, const QString &text)
-{
-    QPainter painter(image);
-    painter.setFont(widget.font());
-    painter.setPen(widget.palette().color(QPalette::WindowText));
-    painter.drawText(QRectF(r), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, text);
 }
 
 // A paint device that keeps the texts drawn on it, wherever they land, also
@@ -340,8 +271,8 @@ void tst_CMwQSlider::tickItemListProperty()
     QVERIFY(property.isDesignable());
     QVERIFY(property.isStored());
     QCOMPARE(property.userType(), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
-    QCOMPARE(QMetaType::type("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
+    QCOMPARE(metaTypeIdOfName("CMwQSlider::TMwTickItemList"), qMetaTypeId<TMwTickItemList>());
 }
 
 void tst_CMwQSlider::tickItemListStream()
@@ -635,8 +566,8 @@ void tst_CMwQSlider::labels()
     if (shift == 0)
         QVERIFY(centred.left() >= g.half && centred.right() <= g.half + g.available);
 
-    const QRect above = labelRect(g, slider.font(), value, text, true);
-    const QRect below = labelRect(g, slider.font(), value, text, false);
+    const QRect above = g.labelRect(slider.font(), value, text, true);
+    const QRect below = g.labelRect(slider.font(), value, text, false);
     if (shift < 0)
         QCOMPARE(above.left(), g.half);
     if (shift > 0)

@@ -3,6 +3,8 @@
 // CTest runs this executable once per setting (tests/CMakeLists.txt); every
 // run checks that its setting took effect before it checks the labels.
 
+#include "slider_test_support.h"
+
 #include <vel_qt_widgets/CMwQSlider.h>
 
 #include <QtGui/QFontInfo>
@@ -22,61 +24,17 @@ namespace {
 // The font is given in points, so that the font resolution decides its size.
 constexpr int fontPoints = 9;
 
-class TestSlider : public CMwQSlider
-{
-    Q_OBJECT
-
-public:
-    using CMwQSlider::CMwQSlider;
-
-    QStyleOptionSlider option() const
-    {
-        QStyleOptionSlider opt;
-        initStyleOption(&opt);
-        return opt;
-    }
-};
-
 // Where the label of an item stands: the text's ink box centred on the
 // item's position, kept inside the track, above or below the groove.
-QRect labelRect(const TestSlider &slider, int value, const QString &text, bool above)
+QRect labelRect(const CMwQSlider &slider, int value, const QString &text, bool above)
 {
-    const QStyleOptionSlider opt = slider.option();
-    const QStyle *style = slider.style();
-    const int half = style->pixelMetric(QStyle::PM_SliderLength, &opt, &slider) / 2;
-    const int available = style->pixelMetric(QStyle::PM_SliderSpaceAvailable, &opt, &slider);
-    const QRect groove
-        = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, &slider)
-              .adjusted(-2, -2, -1, -1);
-    const int p
-        = QStyle::sliderPositionFromValue(opt.minimum, opt.maximum, value, available, false);
-    QRect r = QFontMetrics(slider.font()).boundingRect(text);
-    r.moveCenter(QPoint(half + p, 0));
-    if (r.left() < half)
-        r.moveLeft(half);
-    if (r.right() > half + available)
-        r.moveRight(half + available);
-    if (above)
-        r.moveBottom(groove.top() - 1);
-    else
-        r.moveTop(groove.bottom() + 5);
-    return r;
+    return SliderTickGeometry(&slider).labelRect(slider.font(), value, text, above);
 }
 
 // The widget as it reaches the screen, in device pixels.
 QImage grabbed(QWidget &widget)
 {
     return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
-// The whole text, drawn from the corner of its label rectangle without any
-// clip, in the widget's font and text colour.
-void drawWholeText(QImage *image, const QWidget &widget, const QRect &r, const QString &text)
-{
-    QPainter painter(image);
-    painter.setFont(widget.font());
-    painter.setPen(widget.palette().color(QPalette::WindowText));
-    painter.drawText(QRectF(r), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, text);
 }
 
 // Device pixels where two pictures of the same size differ.
@@ -124,7 +82,7 @@ void tst_CMwQSliderLabelScale::settingTookEffect()
     const double dpi = environmentNumber("QT_FONT_DPI", 96);
     const double scale = environmentNumber("QT_SCALE_FACTOR", 1);
     QCOMPARE(QFontInfo(QApplication::font()).pixelSize(), qRound(fontPoints * dpi / 72));
-    TestSlider slider(Qt::Horizontal);
+    CMwQSlider slider(Qt::Horizontal);
     QCOMPARE(slider.grab().devicePixelRatioF(), scale);
 }
 
@@ -152,7 +110,7 @@ void tst_CMwQSliderLabelScale::labelsAreWhole()
     QFETCH(int, sides);
     QFETCH(QString, text);
 
-    TestSlider slider(Qt::Horizontal);
+    CMwQSlider slider(Qt::Horizontal);
     slider.setRange(0, 100);
     // The handle stays clear of the labels: it is drawn over them.
     slider.setValue(15);
@@ -172,7 +130,7 @@ void tst_CMwQSliderLabelScale::labelsAreWhole()
         if (!(sides & (above ? QSlider::TicksAbove : QSlider::TicksBelow)))
             continue;
         const QRect r = labelRect(slider, value, text, above);
-        drawWholeText(&expected, slider, r, text);
+        drawLabel(&expected, slider, r, text);
 
         // The widget is high enough for the whole text: drawn alone with
         // room around it, none of its ink lies outside the widget.
@@ -186,7 +144,7 @@ void tst_CMwQSliderLabelScale::labelsAreWhole()
         roomy.setDevicePixelRatio(ratio);
         roomy.fill(Qt::white);
         const QImage blank = roomy;
-        drawWholeText(&roomy, slider, r.translated(pad, pad), text);
+        drawLabel(&roomy, slider, r.translated(pad, pad), text);
         const QRect ink = differingPixels(roomy, blank);
         QVERIFY(!ink.isEmpty());
         QVERIFY2(widgetRect.contains(ink.translated(-shift, -shift)),

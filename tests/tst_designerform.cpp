@@ -1,5 +1,8 @@
 #include "vel_test_main.h"
 
+#include <vel_qt_widgets/CMwQDoubleSlider.h>
+#include <vel_qt_widgets/CMwQSlider.h>
+
 #include <QtCore/QFile>
 #include <QtGui/QColor>
 #include <QtUiTools/QUiLoader>
@@ -14,6 +17,7 @@ class tst_DesignerForm : public QObject
 private Q_SLOTS:
     void pluginFolderOffersTheTenWidgets();
     void loadsEveryWidgetWithItsProperties();
+    void formSlidersTakeTickItemLists();
 };
 
 namespace {
@@ -110,6 +114,38 @@ void tst_DesignerForm::loadsEveryWidgetWithItsProperties()
     QVERIFY(flow);
     QVERIFY(flow->layout());
     QCOMPARE(flow->layout()->metaObject()->className(), "CMwQFlowLayout");
+}
+
+// The plug-in creates the sliders of a form; their tick lists are the
+// application's meta-types, set and read through the property as a form
+// would, the integer list on the integer sliders, the double form on the
+// floating-point ones.
+void tst_DesignerForm::formSlidersTakeTickItemLists()
+{
+    QUiLoader loader;
+    preparePluginFolder(&loader);
+    QWidget host;
+    QWidget *form = loadForm(&loader, &host);
+    QVERIFY2(form, qPrintable(loader.errorString()));
+
+    const CMwQSlider::TMwTickItemList ints {{10, QSlider::TicksAbove, QStringLiteral("ten")},
+        {40, QSlider::TicksBothSides, QString()}};
+    const CMwQDoubleSlider::TMwTickItemList doubles {{0.75, QSlider::TicksBelow, QStringLiteral("3/4")}};
+    for (const char *name : {"slider", "sliderRange"}) {
+        QWidget *slider = form->findChild<QWidget *>(QLatin1String(name));
+        QVERIFY2(slider, name);
+        QCOMPARE(slider->property("tickItemList").userType(), qMetaTypeId<CMwQSlider::TMwTickItemList>());
+        QVERIFY2(slider->setProperty("tickItemList", QVariant::fromValue(ints)), name);
+        QCOMPARE(slider->property("tickItemList").value<CMwQSlider::TMwTickItemList>(), ints);
+    }
+    for (const char *name : {"sliderDouble", "sliderDoubleRange"}) {
+        QWidget *slider = form->findChild<QWidget *>(QLatin1String(name));
+        QVERIFY2(slider, name);
+        QCOMPARE(slider->property("tickItemList").userType(),
+            qMetaTypeId<CMwQDoubleSlider::TMwTickItemList>());
+        QVERIFY2(slider->setProperty("tickItemList", QVariant::fromValue(doubles)), name);
+        QCOMPARE(slider->property("tickItemList").value<CMwQDoubleSlider::TMwTickItemList>(), doubles);
+    }
 }
 
 VEL_TEST_MAIN(tst_DesignerForm)

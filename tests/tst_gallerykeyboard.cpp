@@ -237,22 +237,29 @@ void tst_GalleryKeyboard::walkPage()
         const QString failure = operate(focus, first);
         if (!failure.isEmpty())
             failures << QStringLiteral("%1: %2").arg(describe(focus), failure);
+        // A user's keys come at least one event-loop turn apart, so layouts
+        // the last one asked for (a toolbar showing the buttons of actions it
+        // made visible) have run before the next.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         press(Qt::Key_Tab);
     }
     if (page->isAncestorOf(QApplication::focusWidget()))
         failures << QStringLiteral("Tab never leaves the page");
+    // A composite counts as reached when the focus went into it: Tab enters
+    // the grid's fresh filter editor at its placeholder row's column picker.
+    const auto reached = [&visited](QWidget *widget) {
+        for (QWidget *focus : qAsConst(visited)) {
+            if (focus == widget || widget->isAncestorOf(focus))
+                return true;
+        }
+        return false;
+    };
     const QList<QWidget *> stops = tabStops(page);
     for (QWidget *widget : stops) {
-        if (!visited.contains(widget))
+        if (!reached(widget))
             failures << QStringLiteral("never reached: %1").arg(describe(widget));
     }
 
-    // Open: in the gallery, Tab enters the grid at its corner button and
-    // reaches the toolbar only after the statistics table, and leaves the
-    // page from "Define Filter" instead of going on into the filter editor.
-    QEXPECT_FAIL("Hierarchical grid",
-        "the grid's toolbar and filter editor come after its statistics table in the Tab chain",
-        Abort);
     QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
 }
 

@@ -18,6 +18,7 @@
 #include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -186,6 +187,8 @@ private Q_SLOTS:
     void mouseContextMenuInBodyOpensNothing();
     void showColumnMenuRejectsBadSection();
     void tabWalksToolbarThenGrid();
+    void tabOrderHoldsInsideAnotherWindow_data();
+    void tabOrderHoldsInsideAnotherWindow();
     void spaceTriggersToolbarActions();
     void spaceOnResizeButtonFitsColumns();
     void tabEntersFilterAtFirstUsableCell();
@@ -354,6 +357,82 @@ void tst_GridKeyboard::tabWalksToolbarThenGrid()
     auto *filter = g.grid.findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
     // The placeholder row's column picker: the editor's only usable cell.
     QCOMPARE(QApplication::focusWidget(), filter->cellWidget(0, 2));
+}
+
+void tst_GridKeyboard::tabOrderHoldsInsideAnotherWindow_data()
+{
+    // true: built on a page of its own (beside a label) that joins the
+    // window later, as in the gallery; false: built without a parent, then
+    // laid out.
+    QTest::addColumn<bool>("onPage");
+    QTest::newRow("built on a page") << true;
+    QTest::newRow("added to a layout") << false;
+}
+
+void tst_GridKeyboard::tabOrderHoldsInsideAnotherWindow()
+{
+    QFETCH(bool, onPage);
+    QWidget window;
+    auto *windowLayout = new QVBoxLayout(&window);
+    auto *before = new QLineEdit(&window);
+    windowLayout->addWidget(before);
+    CMwHierarchicalGridView *grid = nullptr;
+    if (onPage) {
+        auto *page = new QWidget;
+        auto *pageLayout = new QVBoxLayout(page);
+        pageLayout->addWidget(new QLabel(QStringLiteral("Orders"), page));
+        grid = new CMwHierarchicalGridView(page);
+        pageLayout->addWidget(grid, 1);
+        windowLayout->addWidget(page);
+    } else {
+        grid = new CMwHierarchicalGridView;
+        windowLayout->addWidget(grid, 1);
+    }
+    auto *after = new QLineEdit(&window);
+    windowLayout->addWidget(after);
+    grid->setModel(cities(grid));
+    QAbstractItemModelTester tester(
+        grid->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    window.resize(700, 500);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    auto *toolbar = grid->findChild<QToolBar *>(QStringLiteral("MainToolbar"));
+    const auto tool
+        = [toolbar](int action) { return toolbar->widgetForAction(toolbar->actions().at(action)); };
+    auto *resizeButton = grid->findChild<QPushButton *>(QStringLiteral("resizeButton"));
+    auto *body = grid->findChild<CMwGridTreeView *>(QStringLiteral("DataView"));
+    auto *statistics = grid->findChild<QTableView *>(QStringLiteral("statisticTableView"));
+    auto *filter = grid->findChild<CMwFilterWidget *>(QStringLiteral("FilterTable"));
+
+    // Into the grid at its toolbar, out of it after the statistics.
+    before->setFocus(Qt::TabFocusReason);
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(before));
+    QWidget *const forward[] = {tool(ShowStatistics), tool(UseFilter), tool(DefineFilter),
+        resizeButton, body, statistics, after};
+    for (QWidget *next : forward) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), next);
+    }
+    QWidget *const backward[] = {statistics, body, resizeButton, tool(DefineFilter),
+        tool(UseFilter), tool(ShowStatistics), before};
+    for (QWidget *next : backward) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), next);
+    }
+
+    // "Define Filter" opens the editor: the row actions, then the editor's
+    // placeholder column picker, then the rest of the grid.
+    tool(DefineFilter)->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(tool(DefineFilter), Qt::Key_Space);
+    QTRY_VERIFY(tool(Remove)->isVisible());
+    QWidget *const opened[] = {tool(Up), tool(Down), tool(Remove), filter->cellWidget(0, 2),
+        resizeButton, body, statistics, after};
+    for (QWidget *next : opened) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), next);
+    }
 }
 
 void tst_GridKeyboard::spaceTriggersToolbarActions()

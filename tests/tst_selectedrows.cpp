@@ -5,8 +5,9 @@
 // trees and cells that cannot be selected.
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
-#include "cmwselectedrows_p.h"
+#include "cmwgridtablemodel_p.h"
 #include "grid_view_watch.h"
+#include "selectedrows_p.h"
 #include "vel_test_main.h"
 
 #include <QtCore/QRandomGenerator>
@@ -17,6 +18,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -158,6 +160,15 @@ QStandardItemModel *tree(QObject *parent, quint32 seed)
     return model;
 }
 
+// A subclass of the ready model that changes nothing it shows.
+class DerivedTableModel : public CMwGridTableModel
+{
+    Q_OBJECT
+
+public:
+    using CMwGridTableModel::CMwGridTableModel;
+};
+
 } // namespace
 
 class tst_SelectedRows : public QObject
@@ -172,6 +183,8 @@ private Q_SLOTS:
     void limitStopsEarly();
     void toggleUnderOneParent();
     void emptyAndMissing();
+    void subclassOfReadyModelReadsDirectly_data();
+    void subclassOfReadyModelReadsDirectly();
 
 private:
     static bool compareWithReference(const QItemSelectionModel *selection, QString *message);
@@ -421,6 +434,55 @@ void tst_SelectedRows::emptyAndMissing()
     QStandardItemModel model(3, 2);
     QItemSelectionModel selection(&model);
     QCOMPARE(vel::SelectedRows(&selection).count(), 0);
+}
+
+void tst_SelectedRows::subclassOfReadyModelReadsDirectly_data()
+{
+    QTest::addColumn<bool>("derived"); // the model is a subclass of CMwGridTableModel
+
+    QTest::newRow("CMwGridTableModel") << false;
+    QTest::newRow("subclass") << true;
+}
+
+void tst_SelectedRows::subclassOfReadyModelReadsDirectly()
+{
+    QFETCH(bool, derived);
+    std::unique_ptr<CMwGridTableModel> model(
+        derived ? new DerivedTableModel : new CMwGridTableModel);
+    model->setTable({{QStringLiteral("N")}, {QStringLiteral("T")}},
+        {{3, QStringLiteral("b")}, {1, QStringLiteral("a")}, {QVariant(), QStringLiteral("b")},
+            {2, QVariant()}});
+    watchModel(model.get());
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(model.get());
+    watchModel(&proxy);
+    // Sorted, so that proxy rows and records differ.
+    proxy.sort(0, Qt::AscendingOrder);
+    QItemSelectionModel selection(&proxy);
+    for (int row : {0, 2, 3}) {
+        selection.select(
+            proxy.index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+
+    vel::SelectedRows rows(&selection);
+    QCOMPARE(rows.count(), 3);
+    const vel::GridTableCells *cells = vel::GridTableCells::of(model.get());
+    QVERIFY(cells);
+    const QModelIndexList selected = selection.selectedRows(0);
+    for (int column = 0; column < 2; ++column) {
+        const std::vector<const QVariant *> &read = rows.displayCells(column);
+        const QVector<QVariant> reference = referenceColumn(&selection, column);
+        QCOMPARE(int(read.size()), reference.size());
+        for (int i = 0; i < reference.size(); ++i) {
+            QVERIFY2(sameValue(*read[size_t(i)], reference.at(i)),
+                qPrintable(describe(reference.at(i))));
+            // Read in place from the table's own storage, not copied out of data().
+            const int record = cells->record(proxy.mapToSource(selected.at(i)));
+            QCOMPARE(read[size_t(i)], &cells->cell(record, column));
+        }
+    }
+    // The texts come numbered from the table, which only the direct reading gives.
+    QVERIFY(rows.textNumbers());
 }
 
 VEL_TEST_MAIN(tst_SelectedRows)

@@ -1,5 +1,7 @@
 #include "vel_test_main.h"
 
+#include "slider_test_support.h"
+
 #include "testvalueproxies.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
@@ -86,11 +88,6 @@ public:
 QAccessibleValueInterface *valueOf(QAccessibleInterface *iface)
 {
     return iface ? iface->valueInterface() : nullptr;
-}
-
-const char *orientationName(Qt::Orientation o)
-{
-    return o == Qt::Horizontal ? "horizontal" : "vertical";
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "vel_test_main.h"
 
+#include "slider_test_support.h"
+
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -26,19 +28,8 @@ class TestRangeSlider : public CMwQRangeSlider
 public:
     using CMwQRangeSlider::CMwQRangeSlider;
 
-    QStyleOptionSlider option() const
-    {
-        QStyleOptionSlider opt;
-        initStyleOption(&opt);
-        return opt;
-    }
-    QRect handleRect(int position) const
-    {
-        QStyleOptionSlider opt = option();
-        opt.sliderPosition = position;
-        opt.sliderValue = position;
-        return style()->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, this);
-    }
+    QStyleOptionSlider option() const { return sliderOption(this); }
+    QRect handleRect(int position) const { return handleRectAt(this, position, position); }
     QRect lowerRect() const { return handleRect(minimumPosition()); }
     QRect upperRect() const { return handleRect(maximumPosition()); }
 
@@ -46,12 +37,9 @@ public:
     int pixelDelta(int from, int to) const
     {
         const QStyleOptionSlider opt = option();
-        const QRect gr
-            = style()->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderGroove, this);
-        const QRect sr = handleRect(from);
-        const bool horizontal = orientation() == Qt::Horizontal;
-        const int span = horizontal ? gr.right() - sr.width() + 1 - gr.x()
-                                    : gr.bottom() - sr.height() + 1 - gr.y();
+        int start = 0;
+        int span = 0;
+        sliderTrack(this, &start, &span);
         return QStyle::sliderPositionFromValue(minimum(), maximum(), to, span, opt.upsideDown)
             - QStyle::sliderPositionFromValue(minimum(), maximum(), from, span, opt.upsideDown);
     }
@@ -88,45 +76,6 @@ public:
     }
 };
 
-void sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButton button,
-    Qt::MouseButtons buttons)
-{
-    QMouseEvent e(type, pos, widget->mapToGlobal(pos), button, buttons, Qt::NoModifier);
-    QApplication::sendEvent(widget, &e);
-}
-
-// Every signal of a range slider, pressed and released included, in order.
-QStringList *recordSignals(CMwQRangeSlider *slider)
-{
-    auto *log = new QStringList;
-    QObject::connect(slider, &QObject::destroyed, [log]() { delete log; });
-    const auto one = [log](const char *name) {
-        return [log, name](int v) {
-            log->append(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(v));
-        };
-    };
-    const auto two = [log](const char *name) {
-        return [log, name](int a, int b) {
-            log->append(QStringLiteral("%1(%2,%3)").arg(QLatin1String(name)).arg(a).arg(b));
-        };
-    };
-    QObject::connect(slider, &CMwQRangeSlider::minimumValueChanged, one("minimumValueChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::maximumValueChanged, one("maximumValueChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::valuesChanged, two("valuesChanged"));
-    QObject::connect(
-        slider, &CMwQRangeSlider::minimumPositionChanged, one("minimumPositionChanged"));
-    QObject::connect(
-        slider, &CMwQRangeSlider::maximumPositionChanged, one("maximumPositionChanged"));
-    QObject::connect(slider, &CMwQRangeSlider::positionsChanged, two("positionsChanged"));
-    QObject::connect(slider, &QAbstractSlider::actionTriggered, one("actionTriggered"));
-    QObject::connect(slider, &QAbstractSlider::sliderPressed,
-        [log]() { log->append(QStringLiteral("sliderPressed")); });
-    QObject::connect(slider, &QAbstractSlider::sliderReleased,
-        [log]() { log->append(QStringLiteral("sliderReleased")); });
-    QObject::connect(slider, &QAbstractSlider::valueChanged, one("valueChanged"));
-    return log;
-}
-
 // A window with a line edit before and after the widget under test, all in
 // one row, shown and active.
 struct FocusRow
@@ -158,11 +107,6 @@ void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     QWidget *focus = QApplication::focusWidget();
     QVERIFY(focus);
     QTest::keyClick(focus, Qt::Key(key), modifiers);
-}
-
-const char *orientationName(Qt::Orientation o)
-{
-    return o == Qt::Horizontal ? "horizontal" : "vertical";
 }
 
 } // namespace
@@ -339,7 +283,7 @@ void tst_SliderKeyboard::handleStopsAtTheOther()
     if (upper)
         QTest::keyClick(&slider, Qt::Key_Tab);
     const Qt::Key towards = upper ? Qt::Key_Down : Qt::Key_Up;
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider, true);
     QTest::keyClick(&slider, towards);
     QCOMPARE(slider.minimumValue(), upper ? 49 : 50);
     QCOMPARE(slider.maximumValue(), upper ? 49 : 50);
@@ -411,7 +355,7 @@ void tst_SliderKeyboard::keyMoveIsADrag()
     setUp(&keyed);
     if (upper)
         QTest::keyClick(&keyed, Qt::Key_Tab);
-    QStringList *keyLog = recordSignals(&keyed);
+    QStringList *keyLog = recordRangeSliderSignals(&keyed, true);
     QTest::keyClick(&keyed, Qt::Key(key));
     QCOMPARE(*keyLog, expected);
     QVERIFY(!keyed.isSliderDown());
@@ -420,7 +364,7 @@ void tst_SliderKeyboard::keyMoveIsADrag()
 
     TestRangeSlider dragged(orientation);
     setUp(&dragged);
-    QStringList *dragLog = recordSignals(&dragged);
+    QStringList *dragLog = recordRangeSliderSignals(&dragged, true);
     const int from = upper ? 60 : 30;
     const QPoint at = (upper ? dragged.upperRect() : dragged.lowerRect()).center();
     const int delta = dragged.pixelDelta(from, to);
@@ -440,7 +384,7 @@ void tst_SliderKeyboard::keyMoveWithTrackingOff()
     slider.setRange(0, 100);
     slider.setValues(30, 60);
     slider.setTracking(false);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider, true);
     QTest::keyClick(&slider, Qt::Key_Right);
     // The key commits at once, as a drag with tracking on would.
     QCOMPARE(*log,
@@ -481,7 +425,7 @@ void tst_SliderKeyboard::keysDuringMouseDrag()
     slider.setValues(30, 60);
     sendMouse(&slider, QEvent::MouseButtonPress, slider.lowerRect().center(), Qt::LeftButton,
         Qt::LeftButton);
-    QStringList *log = recordSignals(&slider);
+    QStringList *log = recordRangeSliderSignals(&slider, true);
     QTest::keyClick(&slider, Qt::Key_Right);
     QCOMPARE(*log, QStringList());
     QCOMPARE(slider.minimumValue(), 30);

@@ -9,7 +9,7 @@
 // localeAwareCompare keeps the collator it makes on its first call in a
 // thread, for the default locale of that moment. Each locale is therefore
 // checked in a new thread, started after the default locale is set.
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 

@@ -3,12 +3,11 @@
 
 #include "vel_qt_widgets_export.h"
 
+#include <vel_qt_widgets/CMwStatisticsDelegate.h>
+#include <vel_qt_widgets/CMwStatisticsItemModel.h>
+
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
-#include <QtGui/QStandardItemModel>
-#include <QtWidgets/QStyledItemDelegate>
-
-class CMwHierarchicalGridView;
 
 /*!
     \file CMwGridStatistics.h
@@ -43,48 +42,5 @@ class CMwHierarchicalGridView;
 VEL_QT_WIDGETS_EXPORT void QVectorCalcStatistics(const QVector<QVariant> &values, double &count,
                                                  double &distinct, double &min, double &max,
                                                  double &mean, double &stdev);
-
-/*!
-    \brief The model of the grid's statistics table: one item per
-    (statistics row, column), each column as wide as the grid's body column.
-*/
-class VEL_QT_WIDGETS_EXPORT CMwStatisticsItemModel : public QStandardItemModel
-{
-    Q_OBJECT
-
-public:
-    /*! An empty model; with a grid as \a parent, columns follow the grid's widths. */
-    explicit CMwStatisticsItemModel(CMwHierarchicalGridView *parent = nullptr);
-    ~CMwStatisticsItemModel() override;
-
-    /*! Qt::SizeHintRole: QSize(grid column width - 1, 0) when the parent is
-        a grid; everything else as QStandardItemModel. */
-    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-
-private:
-    Q_DISABLE_COPY(CMwStatisticsItemModel)
-};
-
-/*!
-    \brief The delegate of the statistics table: continues the table's grid
-    lines to the right of the last column.
-*/
-class VEL_QT_WIDGETS_EXPORT CMwStatisticsDelegate : public QStyledItemDelegate
-{
-    Q_OBJECT
-
-public:
-    /*! A delegate for the statistics table. */
-    explicit CMwStatisticsDelegate(QObject *parent = nullptr);
-    ~CMwStatisticsDelegate() override;
-
-    /*! Paints the cell as QStyledItemDelegate does; the last column's cell
-        also draws the grid lines on to the right edge of the view. */
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-
-private:
-    Q_DISABLE_COPY(CMwStatisticsDelegate)
-};
 
 #endif // VEL_QT_WIDGETS_CMWGRIDSTATISTICS_H

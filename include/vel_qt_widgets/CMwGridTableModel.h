@@ -15,7 +15,9 @@ QT_BEGIN_NAMESPACE
 class QIODevice;
 QT_END_NAMESPACE
 
-class CMwGridTableModelPrivate;
+namespace vel {
+class GridTableCells;
+}
 
 /*!
     \brief A ready item model for CMwHierarchicalGridView: a table of values
@@ -39,6 +41,10 @@ class CMwGridTableModelPrivate;
     Changes of shape (new table, grouping) are announced with layoutChanged(),
     which the grid listens to in order to rebuild its header, row numbers and
     statistics.
+
+    The grid computes its statistics over a selection from the values held
+    here, read directly rather than through data(), for a subclass too: a
+    subclass shows other figures there only by holding other values.
 
     \code
     auto *model = new CMwGridTableModel(grid);
@@ -157,8 +163,11 @@ Q_SIGNALS:
     void groupColumnChanged(int column);
 
 private:
-    friend class CMwGridTableModelPrivate;
-    std::unique_ptr<CMwGridTableModelPrivate> d;
+    class Private;
+    // The grid's statistics over a selection read the cells through it.
+    friend class vel::GridTableCells;
+    std::unique_ptr<Private> const d;
+
     Q_DISABLE_COPY(CMwGridTableModel)
 };
 

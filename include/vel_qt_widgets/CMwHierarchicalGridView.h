@@ -112,8 +112,8 @@ public Q_SLOTS:
     void onFilterChanged();
 
 protected:
-    /*! For subclasses that extend the private data: takes ownership of \a dd. */
-    CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate &dd, QWidget *parent);
+    /*! For subclasses that extend the private data: takes ownership of \a d. */
+    CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate *d, QWidget *parent);
 
     /*! Builds the header model from the columns' HeaderPathRole. */
     void createHierarchicalHeaderItemModel();

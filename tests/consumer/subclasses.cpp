@@ -513,7 +513,7 @@ class ConsumerGrid : public CMwHierarchicalGridView
 
 public:
     explicit ConsumerGrid(QWidget *parent = nullptr)
-        : CMwHierarchicalGridView(*new ConsumerGridPrivate, parent)
+        : CMwHierarchicalGridView(new ConsumerGridPrivate, parent)
     {
     }
     ConsumerGridPrivate *priv() const { return static_cast<ConsumerGridPrivate *>(d_vel.data()); }

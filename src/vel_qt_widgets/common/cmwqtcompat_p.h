@@ -31,18 +31,6 @@ inline int roundHalfUp(double d)
     return int(qint64(d - double(i) + 0.5) + i);
 }
 
-// Registers T's QDataStream operators under name, for QVariant and QSettings.
-// Qt 6 finds them by itself when the type is registered.
-template<typename T>
-inline void registerStreamOperators(const char *name)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    Q_UNUSED(name);
-#else
-    qRegisterMetaTypeStreamOperators<T>(name);
-#endif
-}
-
 // A mouse event's position in the receiving widget (Qt 6: position()).
 inline QPoint eventPos(const QMouseEvent *event)
 {

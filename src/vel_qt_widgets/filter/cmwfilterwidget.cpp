@@ -2,6 +2,7 @@
 
 #include "cmwfilterkeynavigator_p.h"
 #include "cmwfiltertexts_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
@@ -9,6 +10,23 @@
 #include <QtWidgets/QHeaderView>
 
 namespace {
+
+// Two filter lists are the same when Qt 5's QVariant equality says so, cell
+// for cell, whichever Qt the library runs on.
+bool sameFilter(const QVector<QVector<QVariant>> &a, const QVector<QVector<QVariant>> &b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int r = 0; r < a.size(); ++r) {
+        if (a.at(r).size() != b.at(r).size())
+            return false;
+        for (int c = 0; c < a.at(r).size(); ++c) {
+            if (!vel::Qt5Variant::equal(a.at(r).at(c), b.at(r).at(c)))
+                return false;
+        }
+    }
+    return true;
+}
 
 enum Column { CheckColumn = 0, OperatorColumn, ColumnColumn, ComparatorColumn, ValueColumn, ColumnCount };
 
@@ -408,7 +426,7 @@ void CMwFilterWidget::onFilterChanged(bool active)
     } else if (d->m_bActive) {
         QVector<QVector<QVariant>> filter;
         takeFilter(filter);
-        if (filter == d->m_lastFilter)
+        if (sameFilter(filter, d->m_lastFilter))
             return;
         d->m_lastFilter = filter;
         if (d->m_refModel)

@@ -1,8 +1,7 @@
 #include "cmwsortfilterproxymodel_p.h"
 
 #include "cmwfiltertexts_p.h"
-#include "cmwqtcompat_p.h"
-#include "cmwvariantcompareshim_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwGridRoles.h>
 
@@ -11,33 +10,31 @@
 namespace {
 
 // Qt 5's QVariant ordering (with its numeric and string conversions) is the
-// comparison the filter is defined by.
-QT_WARNING_PUSH
-QT_WARNING_DISABLE_DEPRECATED
+// comparison the filter is defined by, in every Qt version.
 bool compareCell(int comparator, const QVariant &cell, const QVariant &value)
 {
+    namespace Qt5 = vel::Qt5Variant;
     switch (comparator) {
     case VelFilterTexts::GreaterOrEqual:
-        return VelVariantCompareShim::compare(cell, value) >= 0;
+        return Qt5::greaterOrEqual(cell, value);
     case VelFilterTexts::SmallerOrEqual:
-        return VelVariantCompareShim::compare(cell, value) <= 0;
+        return Qt5::lessOrEqual(cell, value);
     case VelFilterTexts::Greater:
-        return VelVariantCompareShim::compare(cell, value) > 0;
+        return Qt5::greater(cell, value);
     case VelFilterTexts::Smaller:
-        return VelVariantCompareShim::compare(cell, value) < 0;
+        return Qt5::less(cell, value);
     case VelFilterTexts::Equal:
-        return cell == value;
+        return Qt5::equal(cell, value);
     case VelFilterTexts::NotEqual:
-        return !(cell == value);
+        return !Qt5::equal(cell, value);
     case VelFilterTexts::Empty:
-        return cell.isNull();
+        return Qt5::isNull(cell);
     case VelFilterTexts::NotEmpty:
-        return !cell.isNull();
+        return !Qt5::isNull(cell);
     default:
         return false;
     }
 }
-QT_WARNING_POP
 
 // The answer of an ordering comparator from the sign of the comparison.
 bool orderingMatch(int comparator, int sign)
@@ -81,18 +78,19 @@ const CMwSortFilterProxyModelPrivate::ForCellType &CMwSortFilterProxyModelPrivat
     }
     ForCellType entry;
     entry.cellType = type;
-    // Qt compares a numeric cell with a text by converting the text to the
+    // Qt 5 compared a numeric cell with a text by converting the text to the
     // cell's type: equality is then the exact equality of that type, and
     // an ordering the numeric comparison of the two. That conversion is the
     // same for every row, so it is done here once. Whatever else (a text
     // that does not convert, a value that is no text, other cell types)
-    // keeps Qt's own comparison row by row.
+    // keeps the full Qt 5 comparison row by row.
     const QVariant &value = conditions.at(index).value;
-    QVariant converted = value;
+    QVariant converted;
     const bool numericCell = type == QMetaType::Int || type == QMetaType::LongLong
         || type == QMetaType::UInt || type == QMetaType::ULongLong || type == QMetaType::Bool
         || type == QMetaType::Double;
-    if (value.userType() == QMetaType::QString && numericCell && VelQt::convert(converted, type)) {
+    if (value.userType() == QMetaType::QString && numericCell
+        && vel::Qt5Variant::convert(value, type, &converted)) {
         switch (type) {
         case QMetaType::Int:
         case QMetaType::LongLong:
@@ -124,9 +122,9 @@ bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) co
     const int comparator = compiled.at(index).comparator;
     switch (comparator) {
     case VelFilterTexts::Empty:
-        return cell.isNull();
+        return vel::Qt5Variant::isNull(cell);
     case VelFilterTexts::NotEmpty:
-        return !cell.isNull();
+        return !vel::Qt5Variant::isNull(cell);
     case VelFilterTexts::GreaterOrEqual:
     case VelFilterTexts::SmallerOrEqual:
     case VelFilterTexts::Greater:
@@ -139,8 +137,8 @@ bool CMwSortFilterProxyModelPrivate::matches(int index, const QVariant &cell) co
     }
 
     const ForCellType &entry = forCellType(index, cell.userType());
-    // A null cell of a numeric type is rare; Qt decides it.
-    if (entry.kind == CellKind::Generic || cell.isNull())
+    // A null cell of a numeric type is rare; the full comparison decides it.
+    if (entry.kind == CellKind::Generic || vel::Qt5Variant::isNull(cell))
         return compareCell(comparator, cell, conditions.at(index).value);
 
     int s = 0;

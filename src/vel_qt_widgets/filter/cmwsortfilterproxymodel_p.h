@@ -19,7 +19,7 @@ public:
     // from the same static text tables the conditions are compared with.
     // How a cell of one type is compared with a condition's value.
     enum class CellKind {
-        Generic, // Qt's own comparison, conversions and all, for every row
+        Generic, // Qt 5's comparison, conversions and all, for every row
         Signed, // int and qlonglong cells against the value as a qlonglong
         Unsigned, // uint and qulonglong cells against the value as a qulonglong
         Boolean, // bool cells against the value as a bool
@@ -50,7 +50,7 @@ public:
     // Finds (or makes) the entry of cell type type for condition index.
     const ForCellType &forCellType(int index, int type) const;
     // One condition against one cell: the same answer as Qt's QVariant
-    // comparison of cell with the condition's value.
+    // comparison of cell with the condition's value (vel::Qt5Variant).
     bool matches(int index, const QVariant &cell) const;
 
     void connectSource(QAbstractItemModel *model);

@@ -1,6 +1,7 @@
 #include "cmwgridtablemodel_p.h"
 #include "cmwqtcompat_p.h"
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 #include <vel_qt_widgets/CMwGridTableModel.h>
@@ -29,10 +30,22 @@ struct Group
 
 } // namespace
 
-class CMwGridTableModelPrivate
+class CMwGridTableModel::Private : public vel::GridTableCells
 {
 public:
-    explicit CMwGridTableModelPrivate(CMwGridTableModel *q) : q(q) {}
+    explicit Private(CMwGridTableModel *q)
+        : q(q)
+    {
+    }
+    virtual ~Private() = default;
+
+    int record(const QModelIndex &index) const override { return recordOf(index); }
+    const QVariant &cell(int record, int column) const override
+    {
+        return columns.at(column).at(record);
+    }
+    const QVector<int> &textNumbers(int column, int *count) const override;
+    bool isFlat() const override { return !isGrouped(); }
 
     int columnCount() const { return paths.size(); }
     int recordCount() const { return records; }
@@ -53,10 +66,6 @@ public:
         return q->createIndex(rowInGroup.at(record), column, quintptr(group + 1));
     }
     int visibleRowCount() const { return records + (isGrouped() ? groups.size() : 0); }
-    static const CMwGridTableModelPrivate *of(const CMwGridTableModel *model)
-    {
-        return model->d.get();
-    }
 
     void buildGroups();
     void clearGroups();
@@ -85,27 +94,20 @@ public:
         QVector<int> ofRecord;
         int count = -1;
     };
-    mutable QVector<TextNumbers> textNumbers;
+    mutable QVector<TextNumbers> textNumbersOf;
 };
 
-namespace vel {
-
-int gridTableRecord(const CMwGridTableModel *model, const QModelIndex &index)
+const vel::GridTableCells *vel::GridTableCells::of(const QAbstractItemModel *model)
 {
-    return CMwGridTableModelPrivate::of(model)->recordOf(index);
+    const auto *table = qobject_cast<const CMwGridTableModel *>(model);
+    return table ? table->d.get() : nullptr;
 }
 
-const QVariant &gridTableCell(const CMwGridTableModel *model, int record, int column)
+const QVector<int> &CMwGridTableModel::Private::textNumbers(int column, int *count) const
 {
-    return CMwGridTableModelPrivate::of(model)->columns.at(column).at(record);
-}
-
-const QVector<int> &gridTableTextNumbers(const CMwGridTableModel *model, int column, int *count)
-{
-    const CMwGridTableModelPrivate *d = CMwGridTableModelPrivate::of(model);
-    CMwGridTableModelPrivate::TextNumbers &numbers = d->textNumbers[column];
+    TextNumbers &numbers = textNumbersOf[column];
     if (numbers.count < 0) {
-        const QVector<QVariant> &cells = d->columns.at(column);
+        const QVector<QVariant> &cells = columns.at(column);
         QHash<QString, int> ids;
         for (int record = 0; record < cells.size(); ++record) {
             const QVariant &cell = cells.at(record);
@@ -125,9 +127,7 @@ const QVector<int> &gridTableTextNumbers(const CMwGridTableModel *model, int col
     return numbers.ofRecord;
 }
 
-} // namespace vel
-
-void CMwGridTableModelPrivate::clearGroups()
+void CMwGridTableModel::Private::clearGroups()
 {
     groups.clear();
     groupOfRecord.clear();
@@ -137,7 +137,7 @@ void CMwGridTableModelPrivate::clearGroups()
 // Groups in the order the statistics walk the column, split where that walk
 // counts a new distinct value (so there are as many groups as "Distinct"
 // says), plus one for the empty cells.
-void CMwGridTableModelPrivate::buildGroups()
+void CMwGridTableModel::Private::buildGroups()
 {
     clearGroups();
     if (!isGrouped())
@@ -162,9 +162,9 @@ void CMwGridTableModelPrivate::buildGroups()
 
 // A change of shape that keeps every record: announced as a layout change,
 // so that selections and expanded rows follow the records.
-void CMwGridTableModelPrivate::regroup(int column)
+void CMwGridTableModel::Private::regroup(int column)
 {
-    emit q->layoutAboutToBeChanged();
+    Q_EMIT q->layoutAboutToBeChanged();
     const QModelIndexList before = q->persistentIndexList();
     QVector<int> recordsBefore;
     recordsBefore.reserve(before.size());
@@ -181,11 +181,11 @@ void CMwGridTableModelPrivate::regroup(int column)
         after.append(record < 0 ? QModelIndex() : indexOfRecord(record, before.at(i).column()));
     }
     q->changePersistentIndexList(before, after);
-    emit q->layoutChanged();
+    Q_EMIT q->layoutChanged();
 }
 
-void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
-                                          const QVector<QVector<QVariant>> &newRecords)
+void CMwGridTableModel::Private::resetTable(
+    const QVector<QStringList> &newPaths, const QVector<QVector<QVariant>> &newRecords)
 {
     q->beginResetModel();
     const bool wasGrouped = isGrouped();
@@ -201,17 +201,17 @@ void CMwGridTableModelPrivate::resetTable(const QVector<QStringList> &newPaths,
     groupColumn = -1;
     clearGroups();
     stats = QVector<QVector<QVariant>>(paths.size());
-    textNumbers = QVector<TextNumbers>(paths.size());
+    textNumbersOf = QVector<TextNumbers>(paths.size());
     q->endResetModel();
     // The grid rebuilds its header, row numbers and statistics on
     // layoutChanged(), not on a reset; tell it that the shape is new.
-    emit q->layoutAboutToBeChanged();
-    emit q->layoutChanged();
+    Q_EMIT q->layoutAboutToBeChanged();
+    Q_EMIT q->layoutChanged();
     if (wasGrouped)
-        emit q->groupColumnChanged(-1);
+        Q_EMIT q->groupColumnChanged(-1);
 }
 
-const QVector<QVariant> &CMwGridTableModelPrivate::statistics(int column) const
+const QVector<QVariant> &CMwGridTableModel::Private::statistics(int column) const
 {
     QVector<QVariant> &cached = stats[column];
     if (cached.isEmpty()) {
@@ -225,7 +225,7 @@ const QVector<QVariant> &CMwGridTableModelPrivate::statistics(int column) const
     return cached;
 }
 
-QVariant CMwGridTableModelPrivate::groupData(int group, int column, int role) const
+QVariant CMwGridTableModel::Private::groupData(int group, int column, int role) const
 {
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
@@ -244,7 +244,8 @@ QVariant CMwGridTableModelPrivate::groupData(int group, int column, int role) co
 }
 
 CMwGridTableModel::CMwGridTableModel(QObject *parent)
-    : QAbstractItemModel(parent), d(new CMwGridTableModelPrivate(this))
+    : QAbstractItemModel(parent)
+    , d(new Private(this))
 {
 }
 
@@ -281,7 +282,7 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
     for (int c = 0; c < d->columnCount(); ++c) {
         d->columns[c].append(c < record.size() ? record.at(c) : QVariant());
         d->stats[c].clear();
-        d->textNumbers[c] = {};
+        d->textNumbersOf[c] = {};
     }
     ++d->records;
     if (!d->isGrouped()) {
@@ -321,23 +322,23 @@ void CMwGridTableModel::setValue(int record, int column, const QVariant &value)
         return;
     }
     QVariant &cell = d->columns[column][record];
-    if (cell == value && cell.userType() == value.userType())
+    if (cell.userType() == value.userType() && vel::Qt5Variant::equal(cell, value))
         return;
     cell = value;
     d->stats[column].clear();
-    d->textNumbers[column] = {};
+    d->textNumbersOf[column] = {};
     if (column == d->groupColumn) {
         // The record may belong to another group now.
         d->regroup(column);
         return;
     }
     const QModelIndex changed = d->indexOfRecord(record, column);
-    emit dataChanged(changed, changed);
+    Q_EMIT dataChanged(changed, changed);
     // A filter shows a group row while any of its records passes: the group
     // row is announced too, so that a filtering proxy asks again.
     if (d->isGrouped()) {
         const QModelIndex group = changed.parent();
-        emit dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
+        Q_EMIT dataChanged(group, group.sibling(group.row(), d->columnCount() - 1));
     }
 }
 
@@ -367,7 +368,7 @@ void CMwGridTableModel::groupByColumn(mw_int32 iLogicalIndex)
     if (column == d->groupColumn)
         return;
     d->regroup(column);
-    emit groupColumnChanged(column);
+    Q_EMIT groupColumnChanged(column);
 }
 
 QModelIndex CMwGridTableModel::index(int row, int column, const QModelIndex &parent) const

@@ -1,7 +1,11 @@
 #include "cmwhierarchicalgridview_p.h"
 
-#include "cmwselectedrows_p.h"
-#include "cmwstatisticsorder_p.h"
+#include "gridlookup_p.h"
+#include "gridmetrics_p.h"
+#include "qvectorcalcstatistics_p.h"
+#include "selectedrows_p.h"
+#include "statisticsheaderview_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
@@ -131,14 +135,31 @@ void CMwHierarchicalGridViewPrivate::fitResizeButton() const
     button->setMaximumHeight(height);
 }
 
+QObject *vel::GridLookup::object(CMwHierarchicalGridView *grid) { return grid; }
+
+const CMwHierarchicalGridView *vel::GridLookup::grid(const QObject *object)
+{
+    return qobject_cast<const CMwHierarchicalGridView *>(object);
+}
+
+int vel::GridLookup::columnWidth(const CMwHierarchicalGridView *grid, int column)
+{
+    return grid->columnWidth(column);
+}
+
+QColor vel::GridLookup::branchParentColor(const CMwHierarchicalGridView *grid)
+{
+    return grid->colorBranchParent();
+}
+
 CMwHierarchicalGridView::CMwHierarchicalGridView(QWidget *parent)
-    : CMwHierarchicalGridView(*new CMwHierarchicalGridViewPrivate, parent)
+    : CMwHierarchicalGridView(new CMwHierarchicalGridViewPrivate, parent)
 {
 }
 
-CMwHierarchicalGridView::CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate &dd,
-                                                 QWidget *parent)
-    : QWidget(parent), d_vel(&dd)
+CMwHierarchicalGridView::CMwHierarchicalGridView(CMwHierarchicalGridViewPrivate *d, QWidget *parent)
+    : QWidget(parent)
+    , d_vel(d)
 {
     d_vel->q_ptr = this;
     init();
@@ -148,36 +169,60 @@ CMwHierarchicalGridView::~CMwHierarchicalGridView() = default;
 
 void CMwHierarchicalGridView::init()
 {
+    Q_D(CMwHierarchicalGridView);
+    // Creation order is the children's order, and with it the focus chain
+    // before the tab order below is set.
     auto *toolbar = new QToolBar;
     toolbar->setObjectName(QStringLiteral("MainToolbar"));
     toolbar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    CMwFilterWidget *filter = d->createFilter();
+    QPushButton *resizeButton = d->createResizeButton();
+    CMwGridTreeView *dataView = d->createBody();
+    QTableView *statistics = d->createStatisticsTable();
+    d->layOut(toolbar, filter, resizeButton, dataView, statistics);
+    d->fillToolbar(toolbar, filter);
+    d->wire(toolbar, filter, resizeButton, dataView, statistics);
+}
 
-    auto *filter = new CMwFilterWidget(this);
+CMwFilterWidget *CMwHierarchicalGridViewPrivate::createFilter()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *filter = new CMwFilterWidget(q);
     filter->setObjectName(QStringLiteral("FilterTable"));
     // Opened by "Define Filter".
     filter->hide();
-    connect(filter, SIGNAL(filterChanged()), this, SLOT(onFilterChanged()));
+    QObject::connect(filter, SIGNAL(filterChanged()), q, SLOT(onFilterChanged()));
+    return filter;
+}
 
-    auto *resizeButton = new QPushButton(this);
+QPushButton *CMwHierarchicalGridViewPrivate::createResizeButton()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *resizeButton = new QPushButton(q);
     resizeButton->setObjectName(QStringLiteral("resizeButton"));
     resizeButton->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    resizeButton->setMaximumWidth(50);
-    resizeButton->setMaximumHeight(10);
+    resizeButton->setMaximumWidth(vel::rowNumberColumnWidth);
+    resizeButton->setMaximumHeight(vel::resizeButtonInitialHeight);
     resizeButton->setIcon(QIcon(QStringLiteral(":/w32_commonres/res/AutoSize_columns.svg")));
-    connect(resizeButton, SIGNAL(pressed()), this, SLOT(onResizeToContents()));
+    QObject::connect(resizeButton, SIGNAL(pressed()), q, SLOT(onResizeToContents()));
     // Icon only: screen readers need the name the picture stands for.
     resizeButton->setAccessibleName(translated(fitColumnsText));
+    return resizeButton;
+}
 
-    auto *dataView = new CMwGridTreeView(this);
+CMwGridTreeView *CMwHierarchicalGridViewPrivate::createBody()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *dataView = new CMwGridTreeView(q);
     dataView->setObjectName(QStringLiteral("DataView"));
     // Frameless, like the row numbers and the statistics table beside and
     // below it: rows, row numbers and statistics columns line up to the pixel.
     dataView->setFrameShape(QFrame::NoFrame);
 
-    auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, this);
+    auto *rowNumbers = new CMwVHeaderView(Qt::Vertical, q);
     rowNumbers->setObjectName(QStringLiteral("VerticalHeader"));
     rowNumbers->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    rowNumbers->setMaximumWidth(50);
+    rowNumbers->setMaximumWidth(vel::rowNumberColumnWidth);
     rowNumbers->verticalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     rowNumbers->verticalScrollBar()->hide();
     rowNumbers->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -187,7 +232,7 @@ void CMwHierarchicalGridView::init()
     rowNumbers->setTreeView(dataView);
 
     dataView->horizontalScrollBar()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    dataView->horizontalScrollBar()->setMaximumHeight(1);
+    dataView->horizontalScrollBar()->setMaximumHeight(vel::hiddenScrollBarHeight);
     dataView->horizontalScrollBar()->hide();
     dataView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     dataView->setCornerWidget(nullptr);
@@ -200,17 +245,23 @@ void CMwHierarchicalGridView::init()
     dataView->setUniformRowHeights(true);
     dataView->setSelectionBehavior(QAbstractItemView::SelectRows);
     dataView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    return dataView;
+}
 
-    auto *statistics = new QTableView(this);
+QTableView *CMwHierarchicalGridViewPrivate::createStatisticsTable()
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *statistics = new QTableView(q);
     statistics->setObjectName(QStringLiteral("statisticTableView"));
+    statistics->setHorizontalHeader(new vel::StatisticsHeaderView(statistics));
     statistics->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     statistics->horizontalHeader()->setDefaultAlignment(Qt::AlignRight);
     statistics->horizontalHeader()->hide();
     statistics->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     statistics->verticalHeader()->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
-    statistics->verticalHeader()->setMaximumWidth(50);
+    statistics->verticalHeader()->setMaximumWidth(vel::rowNumberColumnWidth);
     // The rows keep the body's row height, also below the style's minimum.
-    statistics->verticalHeader()->setMinimumSectionSize(1);
+    statistics->verticalHeader()->setMinimumSectionSize(vel::rowSectionMinimumSize);
     statistics->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     // Its height is counted in rows (six, plus the scroll bar when shown):
     // a frame would cost the last row two pixels and bring a scroll bar.
@@ -221,8 +272,14 @@ void CMwHierarchicalGridView::init()
     // Tab leaves the read-only figures instead of wrapping through their
     // cells for ever; the arrow keys still move between them.
     statistics->setTabKeyNavigation(false);
+    return statistics;
+}
 
-    auto *layout = new QVBoxLayout(this);
+void CMwHierarchicalGridViewPrivate::layOut(QToolBar *toolbar, CMwFilterWidget *filter,
+    QPushButton *resizeButton, CMwGridTreeView *dataView, QTableView *statistics)
+{
+    Q_Q(CMwHierarchicalGridView);
+    auto *layout = new QVBoxLayout(q);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(toolbar);
@@ -234,31 +291,35 @@ void CMwHierarchicalGridView::init()
     corner->setContentsMargins(0, 0, 0, 0);
     corner->setSpacing(0);
     corner->addWidget(resizeButton);
-    corner->addWidget(rowNumbers);
+    corner->addWidget(rowNumbers());
     body->addLayout(corner);
     body->addWidget(dataView);
     layout->addLayout(body);
     layout->addWidget(statistics);
+}
 
+void CMwHierarchicalGridViewPrivate::fillToolbar(QToolBar *toolbar, CMwFilterWidget *filter)
+{
+    Q_Q(CMwHierarchicalGridView);
     QAction *showStatistics = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/suma_file.svg")), translated(showStatisticsText));
     showStatistics->setToolTip(showStatistics->text());
     showStatistics->setCheckable(true);
     showStatistics->setChecked(true);
-    connect(showStatistics, SIGNAL(triggered()), this, SLOT(showStatistics()));
+    QObject::connect(showStatistics, SIGNAL(triggered()), q, SLOT(showStatistics()));
 
     QAction *useFilter = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")), translated(useFilterText));
     useFilter->setToolTip(useFilter->text());
     useFilter->setCheckable(true);
-    connect(useFilter, SIGNAL(triggered()), this, SLOT(activateFilter()));
-    connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
+    QObject::connect(useFilter, SIGNAL(triggered()), q, SLOT(activateFilter()));
+    QObject::connect(useFilter, SIGNAL(toggled(bool)), filter, SLOT(onActivateFilter(bool)));
 
     QAction *defineFilter = toolbar->addAction(
         QIcon(QStringLiteral(":/w32_commonres/res/filter_edit.svg")), translated(defineFilterText));
     defineFilter->setToolTip(defineFilter->text());
     defineFilter->setCheckable(true);
-    connect(defineFilter, SIGNAL(triggered()), this, SLOT(editFilter()));
+    QObject::connect(defineFilter, SIGNAL(triggered()), q, SLOT(editFilter()));
 
     struct RowAction
     {
@@ -275,48 +336,63 @@ void CMwHierarchicalGridView::init()
         QAction *action = toolbar->addAction(QIcon(QLatin1String(row.icon)), translated(row.text));
         action->setToolTip(action->text());
         action->setVisible(false);
-        connect(action, SIGNAL(triggered()), filter, row.slot);
-        connect(defineFilter, SIGNAL(toggled(bool)), action, SLOT(setVisible(bool)));
+        QObject::connect(action, SIGNAL(triggered()), filter, row.slot);
+        QObject::connect(defineFilter, SIGNAL(toggled(bool)), action, SLOT(setVisible(bool)));
     }
+}
 
-    connect(dataView, SIGNAL(expanded(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
-    connect(dataView, SIGNAL(collapsed(QModelIndex)), this, SLOT(onExpanded(QModelIndex)));
-    connect(header, SIGNAL(showColumn(mw_int32, bool)), this, SLOT(onShowColumn(mw_int32, bool)));
-    connect(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), this,
-            SLOT(onSortIndicatorChanged(int, Qt::SortOrder)));
-    connect(header, SIGNAL(sectionResized(int, int, int)), this,
-            SLOT(sectionResized(int, int, int)));
-    connect(dataView->verticalScrollBar(), SIGNAL(valueChanged(int)), rowNumbers,
-            SLOT(setOffset(int)));
-    connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
-            dataView->horizontalScrollBar(), SLOT(setValue(int)));
-    statistics->horizontalScrollBar()->installEventFilter(this);
+void CMwHierarchicalGridViewPrivate::wire(QToolBar *toolbar, CMwFilterWidget *filter,
+    QPushButton *resizeButton, CMwGridTreeView *dataView, QTableView *statistics)
+{
+    Q_Q(CMwHierarchicalGridView);
+    QHeaderView *header = dataView->header();
+    QObject::connect(dataView, SIGNAL(expanded(QModelIndex)), q, SLOT(onExpanded(QModelIndex)));
+    QObject::connect(dataView, SIGNAL(collapsed(QModelIndex)), q, SLOT(onExpanded(QModelIndex)));
+    QObject::connect(
+        header, SIGNAL(showColumn(mw_int32, bool)), q, SLOT(onShowColumn(mw_int32, bool)));
+    QObject::connect(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), q,
+        SLOT(onSortIndicatorChanged(int, Qt::SortOrder)));
+    QObject::connect(
+        header, SIGNAL(sectionResized(int, int, int)), q, SLOT(sectionResized(int, int, int)));
+    QObject::connect(dataView->verticalScrollBar(), SIGNAL(valueChanged(int)), rowNumbers(),
+        SLOT(setOffset(int)));
+    QObject::connect(statistics->horizontalScrollBar(), SIGNAL(valueChanged(int)),
+        dataView->horizontalScrollBar(), SLOT(setValue(int)));
+    statistics->horizontalScrollBar()->installEventFilter(q);
 
     // Tool buttons take no focus by default; Tab reaches them here, and
     // Space triggers them. A click still leaves the focus where it was.
-    QWidget *previous = nullptr;
+    QList<QWidget *> buttons;
     for (QAction *action : toolbar->actions()) {
-        QWidget *button = toolbar->widgetForAction(action);
-        if (!button)
-            continue;
-        button->setFocusPolicy(Qt::TabFocus);
-        if (previous)
-            setTabOrder(previous, button);
-        previous = button;
+        if (QWidget *button = toolbar->widgetForAction(action)) {
+            button->setFocusPolicy(Qt::TabFocus);
+            buttons << button;
+        }
     }
-    // Tab runs top to bottom as the grid is laid out; the toolbar joined
-    // the grid last and would otherwise come last.
-    const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
-    for (QWidget *next : below) {
-        if (previous)
-            setTabOrder(previous, next);
-        previous = next;
+    // Tab runs top to bottom as the grid is laid out. The toolbar joined the
+    // grid last, so its buttons close the chain; as a ring that looks right,
+    // but where the grid sits in another window the chain is cut before the
+    // grid and the toolbar would come after the statistics. The first button
+    // stays, as the first stop after the grid; the others follow it.
+    if (!buttons.isEmpty()) {
+        const QList<QWidget *> below = {filter, resizeButton, dataView, statistics};
+        QWidget *previous = buttons.first();
+        for (QWidget *next : below) {
+            QWidget::setTabOrder(previous, next);
+            previous = next;
+        }
+        // Behind the first button, ahead of the editor moved there above.
+        previous = buttons.first();
+        for (QWidget *button : buttons.mid(1)) {
+            QWidget::setTabOrder(previous, button);
+            previous = button;
+        }
     }
     // The menu key and Shift+F10 in the body open the column menu.
-    dataView->installEventFilter(this);
+    dataView->installEventFilter(q);
     // The header's height also changes without a new model (a caption turned
     // rotated, another font); the corner button follows it.
-    header->installEventFilter(this);
+    header->installEventFilter(q);
 }
 
 void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
@@ -482,7 +558,8 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
             QStandardItem *item = nullptr;
             const QVariant caption = candidate ? candidate->data(Qt::DisplayRole) : QVariant();
             // Single-level columns are never merged, even under equal captions.
-            if (candidate && caption.isValid() && path.size() > 1 && caption == path.at(level)) {
+            if (candidate && caption.isValid() && path.size() > 1
+                && vel::Qt5Variant::equal(caption, path.at(level))) {
                 item = candidate;
             } else {
                 item = new QStandardItem;
@@ -504,7 +581,7 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
         // levels must be measured again, and the body must lay it out anew.
         if (header->count() > 0)
             header->headerDataChanged(Qt::Horizontal, 0, header->count() - 1);
-        QMetaObject::invokeMethod(view, "updateGeometries");
+        view->updateGeometries();
         header->viewport()->update();
     }
     delete d->headerModel.data();
@@ -605,7 +682,8 @@ void CMwHierarchicalGridView::updateControl()
 {
     Q_D(CMwHierarchicalGridView);
     if (QTableView *table = d->statisticTableView()) {
-        emit table->horizontalHeader()->geometriesChanged();
+        if (auto *header = qobject_cast<vel::StatisticsHeaderView *>(table->horizontalHeader()))
+            header->announceGeometries();
         table->update();
     }
     if (CMwVHeaderView *rowNumbers = d->rowNumbers())

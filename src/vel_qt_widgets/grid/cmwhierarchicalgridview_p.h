@@ -6,8 +6,10 @@
 #include <QtCore/QPointer>
 
 QT_BEGIN_NAMESPACE
+class QPushButton;
 class QStandardItemModel;
 class QTableView;
+class QToolBar;
 QT_END_NAMESPACE
 
 class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridViewPrivate
@@ -16,6 +18,19 @@ class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridViewPrivate
 
 public:
     virtual ~CMwHierarchicalGridViewPrivate();
+
+    // The children, one kind each, in the order the constructor makes them.
+    CMwFilterWidget *createFilter();
+    QPushButton *createResizeButton();
+    // The body with its multi-level header and the row numbers beside it.
+    CMwGridTreeView *createBody();
+    QTableView *createStatisticsTable();
+    void layOut(QToolBar *toolbar, CMwFilterWidget *filter, QPushButton *resizeButton,
+        CMwGridTreeView *dataView, QTableView *statistics);
+    void fillToolbar(QToolBar *toolbar, CMwFilterWidget *filter);
+    // Connections between the children, the tab order and the event filters.
+    void wire(QToolBar *toolbar, CMwFilterWidget *filter, QPushButton *resizeButton,
+        CMwGridTreeView *dataView, QTableView *statistics);
 
     CMwGridTreeView *dataView() const;
     QTableView *statisticTableView() const;

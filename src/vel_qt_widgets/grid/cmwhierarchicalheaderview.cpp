@@ -1,7 +1,5 @@
 #include "cmwhierarchicalheaderview_p.h"
 
-#include "modelshapesignals_p.h"
-
 #include <QtCore/QCoreApplication>
 #include <QtCore/QItemSelectionModel>
 #include <QtGui/QCursor>
@@ -30,70 +28,6 @@ constexpr int menuMinimumWidth = 150;
 Q_COREAPP_STARTUP_FUNCTION(registerGridTypes)
 
 // ---------------------------------------------------------------------------
-// CMwHeaderLeafCache
-
-CMwHeaderLeafCache::CMwHeaderLeafCache(QObject *parent)
-    : QObject(parent)
-{
-}
-
-void CMwHeaderLeafCache::watch(QAbstractItemModel *model)
-{
-    if (m_watched != model) {
-        if (m_watched)
-            disconnect(m_watched, nullptr, this, nullptr);
-        m_watched = model;
-        if (model) {
-            // Any change of shape can move leaves between sections.
-            connect(model, SIGNAL(destroyed()), this, SLOT(invalidate()));
-            velConnectShapeChanged(model, this, SLOT(invalidate()));
-        }
-    }
-    invalidate();
-}
-
-void CMwHeaderLeafCache::invalidate()
-{
-    valid = false;
-    leaves.clear();
-    spans.clear();
-    m_builtFor = nullptr;
-    m_sectionCount = -1;
-}
-
-void CMwHeaderLeafCache::ensure(const QAbstractItemModel *model, int sectionCount)
-{
-    if (valid && m_builtFor == model && m_sectionCount == sectionCount)
-        return;
-    invalidate();
-    if (model) {
-        const int top = model->columnCount();
-        for (int i = 0; i < top; ++i)
-            collect(model, model->index(0, i));
-    }
-    m_builtFor = model;
-    m_sectionCount = sectionCount;
-    valid = true;
-}
-
-void CMwHeaderLeafCache::collect(const QAbstractItemModel *model, const QModelIndex &cell)
-{
-    if (!cell.isValid())
-        return;
-    const int children = model->columnCount(cell);
-    if (children == 0) {
-        leaves.append(cell);
-        return;
-    }
-    Span span;
-    span.firstLeaf = leaves.size();
-    for (int i = 0; i < children; ++i)
-        collect(model, model->index(0, i, cell));
-    span.leafCount = leaves.size() - span.firstLeaf;
-    spans.insert(cell, span);
-}
-
-// ---------------------------------------------------------------------------
 // Tree helpers
 
 CMwHierarchicalHeaderViewPrivate::~CMwHierarchicalHeaderViewPrivate() = default;
@@ -114,84 +48,6 @@ QModelIndexList CMwHierarchicalHeaderViewPrivate::pathTo(const QModelIndex &cell
     return path;
 }
 
-QModelIndexList CMwHierarchicalHeaderViewPrivate::collectLeaves(const QModelIndex &cell) const
-{
-    QModelIndexList result;
-    if (!cell.isValid())
-        return result;
-    const QAbstractItemModel *model = cell.model();
-    const int children = model->columnCount(cell);
-    if (children == 0) {
-        result.append(cell);
-        return result;
-    }
-    for (int i = 0; i < children; ++i)
-        result += collectLeaves(model->index(0, i, cell));
-    return result;
-}
-
-QModelIndexList CMwHierarchicalHeaderViewPrivate::leavesOf(const QModelIndex &cell) const
-{
-    QModelIndexList result;
-    if (!cell.isValid())
-        return result;
-    const QAbstractItemModel *model = cell.model();
-    const int children = model->columnCount(cell);
-    for (int i = 0; i < children; ++i)
-        result += collectLeaves(model->index(0, i, cell));
-    return result;
-}
-
-QModelIndex CMwHierarchicalHeaderViewPrivate::walkLeafForSection(int section) const
-{
-    if (!headerModel)
-        return QModelIndex();
-    // The walk always runs along columns, for a vertical header too.
-    int counter = -1;
-    const int top = headerModel->columnCount();
-    for (int i = 0; i < top; ++i) {
-        const QModelIndexList leaves = collectLeaves(headerModel->index(0, i));
-        if (counter + leaves.size() >= section)
-            return section > counter ? leaves.at(section - counter - 1) : QModelIndex();
-        counter += leaves.size();
-    }
-    return QModelIndex();
-}
-
-int CMwHierarchicalHeaderViewPrivate::walkSpanLength(const QModelIndex &cell,
-                                                     const QModelIndex &leaf, int section) const
-{
-    Q_Q(const CMwHierarchicalHeaderView);
-    const QModelIndexList leaves = leavesOf(cell);
-    if (leaves.isEmpty())
-        return q->sectionSize(section);
-    const int n = leaves.indexOf(leaf);
-    int length = 0;
-    for (int i = 0; i < leaves.size(); ++i)
-        length += q->sectionSize(section - n + i);
-    return length;
-}
-
-int CMwHierarchicalHeaderViewPrivate::walkSpanStart(const QModelIndex &cell,
-                                                    const QModelIndex &leaf, int section,
-                                                    int sectionStart) const
-{
-    Q_Q(const CMwHierarchicalHeaderView);
-    const QModelIndexList leaves = leavesOf(cell);
-    if (leaves.isEmpty())
-        return sectionStart;
-    const int n = leaves.indexOf(leaf);
-    int start = sectionStart;
-    for (int i = n - 1; i >= 0; --i)
-        start -= q->sectionSize(section - n + i);
-    return start;
-}
-
-int CMwHierarchicalHeaderViewPrivate::walkIndexInRoot(const QModelIndex &leaf) const
-{
-    return leavesOf(rootOf(leaf)).indexOf(leaf);
-}
-
 // ---------------------------------------------------------------------------
 // Cached lookups. Every caller passes a leaf that is the leaf of its
 // section, so the leaf's place under a cell follows from the section number.
@@ -208,8 +64,6 @@ const CMwHeaderLeafCache::Span *CMwHierarchicalHeaderViewPrivate::cachedSpan(
 QModelIndex CMwHierarchicalHeaderViewPrivate::leafForSection(int section) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
-    if (!useCache)
-        return walkLeafForSection(section);
     if (!headerModel)
         return QModelIndex();
     cache->ensure(headerModel.data(), q->count());
@@ -220,9 +74,8 @@ QModelIndex CMwHierarchicalHeaderViewPrivate::leafForSection(int section) const
 int CMwHierarchicalHeaderViewPrivate::spanLength(const QModelIndex &cell, const QModelIndex &leaf,
                                                  int section) const
 {
+    Q_UNUSED(leaf) // its place follows from the section number
     Q_Q(const CMwHierarchicalHeaderView);
-    if (!useCache)
-        return walkSpanLength(cell, leaf, section);
     const CMwHeaderLeafCache::Span *span = cachedSpan(cell);
     if (!span || span->leafCount == 0)
         return q->sectionSize(section);
@@ -241,9 +94,8 @@ int CMwHierarchicalHeaderViewPrivate::spanLength(const QModelIndex &cell, const 
 int CMwHierarchicalHeaderViewPrivate::spanStart(const QModelIndex &cell, const QModelIndex &leaf,
                                                 int section, int sectionStart) const
 {
+    Q_UNUSED(leaf) // its place follows from the section number
     Q_Q(const CMwHierarchicalHeaderView);
-    if (!useCache)
-        return walkSpanStart(cell, leaf, section, sectionStart);
     const CMwHeaderLeafCache::Span *span = cachedSpan(cell);
     if (!span || span->leafCount == 0)
         return sectionStart;
@@ -258,8 +110,6 @@ int CMwHierarchicalHeaderViewPrivate::spanStart(const QModelIndex &cell, const Q
 
 int CMwHierarchicalHeaderViewPrivate::indexInRoot(const QModelIndex &leaf, int section) const
 {
-    if (!useCache)
-        return walkIndexInRoot(leaf);
     const CMwHeaderLeafCache::Span *span = cachedSpan(rootOf(leaf));
     return span && span->leafCount > 0 ? section - span->firstLeaf : -1;
 }
@@ -271,7 +121,7 @@ CMwHierarchicalHeaderViewPrivate::CaptionMeasure CMwHierarchicalHeaderViewPrivat
     const QModelIndex &cell) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
-    const bool keep = painting && useCache;
+    const bool keep = painting;
     if (keep) {
         const auto it = paintMeasures.constFind(cell);
         if (it != paintMeasures.constEnd())

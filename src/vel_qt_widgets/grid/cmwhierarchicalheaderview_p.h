@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWHIERARCHICALHEADERVIEW_P_H
 #define VEL_QT_WIDGETS_CMWHIERARCHICALHEADERVIEW_P_H
 
+#include "cmwheaderleafcache_p.h"
+
 #include <vel_qt_widgets/CMwHierarchicalHeaderView.h>
 
 #include <QtCore/QHash>
@@ -13,52 +15,8 @@ QT_BEGIN_NAMESPACE
 class QPainter;
 QT_END_NAMESPACE
 
-/*!
-    The leaves of a header model in section order, with the range of
-    sections under every inner cell, built in one walk and kept until the
-    header model changes shape or the header's section count changes.
-
-    Without it every section would walk the header tree from the start,
-    which makes painting and resizing to contents quadratic in the number
-    of columns.
-*/
-class VEL_QT_WIDGETS_EXPORT CMwHeaderLeafCache : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit CMwHeaderLeafCache(QObject *parent = nullptr);
-
-    /*! Watches \a model for changes of shape; drops what was cached. */
-    void watch(QAbstractItemModel *model);
-    /*! Builds the table for \a model unless it is current for \a sectionCount. */
-    void ensure(const QAbstractItemModel *model, int sectionCount);
-
-    // Range of leaves under an inner cell; a leaf has none (count 0).
-    struct Span
-    {
-        int firstLeaf = 0;
-        int leafCount = 0;
-    };
-
-    QVector<QModelIndex> leaves;     // leaf of section k at position k
-    QHash<QModelIndex, Span> spans;  // every inner cell met on the walk
-    bool valid = false;
-
-public Q_SLOTS:
-    void invalidate();
-
-private:
-    void collect(const QAbstractItemModel *model, const QModelIndex &cell);
-
-    QPointer<QAbstractItemModel> m_watched;
-    const QAbstractItemModel *m_builtFor = nullptr;
-    int m_sectionCount = -1;
-};
-
 // Exported for subclasses that bring their own private object through the
-// protected constructor, and for the tests, which hold the cached lookups
-// against the plain walk.
+// protected constructor (the tests among them).
 class VEL_QT_WIDGETS_EXPORT CMwHierarchicalHeaderViewPrivate
 {
     Q_DECLARE_PUBLIC(CMwHierarchicalHeaderView)
@@ -67,25 +25,18 @@ public:
     CMwHierarchicalHeaderViewPrivate() = default;
     virtual ~CMwHierarchicalHeaderViewPrivate();
 
-    // The tree helpers, walked literally. They are the reference the cached
-    // lookups below must agree with.
     QModelIndex rootOf(const QModelIndex &cell) const;
     QModelIndexList pathTo(const QModelIndex &cell) const;
-    QModelIndexList collectLeaves(const QModelIndex &cell) const;
-    QModelIndexList leavesOf(const QModelIndex &cell) const;
-    QModelIndex walkLeafForSection(int section) const;
-    int walkSpanLength(const QModelIndex &cell, const QModelIndex &leaf, int section) const;
-    int walkSpanStart(const QModelIndex &cell, const QModelIndex &leaf, int section,
-                      int sectionStart) const;
-    // Index of leaf in leavesOf(rootOf(leaf)), -1 for a top-level leaf.
-    int walkIndexInRoot(const QModelIndex &leaf) const;
 
-    // Same answers from the cache (or from the walk while useCache is off).
-    QModelIndex leafForSection(int section) const;
-    int spanLength(const QModelIndex &cell, const QModelIndex &leaf, int section) const;
-    int spanStart(const QModelIndex &cell, const QModelIndex &leaf, int section,
-                  int sectionStart) const;
-    int indexInRoot(const QModelIndex &leaf, int section) const;
+    // The leaf of a section and the extent of the cells above it, from the
+    // leaf cache. Virtual so that a subclass's private object may answer
+    // them otherwise; the tests hold them against a plain walk of the tree.
+    virtual QModelIndex leafForSection(int section) const;
+    virtual int spanLength(const QModelIndex &cell, const QModelIndex &leaf, int section) const;
+    virtual int spanStart(
+        const QModelIndex &cell, const QModelIndex &leaf, int section, int sectionStart) const;
+    // Index of leaf in the leaves under its top-level cell, -1 for a top-level leaf.
+    virtual int indexInRoot(const QModelIndex &leaf, int section) const;
 
     QSize measureCell(const QModelIndex &cell, const QStyleOptionHeader &option) const;
     void drawStack(QPainter *painter, const QRect &rect, const QModelIndex &leaf, int section,
@@ -102,8 +53,6 @@ public:
     CMwHierarchicalHeaderView *q_ptr = nullptr;
     QPointer<QAbstractItemModel> headerModel;
     CMwHeaderLeafCache *cache = nullptr;
-    // Off only to compare the cached lookups and measures with the plain walk.
-    bool useCache = true;
 
     // What measuring a cell takes from the cell itself: the same for every
     // section a spanning cell is drawn for, so one paint event measures each

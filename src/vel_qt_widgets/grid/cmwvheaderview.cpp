@@ -1,105 +1,14 @@
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
-#include "modelshapesignals_p.h"
+#include "gridmetrics_p.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionHeader>
 #include <QtWidgets/QTreeView>
 
-// ---------------------------------------------------------------------------
-// CMwVHeaderViewModel
-
-CMwVHeaderViewModel::CMwVHeaderViewModel(QObject *parent)
-    : QAbstractTableModel(parent)
-{
-}
-
-CMwVHeaderViewModel::~CMwVHeaderViewModel() = default;
-
-void CMwVHeaderViewModel::setSourceModel(QAbstractItemModel *model)
-{
-    if (m_source == model)
-        return;
-    beginResetModel();
-    if (m_source)
-        disconnect(m_source, nullptr, this, nullptr);
-    m_source = model;
-    if (model) {
-        // The visible row count may change with any change of the source's
-        // shape, and nothing tells by how much: every such change resets.
-        velConnectShapeAboutToChange(model, this, SLOT(onSourceAboutToChange()));
-        velConnectShapeChanged(model, this, SLOT(onSourceChanged()));
-        connect(model, SIGNAL(headerDataChanged(Qt::Orientation, int, int)), this,
-                SLOT(onSourceHeaderDataChanged(Qt::Orientation)));
-        connect(model, SIGNAL(destroyed()), this, SLOT(onSourceAboutToChange()));
-        connect(model, SIGNAL(destroyed()), this, SLOT(onSourceChanged()));
-    }
-    endResetModel();
-}
-
-QAbstractItemModel *CMwVHeaderViewModel::sourceModel() const
-{
-    return m_source.data();
-}
-
-int CMwVHeaderViewModel::rowCount(const QModelIndex &parent) const
-{
-    // A table: indexes of this model have no children.
-    if (!m_source || parent.isValid())
-        return 0;
-    return qMax(0, m_source->headerData(0, Qt::Vertical, VisibleRowCountRole).toInt());
-}
-
-int CMwVHeaderViewModel::columnCount(const QModelIndex &parent) const
-{
-    if (!m_source || parent.isValid())
-        return 0;
-    return m_source->columnCount();
-}
-
-QVariant CMwVHeaderViewModel::data(const QModelIndex &index, int role) const
-{
-    if (!m_source || !checkIndex(index, CheckIndexOption::IndexIsValid))
-        return QVariant();
-    return m_source->index(index.row(), index.column()).data(role);
-}
-
-QVariant CMwVHeaderViewModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (!m_source)
-        return QVariant();
-    return m_source->headerData(section, orientation, role);
-}
-
-void CMwVHeaderViewModel::onSourceAboutToChange()
-{
-    if (m_resetting)
-        return;
-    m_resetting = true;
-    beginResetModel();
-}
-
-void CMwVHeaderViewModel::onSourceChanged()
-{
-    if (!m_resetting)
-        return;
-    m_resetting = false;
-    endResetModel();
-}
-
-void CMwVHeaderViewModel::onSourceHeaderDataChanged(Qt::Orientation orientation)
-{
-    if (orientation != Qt::Vertical || m_resetting)
-        return;
-    // The count may already be different; only a reset may say so.
-    beginResetModel();
-    endResetModel();
-}
-
-// ---------------------------------------------------------------------------
-// CMwVHeaderView
 
 class CMwVHeaderView::Private
 {
@@ -118,7 +27,7 @@ CMwVHeaderView::CMwVHeaderView(Qt::Orientation orientation, QWidget *parent)
     // The style's minimum section (about a line of text plus margins) is
     // higher than a tree row; Qt would clamp the sections to it and the
     // numbers would drift away from their rows.
-    setMinimumSectionSize(1);
+    setMinimumSectionSize(vel::rowSectionMinimumSize);
 }
 
 CMwVHeaderView::~CMwVHeaderView() = default;

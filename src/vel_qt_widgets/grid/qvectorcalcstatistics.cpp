@@ -1,4 +1,5 @@
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
+#include "cmwvariantcompare_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
@@ -122,7 +123,7 @@ void radixSort(std::vector<SortKey> &keys)
 // asking QVariant: identical keys are equal, and different integers, texts
 // or doubles far apart (relative distance above 1e-9, a thousand times
 // QVariant's fuzzy tolerance for doubles) differ. Anything else is left to
-// QVariant::operator!=.
+// Qt 5's QVariant equality.
 enum class Equality { Equal, Different, Unknown };
 
 Equality knownEquality(const SortKey &a, const SortKey &b)
@@ -547,7 +548,7 @@ void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const Q
             }
         }
         const bool differs
-            = known == Equality::Different || (known == Equality::Unknown && v != previous);
+            = known == Equality::Different || (known == Equality::Unknown && !vel::Qt5Variant::equal(v, previous));
         if (differs) {
             previous = v;
             previousKey = key;
@@ -660,12 +661,6 @@ inline quint64 bitsOf(double d)
     return b;
 }
 
-// The common column: every non-empty cell holds one type among Int, UInt,
-// LongLong and Double. The values are taken out of their QVariants once and
-// sorted as plain 64-bit items; the walk below is the general one's, step
-// for step, so every result is the same to the bit. Returns false, having
-// set nothing, for any other column.
-
 // Adds the n-th value x of a numeric column to the running figures: the
 // mean updated value by value, and the spread accumulated as x times its
 // distance from the mean *before* the update. That spread is the figure the
@@ -689,15 +684,14 @@ inline double standardDeviation(double sum, qint64 n)
     return std::sqrt(variance);
 }
 
-template <typename Cells>
-bool scalarStatistics(const Cells &values, double &count, double &distinct,
-                      double &min, double &max, double &mean, double &stdev)
+// Takes the values of a column of one scalar type out of their QVariants:
+// NaN apart, since it orders after every other double, in position order.
+// Returns the type, or QMetaType::UnknownType for any other column.
+template<typename Cells>
+int scalarItems(const Cells &values, std::vector<quint64> &items, std::vector<double> &nans)
 {
     int type = QMetaType::UnknownType;
-    std::vector<quint64> items;
     items.reserve(static_cast<size_t>(values.size()));
-    // NaN orders after every other double, in position order.
-    std::vector<double> nans;
     for (int i = 0, size = values.size(); i < size; ++i) {
         const QVariant &v = values.at(i);
         const int t = v.userType();
@@ -705,10 +699,10 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
             continue;
         if (t != type) {
             if (type != QMetaType::UnknownType)
-                return false;
+                return QMetaType::UnknownType;
             if (t != QMetaType::Double && t != QMetaType::Int && t != QMetaType::LongLong
                 && t != QMetaType::UInt) {
-                return false;
+                return QMetaType::UnknownType;
             }
             type = t;
         }
@@ -732,6 +726,56 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
             break;
         }
     }
+    return type;
+}
+
+// The reading as a double of an item of scalarItems() of \a type.
+inline double scalarValue(int type, quint64 item)
+{
+    switch (type) {
+    case QMetaType::Double:
+        return doubleOf(item);
+    case QMetaType::Int:
+        return double(qint32(qint64(item ^ signFlip)));
+    case QMetaType::LongLong:
+        return double(qint64(item ^ signFlip));
+    default:
+        return double(quint32(item));
+    }
+}
+
+// Whether two neighbours in order are different values, as QVariant
+// equality says: integers exactly, also beyond a double's 53 bits, doubles
+// by their bits first and by QVariant's (fuzzy) comparison where close.
+inline bool scalarsDiffer(bool isDouble, quint64 item, double x, bool isNan, quint64 previousItem,
+    double previous, bool previousNan)
+{
+    if (!isDouble)
+        return item != previousItem;
+    if (isNan || previousNan)
+        return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+    if (doubleBits(x) == doubleBits(previous))
+        return false; // 0.0 and -0.0 included
+    if (std::isfinite(x) && std::isfinite(previous)
+        && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
+        return true;
+    }
+    // Close doubles: Qt 5's (fuzzy) QVariant equality decides.
+    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+}
+
+// The common column: every non-empty cell holds one type among Int, UInt,
+// LongLong and Double. The values are taken out of their QVariants once and
+// sorted as plain 64-bit items; the walk below is the general one's, step
+// for step, so every result is the same to the bit. Returns false, having
+// set nothing, for any other column.
+template<typename Cells>
+bool scalarStatistics(const Cells &values, double &count, double &distinct, double &min,
+    double &max, double &mean, double &stdev)
+{
+    std::vector<quint64> items;
+    std::vector<double> nans;
+    const int type = scalarItems(values, items, nans);
     if (type == QMetaType::UnknownType)
         return false;
 
@@ -743,24 +787,10 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
     else
         radixSortItems(items, [](quint64 item) { return item; });
 
-    auto valueOf = [type](quint64 item) -> double {
-        switch (type) {
-        case QMetaType::Double:
-            return doubleOf(item);
-        case QMetaType::Int:
-            return double(qint32(qint64(item ^ signFlip)));
-        case QMetaType::LongLong:
-            return double(qint64(item ^ signFlip));
-        default:
-            return double(quint32(item));
-        }
-    };
-
     distinct = 1;
     qint64 n = 0;
     double sum = 0;
-    // The previous distinct value: its item (integers compare exactly
-    // there, also beyond a double's 53 bits) and its reading as a double.
+    // The previous distinct value: its item and its reading as a double.
     quint64 previousItem = 0;
     double previous = 0;
     bool previousNan = false;
@@ -771,21 +801,7 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
             previousNan = isNan;
             min = max = x;
         }
-        bool differs;
-        if (!isDouble) {
-            differs = item != previousItem;
-        } else if (isNan || previousNan) {
-            differs = QVariant(x) != QVariant(previous);
-        } else if (doubleBits(x) == doubleBits(previous)) {
-            differs = false; // 0.0 and -0.0 included
-        } else if (std::isfinite(x) && std::isfinite(previous)
-                   && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
-            differs = true;
-        } else {
-            // Close doubles: QVariant's own (fuzzy) comparison decides.
-            differs = QVariant(x) != QVariant(previous);
-        }
-        if (differs) {
+        if (scalarsDiffer(isDouble, item, x, isNan, previousItem, previous, previousNan)) {
             previousItem = item;
             previous = x;
             previousNan = isNan;
@@ -795,7 +811,7 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct,
         accumulate(x, n, mean, sum, min, max);
     };
     for (const quint64 item : items)
-        visit(item, valueOf(item), false);
+        visit(item, scalarValue(type, item), false);
     for (const double x : nans)
         visit(bitsOf(x), x, true);
 
@@ -859,12 +875,6 @@ void statisticsOf(const Cells &values, double &count, double &distinct, double &
 } // namespace
 
 namespace vel {
-
-void generalStatistics(const QVector<QVariant> &values, double &count, double &distinct,
-                       double &min, double &max, double &mean, double &stdev)
-{
-    generalStatisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
-}
 
 void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,
                     double &count, double &distinct, double &min, double &max, double &mean,

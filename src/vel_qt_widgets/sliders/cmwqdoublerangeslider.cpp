@@ -1,7 +1,9 @@
 #include "cmwqdoublerangeslider_p.h"
 
+#include "cmwqrangeslider_p.h"
 #include "cmwqslider_p.h"
-#include "cmwqslideraccessible_p.h"
+#include "cmwqslideraccessibility_p.h"
+#include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -45,6 +47,8 @@ void CMwQDoubleRangeSliderPrivate::connectSlider()
     QObject::connect(slider, SIGNAL(sliderPressed()), q, SIGNAL(sliderPressed()));
     QObject::connect(slider, SIGNAL(sliderReleased()), q, SIGNAL(sliderReleased()));
     QObject::connect(slider, SIGNAL(rangeChanged(int,int)), q, SLOT(onRangeChanged(int,int)));
+    // Assistive technology sees this widget, not the inner slider.
+    CMwQRangeSliderPrivate::get(slider)->outerWidget = q;
     // The widget's own handle tool tip speaks in public units, ahead of the
     // inner slider's integer one.
     slider->installEventFilter(q);
@@ -125,7 +129,13 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
     if (upperChanged)
         Q_EMIT q->maximumValueChanged(q->maximumValue());
     if (lowerChanged || upperChanged)
-        CMwQSliderAccessibility::rangeValuesChanged(q, lowerChanged, upperChanged);
+        CMwQSliderAccessibility::handleValuesChanged(
+            q, lowerChanged, q->minimumValue(), upperChanged, q->maximumValue());
+}
+
+void CMwQDoubleRangeSliderPrivate::rebuildTickItems()
+{
+    setInnerTickItems(tickItems);
 }
 
 CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
@@ -194,29 +204,7 @@ CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(CMwQDoubleRangeSliderPrivate *d,
 
 CMwQDoubleRangeSlider::~CMwQDoubleRangeSlider() = default;
 
-double CMwQDoubleRangeSlider::minimum() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->publicMinimum();
-}
-
-double CMwQDoubleRangeSlider::maximum() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->publicMaximum();
-}
-
-void CMwQDoubleRangeSlider::setMinimum(double minimum)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setPublicMinimum(minimum);
-}
-
-void CMwQDoubleRangeSlider::setMaximum(double maximum)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setPublicMaximum(maximum);
-}
+VEL_STEP_MAPPED_SLIDER_SURFACE(CMwQDoubleRangeSlider)
 
 void CMwQDoubleRangeSlider::setRange(double min, double max)
 {
@@ -232,12 +220,6 @@ void CMwQDoubleRangeSlider::setRange(double min, double max)
     if (d->minimumValue < d->minimum || d->maximumValue > d->maximum
         || d->maximumValue < d->minimum || d->minimumValue > d->maximum)
         onValuesChanged(d->slider->minimumValue(), d->slider->maximumValue());
-}
-
-double CMwQDoubleRangeSlider::singleStep() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->singleStep;
 }
 
 void CMwQDoubleRangeSlider::setSingleStep(double step)
@@ -263,12 +245,6 @@ void CMwQDoubleRangeSlider::setSingleStep(double step)
     setValues(lower, upper);
     setPositions(lower, upper);
     blockSignals(wasBlocked);
-}
-
-bool CMwQDoubleRangeSlider::isValidStep(double step) const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->isValidStep(step);
 }
 
 double CMwQDoubleRangeSlider::minimumValue() const
@@ -356,66 +332,6 @@ void CMwQDoubleRangeSlider::setPositions(double minPosition, double maxPosition)
     d->slider->setPositions(d->toInteger(a), d->toInteger(b));
 }
 
-bool CMwQDoubleRangeSlider::hasTracking() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->slider->hasTracking();
-}
-
-void CMwQDoubleRangeSlider::setTracking(bool enable)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->slider->setTracking(enable);
-}
-
-Qt::Orientation CMwQDoubleRangeSlider::orientation() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->slider->orientation();
-}
-
-void CMwQDoubleRangeSlider::setOrientation(Qt::Orientation orientation)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setOrientation(orientation);
-}
-
-double CMwQDoubleRangeSlider::tickInterval() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->tickInterval();
-}
-
-void CMwQDoubleRangeSlider::setTickInterval(double interval)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setTickInterval(interval);
-}
-
-QSlider::TickPosition CMwQDoubleRangeSlider::tickPosition() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->slider->tickPosition();
-}
-
-void CMwQDoubleRangeSlider::setTickPosition(QSlider::TickPosition position)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->slider->setTickPosition(position);
-}
-
-CMwQDoubleRangeSlider::TMwTickItemList CMwQDoubleRangeSlider::tickItemList() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->tickItems;
-}
-
-void CMwQDoubleRangeSlider::setTickItemList(const TMwTickItemList &list)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setTickItemList(list);
-}
-
 bool CMwQDoubleRangeSlider::symmetricMoves() const
 {
     Q_D(const CMwQDoubleRangeSlider);
@@ -426,36 +342,6 @@ void CMwQDoubleRangeSlider::setSymmetricMoves(bool symmetric)
 {
     Q_D(CMwQDoubleRangeSlider);
     d->slider->setSymmetricMoves(symmetric);
-}
-
-QString CMwQDoubleRangeSlider::handleToolTip() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->handleToolTip;
-}
-
-void CMwQDoubleRangeSlider::setHandleToolTip(const QString &toolTip)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->handleToolTip = toolTip;
-}
-
-void CMwQDoubleRangeSlider::triggerAction(QAbstractSlider::SliderAction action)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->slider->triggerAction(action);
-}
-
-CMwQValueProxy *CMwQDoubleRangeSlider::valueProxy() const
-{
-    Q_D(const CMwQDoubleRangeSlider);
-    return d->valueProxy.data();
-}
-
-void CMwQDoubleRangeSlider::setValueProxy(CMwQValueProxy *proxy)
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->setValueProxy(proxy);
 }
 
 CMwQRangeSlider *CMwQDoubleRangeSlider::slider() const
@@ -533,25 +419,13 @@ void CMwQDoubleRangeSlider::onRangeChanged(int min, int max)
     d->innerRangeChanged(min, max, d->minimumOffset, d->maximumOffset);
 }
 
-void CMwQDoubleRangeSlider::onValueProxyAboutToBeModified()
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->saveInputs();
-}
-
-void CMwQDoubleRangeSlider::onValueProxyModified()
-{
-    Q_D(CMwQDoubleRangeSlider);
-    d->reapplyInputs();
-}
-
 bool CMwQDoubleRangeSlider::eventFilter(QObject *watched, QEvent *event)
 {
     Q_D(CMwQDoubleRangeSlider);
     if (watched == d->slider && event->type() == QEvent::ToolTip && !d->handleToolTip.isEmpty()) {
         auto *helpEvent = static_cast<QHelpEvent *>(event);
         QStyleOptionSlider option;
-        initSliderStyleOption(d->slider, &option);
+        CMwQSliderPrivate::get(d->slider)->initStyleOption(&option);
         const QStyle *style = d->slider->style();
         // Each handle in turn, lower first, at its own position.
         option.sliderPosition = d->slider->minimumPosition();

@@ -1,7 +1,7 @@
 #ifndef VEL_QT_WIDGETS_CMWQDOUBLERANGESLIDER_P_H
 #define VEL_QT_WIDGETS_CMWQDOUBLERANGESLIDER_P_H
 
-#include "cmwqstepmapping_p.h"
+#include "cmwqstepmappedslider_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -17,6 +17,10 @@ public:
     ~CMwQDoubleRangeSliderPrivate() override;
 
     static CMwQDoubleRangeSliderPrivate *get(CMwQDoubleRangeSlider *q) { return q->d_func(); }
+    static const CMwQDoubleRangeSliderPrivate *get(const CMwQDoubleRangeSlider *q)
+    {
+        return q->d_func();
+    }
 
     void init();
     void connectSlider();
@@ -36,6 +40,11 @@ public:
     double maximumOffset = 0.0;
     double minimumValue = 0.0;
     double maximumValue = 100.0;
+
+    // Extra tick marks in public units.
+    CMwQDoubleRangeSlider::TMwTickItemList tickItems;
+
+    void rebuildTickItems() override;
 
 protected:
     CMwQSlider *innerSlider() const override;

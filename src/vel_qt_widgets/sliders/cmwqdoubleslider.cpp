@@ -1,9 +1,11 @@
 #include "cmwqdoubleslider_p.h"
 
 #include "cmwqslider_p.h"
-#include "cmwqslideraccessible_p.h"
+#include "cmwqslideraccessibility_p.h"
+#include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
 #include "cmwqtcompat_p.h"
+#include "cmwqtickitemtypes_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -27,9 +29,13 @@ void registerDoubleTickItemTypes()
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleSlider::TMwTickItemList");
     qRegisterMetaType<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleRangeSlider::SMwTickItem");
     qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("CMwQDoubleRangeSlider::TMwTickItemList");
-    VelQt::registerStreamOperators<CMwQDoubleSlider::SMwTickItem>("CMwQDoubleSlider::SMwTickItem");
-    VelQt::registerStreamOperators<CMwQDoubleSlider::TMwTickItemList>(
+    CMwQTickItemTypes::registerStreamable<CMwQDoubleSlider::SMwTickItem>(
+        "CMwQDoubleSlider::SMwTickItem");
+    CMwQTickItemTypes::registerStreamable<CMwQDoubleSlider::TMwTickItemList>(
         "CMwQDoubleSlider::TMwTickItemList");
+    // The name Qt 6 gives the list in a saved QVariant, so either Qt reads
+    // what the other wrote.
+    qRegisterMetaType<CMwQDoubleSlider::TMwTickItemList>("QList<CMwQDoubleSlider::SMwTickItem>");
 }
 
 } // namespace
@@ -96,6 +102,11 @@ void CMwQDoubleSliderPrivate::updateOffset(double v)
     offset = offsetFor(v);
 }
 
+void CMwQDoubleSliderPrivate::rebuildTickItems()
+{
+    setInnerTickItems(tickItems);
+}
+
 CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const
 {
     return slider;
@@ -154,6 +165,8 @@ CMwQDoubleSlider::CMwQDoubleSlider(CMwQDoubleSliderPrivate *d, Qt::Orientation o
 
 CMwQDoubleSlider::~CMwQDoubleSlider() = default;
 
+VEL_STEP_MAPPED_SLIDER_SURFACE(CMwQDoubleSlider)
+
 double CMwQDoubleSlider::value() const
 {
     Q_D(const CMwQDoubleSlider);
@@ -178,7 +191,7 @@ void CMwQDoubleSlider::setValue(double value)
     d->value = v;
     if (d->movedBeyondNoise(v, old)) {
         Q_EMIT valueChanged(this->value());
-        CMwQSliderAccessibility::valueChanged(this);
+        CMwQSliderAccessibility::valueChanged(this, this->value());
     }
 }
 
@@ -195,12 +208,6 @@ void CMwQDoubleSlider::setSliderPosition(double position)
     if (!d->mapToSliderUnits("setSliderPosition", position, &v))
         return;
     d->slider->setSliderPosition(d->toInteger(v));
-}
-
-double CMwQDoubleSlider::singleStep() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->singleStep;
 }
 
 void CMwQDoubleSlider::setSingleStep(double step)
@@ -235,30 +242,6 @@ void CMwQDoubleSlider::setPageStep(double step)
     d->slider->setPageStep(d->toInteger(step));
 }
 
-double CMwQDoubleSlider::minimum() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->publicMinimum();
-}
-
-double CMwQDoubleSlider::maximum() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->publicMaximum();
-}
-
-void CMwQDoubleSlider::setMinimum(double minimum)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setPublicMinimum(minimum);
-}
-
-void CMwQDoubleSlider::setMaximum(double maximum)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setPublicMaximum(maximum);
-}
-
 void CMwQDoubleSlider::setRange(double min, double max)
 {
     Q_D(CMwQDoubleSlider);
@@ -271,78 +254,6 @@ void CMwQDoubleSlider::setRange(double min, double max)
     // The integer slider reports nothing when its value survives the new
     // range; the double value must still be clamped.
     setValue(value());
-}
-
-double CMwQDoubleSlider::tickInterval() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->tickInterval();
-}
-
-void CMwQDoubleSlider::setTickInterval(double interval)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setTickInterval(interval);
-}
-
-QSlider::TickPosition CMwQDoubleSlider::tickPosition() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->tickPosition();
-}
-
-void CMwQDoubleSlider::setTickPosition(QSlider::TickPosition position)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->setTickPosition(position);
-}
-
-bool CMwQDoubleSlider::hasTracking() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->hasTracking();
-}
-
-void CMwQDoubleSlider::setTracking(bool enable)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->setTracking(enable);
-}
-
-Qt::Orientation CMwQDoubleSlider::orientation() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->slider->orientation();
-}
-
-void CMwQDoubleSlider::setOrientation(Qt::Orientation orientation)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setOrientation(orientation);
-}
-
-CMwQDoubleSlider::TMwTickItemList CMwQDoubleSlider::tickItemList() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->tickItems;
-}
-
-void CMwQDoubleSlider::setTickItemList(const TMwTickItemList &list)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setTickItemList(list);
-}
-
-QString CMwQDoubleSlider::handleToolTip() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->handleToolTip;
-}
-
-void CMwQDoubleSlider::setHandleToolTip(const QString &toolTip)
-{
-    Q_D(CMwQDoubleSlider);
-    d->handleToolTip = toolTip;
 }
 
 bool CMwQDoubleSlider::invertedAppearance() const
@@ -369,34 +280,10 @@ void CMwQDoubleSlider::setInvertedControls(bool inverted)
     d->slider->setInvertedControls(inverted);
 }
 
-bool CMwQDoubleSlider::isValidStep(double step) const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->isValidStep(step);
-}
-
-void CMwQDoubleSlider::triggerAction(QAbstractSlider::SliderAction action)
-{
-    Q_D(CMwQDoubleSlider);
-    d->slider->triggerAction(action);
-}
-
 CMwQSlider *CMwQDoubleSlider::slider() const
 {
     Q_D(const CMwQDoubleSlider);
     return d->slider;
-}
-
-CMwQValueProxy *CMwQDoubleSlider::valueProxy() const
-{
-    Q_D(const CMwQDoubleSlider);
-    return d->valueProxy.data();
-}
-
-void CMwQDoubleSlider::setValueProxy(CMwQValueProxy *proxy)
-{
-    Q_D(CMwQDoubleSlider);
-    d->setValueProxy(proxy);
 }
 
 void CMwQDoubleSlider::onValueChanged(int value)
@@ -406,7 +293,7 @@ void CMwQDoubleSlider::onValueChanged(int value)
     if (v != d->value) {
         d->value = v;
         Q_EMIT valueChanged(this->value());
-        CMwQSliderAccessibility::valueChanged(this);
+        CMwQSliderAccessibility::valueChanged(this, this->value());
     }
 }
 
@@ -424,25 +311,13 @@ void CMwQDoubleSlider::onRangeChanged(int min, int max)
     d->innerRangeChanged(min, max, d->offset, d->offset);
 }
 
-void CMwQDoubleSlider::onValueProxyAboutToBeModified()
-{
-    Q_D(CMwQDoubleSlider);
-    d->saveInputs();
-}
-
-void CMwQDoubleSlider::onValueProxyModified()
-{
-    Q_D(CMwQDoubleSlider);
-    d->reapplyInputs();
-}
-
 bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)
 {
     Q_D(CMwQDoubleSlider);
     if (watched == d->slider && event->type() == QEvent::ToolTip) {
         auto *helpEvent = static_cast<QHelpEvent *>(event);
         QStyleOptionSlider option;
-        initSliderStyleOption(d->slider, &option);
+        CMwQSliderPrivate::get(d->slider)->initStyleOption(&option);
         CMwQSliderGeometry::fitStyleOption(&option);
         const QStyle::SubControl hit = d->slider->style()->hitTestComplexControl(
             QStyle::CC_Slider, &option, helpEvent->pos(), this);

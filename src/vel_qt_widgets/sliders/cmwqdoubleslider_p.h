@@ -1,7 +1,7 @@
 #ifndef VEL_QT_WIDGETS_CMWQDOUBLESLIDER_P_H
 #define VEL_QT_WIDGETS_CMWQDOUBLESLIDER_P_H
 
-#include "cmwqstepmapping_p.h"
+#include "cmwqstepmappedslider_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleSlider.h>
 
@@ -27,6 +27,7 @@ public:
     ~CMwQDoubleSliderPrivate() override;
 
     static CMwQDoubleSliderPrivate *get(CMwQDoubleSlider *q) { return q->d_func(); }
+    static const CMwQDoubleSliderPrivate *get(const CMwQDoubleSlider *q) { return q->d_func(); }
 
     void init();
 
@@ -39,6 +40,11 @@ public:
     double offset = 0.0;
     double pageStep = 10.0;
     double value = 0.0;
+
+    // Extra tick marks in public units.
+    CMwQDoubleSlider::TMwTickItemList tickItems;
+
+    void rebuildTickItems() override;
 
 protected:
     CMwQSlider *innerSlider() const override;

@@ -1,6 +1,6 @@
 #include "cmwqrangeslider_p.h"
 
-#include "cmwqslideraccessible_p.h"
+#include "cmwqslideraccessibility_p.h"
 #include "cmwqtcompat_p.h"
 
 #include <QtGui/QKeyEvent>
@@ -10,7 +10,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
-#include <climits>
+#include <limits>
 
 CMwQRangeSlider::CMwQRangeSlider(QWidget *parent)
     : CMwQRangeSlider(new CMwQRangeSliderPrivate, parent)
@@ -154,8 +154,10 @@ void CMwQRangeSlider::setValues(int l, int u)
         Q_EMIT minimumValueChanged(d->minimumValue);
     if (maxValueChanged)
         Q_EMIT maximumValueChanged(d->maximumValue);
-    if (minValueChanged || maxValueChanged)
-        CMwQSliderAccessibility::rangeValuesChanged(this, minValueChanged, maxValueChanged);
+    // An inner slider is no element of its own; its outer widget reports.
+    if ((minValueChanged || maxValueChanged) && !d->outerWidget)
+        CMwQSliderAccessibility::handleValuesChanged(
+            this, minValueChanged, d->minimumValue, maxValueChanged, d->maximumValue);
 
     if (minValueChanged || maxValueChanged || minPositionChanged || maxPositionChanged)
         update();
@@ -215,7 +217,8 @@ namespace {
 // setPositions(), which clamps into the range anyway.
 int clampToInt(double value)
 {
-    return int(qBound<double>(INT_MIN, value, INT_MAX));
+    return int(
+        qBound<double>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
 }
 
 // The pixel span along which the handles move, from the style's rectangles.
@@ -622,7 +625,23 @@ void CMwQRangeSliderPrivate::setFocusedHandle(Handle handle)
     focusedHandle = handle;
     q->update();
     if (q->hasFocus())
-        CMwQSliderAccessibility::handleFocused(q, handle == LowerHandle ? 0 : 1);
+        CMwQSliderAccessibility::handleFocused(outerWidget ? outerWidget.data() : q,
+            handle == LowerHandle ? CMwQSliderAccessibility::LowerHandleChild
+                                  : CMwQSliderAccessibility::UpperHandleChild);
+}
+
+void CMwQRangeSliderPrivate::announceFocusedHandleLater()
+{
+    Q_Q(CMwQRangeSlider);
+    QMetaObject::invokeMethod(
+        q,
+        [this, q]() {
+            if (q->hasFocus())
+                CMwQSliderAccessibility::handleFocused(outerWidget ? outerWidget.data() : q,
+                    focusedHandle == UpperHandle ? CMwQSliderAccessibility::UpperHandleChild
+                                                 : CMwQSliderAccessibility::LowerHandleChild);
+        },
+        Qt::QueuedConnection);
 }
 
 void CMwQRangeSliderPrivate::followPressedHandle()
@@ -717,7 +736,7 @@ bool CMwQRangeSliderPrivate::keyboardEvent(QEvent *e)
             focusedHandle = LowerHandle;
         else if (reason == Qt::BacktabFocusReason)
             focusedHandle = UpperHandle;
-        CMwQSliderAccessibility::focusedHandleLater(q);
+        announceFocusedHandleLater();
         return false;
     }
     case QEvent::KeyPress: {

@@ -5,6 +5,8 @@
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
 
+#include <QtCore/QPointer>
+
 QT_BEGIN_NAMESPACE
 class QEvent;
 class QKeyEvent;
@@ -31,6 +33,9 @@ public:
     QString handleToolTip;
     // The handle that keys move and that is drawn with the focus state.
     Handle focusedHandle = LowerHandle;
+    // The floating-point range slider this one is the inner slider of, set
+    // by it; that widget is what assistive technology sees and hears from.
+    QPointer<QWidget> outerWidget;
 
     static CMwQRangeSliderPrivate *get(CMwQRangeSlider *q) { return q->d_func(); }
     static const CMwQRangeSliderPrivate *get(const CMwQRangeSlider *q) { return q->d_func(); }
@@ -41,6 +46,9 @@ public:
     // A press on one handle makes it the focused handle.
     void followPressedHandle();
     void setFocusedHandle(Handle handle);
+    // Tells assistive technology which handle has the focus, once the focus
+    // event that Qt sends for the widget itself is out, so that it comes last.
+    void announceFocusedHandleLater();
 
     // The positions a handle may take without pushing the other one; with
     // symmetric moves, up to where both meet.

@@ -1,10 +1,13 @@
 #include "cmwqslider_p.h"
+#include "cmwqtickitemtypes_p.h"
 
 #include "cmwglobalstrut_p.h"
 #include "cmwqtcompat_p.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
+#include <QtCore/QStringList>
+#include <QtCore/QtMath>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -13,7 +16,7 @@
 #include <QtWidgets/QStyleOptionSlider>
 
 #include <algorithm>
-#include <climits>
+#include <limits>
 
 namespace {
 
@@ -26,13 +29,32 @@ void registerTickItemTypes()
     qRegisterMetaType<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("TMwTickItemList");
     qRegisterMetaType<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
-    VelQt::registerStreamOperators<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
-    VelQt::registerStreamOperators<CMwQSlider::TMwTickItemList>("CMwQSlider::TMwTickItemList");
+    CMwQTickItemTypes::registerStreamable<CMwQSlider::SMwTickItem>("CMwQSlider::SMwTickItem");
+    CMwQTickItemTypes::registerStreamable<CMwQSlider::TMwTickItemList>(
+        "CMwQSlider::TMwTickItemList");
+    // The name Qt 6 gives the list in a saved QVariant, so either Qt reads
+    // what the other wrote.
+    qRegisterMetaType<CMwQSlider::TMwTickItemList>("QList<CMwQSlider::SMwTickItem>");
 }
 
 constexpr int sideAbove = QSlider::TicksAbove; // also TicksLeft
 constexpr int sideBelow = QSlider::TicksBelow; // also TicksRight
 constexpr int sideMask = sideAbove | sideBelow;
+
+// The geometry the slider's own tick drawing fixes (the rest comes from the
+// style): marks are this long...
+constexpr int tickMarkLength = 3;
+// ...regular marks closer than this many pixels per single step fall back
+// to the page step...
+constexpr int minimumTickSpacing = 3;
+// ...marks on either or both sides add this much thickness to the hint...
+constexpr int tickMarksThickness = 6;
+// ...labels below the groove start this far under its bottom edge (those
+// above end one pixel over its top)...
+constexpr int labelGapBelow = 5;
+constexpr int labelGapAbove = 1;
+// ...and the hinted length along the groove is this.
+constexpr int sizeHintLength = 84;
 
 } // namespace
 
@@ -56,6 +78,12 @@ QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item)
 }
 
 CMwQSliderPrivate::~CMwQSliderPrivate() = default;
+
+void CMwQSliderPrivate::initStyleOption(QStyleOptionSlider *option) const
+{
+    Q_Q(const CMwQSlider);
+    q->initStyleOption(option);
+}
 
 namespace CMwQSliderGeometry {
 
@@ -139,14 +167,14 @@ void drawMark(QPainter *painter, Qt::Orientation orientation, const QRect &groov
         // The "above" mark runs downward from the groove's top edge while the
         // others run outward; the asymmetry is intended.
         if (sides & sideAbove)
-            painter->drawLine(pos, groove.top(), pos, groove.top() + 3);
+            painter->drawLine(pos, groove.top(), pos, groove.top() + tickMarkLength);
         if (sides & sideBelow)
-            painter->drawLine(pos, groove.bottom(), pos, groove.bottom() + 3);
+            painter->drawLine(pos, groove.bottom(), pos, groove.bottom() + tickMarkLength);
     } else {
         if (sides & sideAbove)
-            painter->drawLine(groove.left(), pos, groove.left() - 3, pos);
+            painter->drawLine(groove.left(), pos, groove.left() - tickMarkLength, pos);
         if (sides & sideBelow)
-            painter->drawLine(groove.right(), pos, groove.right() + 3, pos);
+            painter->drawLine(groove.right(), pos, groove.right() + tickMarkLength, pos);
     }
 }
 
@@ -158,7 +186,7 @@ int regularInterval(const QStyleOptionSlider &opt, int available)
         const int distance = CMwQSliderGeometry::positionFromValue(
                                  opt.minimum, opt.maximum, interval, available, false)
             - CMwQSliderGeometry::positionFromValue(opt.minimum, opt.maximum, 0, available, false);
-        if (distance < 3)
+        if (distance < minimumTickSpacing)
             interval = opt.pageStep;
     }
     return interval < 1 ? 1 : interval;
@@ -186,7 +214,8 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         // which is drawn at the maximum (for an interval of 1 it is left
         // out). A step whose addition would overflow ends the run.
         const qint64 interval = regularInterval(opt, geometry.available);
-        const qint64 lastValue = qMin<qint64>(qint64(opt.maximum) + (interval == 1 ? 0 : 1), INT_MAX);
+        const qint64 lastValue = qMin<qint64>(
+            qint64(opt.maximum) + (interval == 1 ? 0 : 1), std::numeric_limits<int>::max());
         const qint64 lastStep = lastValue < opt.minimum ? -1 : (lastValue - opt.minimum) / interval;
         const auto positionOfStep = [&](qint64 k) {
             return geometry.position(opt, int(qMin<qint64>(opt.minimum + k * interval, opt.maximum)));
@@ -223,6 +252,126 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
     painter->restore();
 }
 
+namespace {
+
+// A label laid out as QPainter::drawText() lays out a text for a rectangle
+// with Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, so that drawing the
+// lines at the rectangle's corner gives the very pixels drawText() would.
+// Its size is what drawText() checks against the rectangle.
+QSharedPointer<QTextLayout> layOutText(
+    QString text, const QFont &font, Qt::LayoutDirection direction, QSizeF *size)
+{
+    // drawText() shows a carriage return or a tab as a space and breaks
+    // lines only at a line feed.
+    for (QChar &c : text) {
+        if (c == QLatin1Char('\r') || c == QLatin1Char('\t'))
+            c = QLatin1Char(' ');
+        else if (c == QLatin1Char('\n'))
+            c = QChar::LineSeparator;
+    }
+    auto layout = QSharedPointer<QTextLayout>::create(text, font);
+    QTextOption option;
+    option.setTextDirection(direction);
+    option.setAlignment(Qt::AlignLeft);
+    layout->setTextOption(option);
+    layout->setCacheEnabled(true);
+    const QFontMetricsF fm(font);
+    if (text.isEmpty()) {
+        *size = QSizeF(0, fm.height());
+        return layout;
+    }
+    const qreal leading = fm.leading();
+    qreal height = -leading;
+    qreal width = 0;
+    layout->beginLayout();
+    for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
+        line.setLineWidth(0x01000000);
+        height = qCeil(height + leading);
+        line.setPosition(QPointF(0, height));
+        height += line.height();
+        width = qMax(width, line.naturalTextWidth());
+    }
+    layout->endLayout();
+    *size = QSizeF(width, height);
+    return layout;
+}
+
+// Of a text with length variants (separated by U+009C), drawText() shows
+// the first that fits the rectangle, else the last.
+QSharedPointer<QTextLayout> layOutLabel(
+    const QString &text, const QFont &font, Qt::LayoutDirection direction, const QSize &room)
+{
+    const QStringList variants = text.split(QChar(0x9c));
+    QSharedPointer<QTextLayout> layout;
+    for (const QString &variant : variants) {
+        QSizeF size;
+        layout = layOutText(variant, font, direction, &size);
+        if (size.width() <= room.width() && size.height() <= room.height())
+            break;
+    }
+    return layout;
+}
+
+void drawLabel(
+    QPainter *painter, const QTextLayout &layout, const QRect &r, Qt::LayoutDirection direction)
+{
+    for (int i = 0; i < layout.lineCount(); ++i) {
+        const QTextLine line = layout.lineAt(i);
+        // Right to left, "left" is the rectangle's right edge.
+        const qreal x
+            = direction == Qt::RightToLeft ? r.x() + r.width() - line.horizontalAdvance() : r.x();
+        line.draw(painter, QPointF(x, r.y()));
+    }
+}
+
+} // namespace
+
+const CMwQSliderPrivate::TickLabelCache &CMwQSliderPrivate::tickLabels(
+    const QPainter *painter, const QStyleOptionSlider &opt, int half, int available) const
+{
+    TickLabelCache &cache = tickLabelCache;
+    const QFont &font = painter->font();
+    const QPaintDevice *device = painter->device();
+    const Qt::LayoutDirection direction = painter->layoutDirection();
+    if (cache.valid && cache.items == tickItems && cache.font == font
+        && cache.dpiX == device->logicalDpiX() && cache.dpiY == device->logicalDpiY()
+        && cache.direction == direction && cache.minimum == opt.minimum
+        && cache.maximum == opt.maximum && cache.half == half && cache.available == available) {
+        return cache;
+    }
+
+    cache.items = tickItems;
+    cache.font = font;
+    cache.dpiX = device->logicalDpiX();
+    cache.dpiY = device->logicalDpiY();
+    cache.direction = direction;
+    cache.minimum = opt.minimum;
+    cache.maximum = opt.maximum;
+    cache.half = half;
+    cache.available = available;
+    cache.valid = true;
+    cache.labels.clear();
+
+    const QFontMetrics fm(font);
+    for (const CMwQSlider::SMwTickItem &item : tickItems) {
+        if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum
+            || item.text.isEmpty())
+            continue;
+        const int p = CMwQSliderGeometry::positionFromValue(
+            opt.minimum, opt.maximum, item.value, available, false);
+        QRect r = fm.boundingRect(item.text);
+        r.moveCenter(QPoint(half + p, 0));
+        // Shift (never clip) a label that would stick out; the right end wins.
+        if (r.left() < half)
+            r.moveLeft(half);
+        if (r.right() > half + available)
+            r.moveRight(half + available);
+        cache.labels.append(
+            {layOutLabel(item.text, font, direction, r.size()), r, item.tickPosition});
+    }
+    return cache;
+}
+
 void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const
 {
     // Vertical sliders draw no labels, deliberately: there is no room beside
@@ -235,33 +384,21 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
 
     painter->save();
     painter->translate(opt.rect.x(), opt.rect.y());
-    const QFontMetrics fm(painter->font());
     // The label rectangle is the text's tight ink box, while the text is laid
     // out from the rectangle's corner by its advance: the last glyph can end
     // past the box (by more at larger font sizes). Clipping there would cut
     // it, wrapping there would drop every word after the first, so labels
     // are neither clipped nor wrapped; the rectangle only places them.
-    const int labelFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip;
-
-    for (const CMwQSlider::SMwTickItem &item : tickItems) {
-        if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
-            continue;
-        const int p = CMwQSliderGeometry::positionFromValue(
-            opt.minimum, opt.maximum, item.value, geometry.available, false);
-        QRect r = fm.boundingRect(item.text);
-        r.moveCenter(QPoint(geometry.half + p, 0));
-        // Shift (never clip) a label that would stick out; the right end wins.
-        if (r.left() < geometry.half)
-            r.moveLeft(geometry.half);
-        if (r.right() > geometry.half + geometry.available)
-            r.moveRight(geometry.half + geometry.available);
-        if (item.tickPosition & sideAbove) {
-            r.moveBottom(geometry.groove.top() - 1);
-            painter->drawText(QRectF(r), labelFlags, item.text);
+    const TickLabelCache &cache = tickLabels(painter, opt, geometry.half, geometry.available);
+    for (const TickLabelCache::Label &label : cache.labels) {
+        QRect r = label.rect;
+        if (label.sides & sideAbove) {
+            r.moveBottom(geometry.groove.top() - labelGapAbove);
+            drawLabel(painter, *label.layout, r, cache.direction);
         }
-        if (item.tickPosition & sideBelow) {
-            r.moveTop(geometry.groove.bottom() + 5);
-            painter->drawText(QRectF(r), labelFlags, item.text);
+        if (label.sides & sideBelow) {
+            r.moveTop(geometry.groove.bottom() + labelGapBelow);
+            drawLabel(painter, *label.layout, r, cache.direction);
         }
     }
 
@@ -330,12 +467,12 @@ QSize CMwQSlider::sizeHint() const
         }
     }
     if (marks)
-        thick += 6;
+        thick += tickMarksThickness;
     if (labels)
         thick += 2 * fontMetrics().height();
 
-    const int length = 84;
-    const QSize size = orientation() == Qt::Horizontal ? QSize(length, thick) : QSize(thick, length);
+    const QSize size = orientation() == Qt::Horizontal ? QSize(sizeHintLength, thick)
+                                                       : QSize(thick, sizeHintLength);
     return style()->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
         .expandedTo(velGlobalStrut());
 }

@@ -3,6 +3,10 @@
 
 #include <vel_qt_widgets/CMwQSlider.h>
 
+#include <QtCore/QSharedPointer>
+#include <QtCore/QVector>
+#include <QtGui/QFont>
+#include <QtGui/QTextLayout>
 #include <QtWidgets/QStyle>
 
 #include <limits>
@@ -52,6 +56,13 @@ public:
     CMwQSliderPrivate() = default;
     virtual ~CMwQSliderPrivate();
 
+    static CMwQSliderPrivate *get(CMwQSlider *q) { return q->d_func(); }
+    static const CMwQSliderPrivate *get(const CMwQSlider *q) { return q->d_func(); }
+
+    // QSlider::initStyleOption() (protected) for the widgets that wrap one of
+    // our sliders and hit-test on its behalf.
+    void initStyleOption(QStyleOptionSlider *option) const;
+
     /*! Draws the regular marks, the extra marks and the labels, in that
         order, for the slider described by \a option. Shared with every
         slider that derives from CMwQSlider. */
@@ -75,6 +86,34 @@ private:
 
     void drawTickMarks(QPainter *painter, const QStyleOptionSlider &option) const;
     void drawTickLabels(QPainter *painter, const QStyleOptionSlider &option) const;
+
+    // The tick labels laid out and placed, kept from one paint to the next:
+    // laying the texts out took most of a labelled paint. Everything the layout
+    // depends on is part of the key, so any change of the list, font,
+    // resolution, direction, range, size or style lays them out again.
+    struct TickLabelCache
+    {
+        struct Label
+        {
+            QSharedPointer<QTextLayout> layout;
+            QRect rect; // where the text is drawn from, before the side is chosen
+            int sides = 0;
+        };
+        TMwTickItemList items;
+        QFont font;
+        int dpiX = 0;
+        int dpiY = 0;
+        Qt::LayoutDirection direction = Qt::LeftToRight;
+        int minimum = 0;
+        int maximum = 0;
+        int half = 0;
+        int available = 0;
+        bool valid = false;
+        QVector<Label> labels;
+    };
+    const TickLabelCache &tickLabels(
+        const QPainter *painter, const QStyleOptionSlider &option, int half, int available) const;
+    mutable TickLabelCache tickLabelCache;
 };
 
 #endif // VEL_QT_WIDGETS_CMWQSLIDER_P_H

@@ -11,6 +11,9 @@ public:
     CMwQValueProxyPrivate() = default;
     virtual ~CMwQValueProxyPrivate();
 
+    static CMwQValueProxyPrivate *get(CMwQValueProxy *q) { return q->d_func(); }
+    static const CMwQValueProxyPrivate *get(const CMwQValueProxy *q) { return q->d_func(); }
+
     CMwQValueProxy *q_ptr = nullptr;
     double value = 0.0;
     double proxyValue = 0.0;

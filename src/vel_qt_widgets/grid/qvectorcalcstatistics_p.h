@@ -1,5 +1,5 @@
-#ifndef VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
-#define VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+#ifndef VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
+#define VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
 
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
@@ -81,12 +81,6 @@ VEL_QT_WIDGETS_EXPORT QVector<QVector<int>> statisticsRuns(const QVector<QVarian
 // the library was loaded.
 VEL_QT_WIDGETS_EXPORT int textOrderFallbacks();
 
-// QVectorCalcStatistics without its shortcut for columns of one numeric
-// type: the reference the shortcut must agree with to the bit.
-VEL_QT_WIDGETS_EXPORT void generalStatistics(const QVector<QVariant> &values, double &count,
-                                             double &distinct, double &min, double &max,
-                                             double &mean, double &stdev);
-
 // Numbers for the texts among some values, worked out where the values
 // live: per value, a number that two values share exactly when both are
 // texts and equal (-1 for a value that is not a text), all below count.
@@ -109,4 +103,4 @@ bool isStatisticsNumeric(const QVariant &value);
 
 } // namespace vel
 
-#endif // VEL_QT_WIDGETS_CMWSTATISTICSORDER_P_H
+#endif // VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H

@@ -1,5 +1,5 @@
-#ifndef VEL_QT_WIDGETS_MODELSHAPESIGNALS_P_H
-#define VEL_QT_WIDGETS_MODELSHAPESIGNALS_P_H
+#ifndef VEL_QT_WIDGETS_VELCONNECTSHAPE_P_H
+#define VEL_QT_WIDGETS_VELCONNECTSHAPE_P_H
 
 #include <QtCore/qglobal.h>
 
@@ -17,4 +17,4 @@ void velConnectShapeChanged(const QAbstractItemModel *model, const QObject *rece
 void velConnectShapeAboutToChange(const QAbstractItemModel *model, const QObject *receiver,
                                   const char *slot);
 
-#endif // VEL_QT_WIDGETS_MODELSHAPESIGNALS_P_H
+#endif // VEL_QT_WIDGETS_VELCONNECTSHAPE_P_H

@@ -1,4 +1,4 @@
-#include "cmwselectedrows_p.h"
+#include "selectedrows_p.h"
 
 #include "cmwgridtablemodel_p.h"
 
@@ -13,16 +13,12 @@ namespace vel {
 
 namespace {
 
-const CMwGridTableModel *exactGridTable(const QAbstractItemModel *model)
-{
-    const auto *table = qobject_cast<const CMwGridTableModel *>(model);
-    return table && typeid(*table) == typeid(CMwGridTableModel) ? table : nullptr;
-}
-
-const CMwSortFilterProxyModel *exactProxy(const QAbstractItemModel *model)
-{
-    const auto *proxy = qobject_cast<const CMwSortFilterProxyModel *>(model);
-    return proxy && typeid(*proxy) == typeid(CMwSortFilterProxyModel) ? proxy : nullptr;
+    // The grid's own proxy: its data() is its source's, so cells may be read
+    // from the source. A subclass could answer data() otherwise.
+    const CMwSortFilterProxyModel *exactProxy(const QAbstractItemModel *model)
+    {
+        const auto *proxy = qobject_cast<const CMwSortFilterProxyModel *>(model);
+        return proxy && typeid(*proxy) == typeid(CMwSortFilterProxyModel) ? proxy : nullptr;
 }
 
 // True when no index of \a model has children: an ungrouped
@@ -31,8 +27,8 @@ bool knownFlat(const QAbstractItemModel *model)
 {
     if (const CMwSortFilterProxyModel *proxy = exactProxy(model))
         model = proxy->sourceModel();
-    const CMwGridTableModel *table = exactGridTable(model);
-    return table && table->groupColumn() < 0;
+    const GridTableCells *table = GridTableCells::of(model);
+    return table && table->isFlat();
 }
 
 } // namespace
@@ -124,7 +120,7 @@ void SelectedRows::mapToSource()
     if (!proxy || !proxy->sourceModel())
         return;
     m_source = proxy->sourceModel();
-    m_table = exactGridTable(m_source);
+    m_table = GridTableCells::of(m_source);
 
     for (Parent &parent : m_parents) {
         parent.source = proxy->mapToSource(parent.index);
@@ -143,7 +139,7 @@ void SelectedRows::mapToSource()
             continue;
         m_sourceRows[i] = source.row();
         if (m_table)
-            m_records[i] = gridTableRecord(m_table, source);
+            m_records[i] = m_table->record(source);
     }
 }
 
@@ -200,9 +196,9 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
         if (sourceCol < 0) {
             copy(m_model->index(row.row, column, parent.index).data(Qt::DisplayRole));
         } else if (m_table && m_records[i] >= 0) {
-            m_cells.push_back(&gridTableCell(m_table, m_records[i], sourceCol));
+            m_cells.push_back(&m_table->cell(m_records[i], sourceCol));
             if (!tableNumbers)
-                tableNumbers = &gridTableTextNumbers(m_table, sourceCol, &tableNumberCount);
+                tableNumbers = &m_table->textNumbers(sourceCol, &tableNumberCount);
         } else {
             const QModelIndex source = m_source->index(sourceRow, sourceCol, parent.source);
             // The proxy answers an empty cell where the source has no index.

@@ -1,7 +1,7 @@
-#ifndef VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
-#define VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
+#ifndef VEL_QT_WIDGETS_SELECTEDROWS_P_H
+#define VEL_QT_WIDGETS_SELECTEDROWS_P_H
 
-#include "cmwstatisticsorder_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
@@ -17,9 +17,9 @@ class QAbstractItemModel;
 class QItemSelectionModel;
 QT_END_NAMESPACE
 
-class CMwGridTableModel;
-
 namespace vel {
+
+class GridTableCells;
 
 // The rows that QItemSelectionModel::selectedRows() lists, in its order, and
 // the display data of their cells, read without one QModelIndex list per
@@ -29,8 +29,8 @@ namespace vel {
 // A row of a selection range that spans every column of its parent is
 // selected exactly when its first cell is selectable; only other rows are
 // asked of isRowSelected(). Cells are read through the grid's own proxy
-// straight from its source model (and from a CMwGridTableModel's columns)
-// when the model is exactly such a proxy; any other model is asked cell by
+// straight from its source model (and from a CMwGridTableModel's columns,
+// a subclass's too) when the model is exactly such a proxy; any other model is asked cell by
 // cell, as selectedRows(c) and data() would.
 class VEL_QT_WIDGETS_EXPORT SelectedRows
 {
@@ -80,7 +80,7 @@ private:
 
     // Set when m_model is exactly the grid's proxy.
     const QAbstractItemModel *m_source = nullptr;
-    const CMwGridTableModel *m_table = nullptr;
+    const GridTableCells *m_table = nullptr;
     bool m_mapped = false;
     // Per row: its source row (-1: read through the proxy) and, for a
     // CMwGridTableModel, its record (-1: ask data()).
@@ -96,4 +96,4 @@ private:
 
 } // namespace vel
 
-#endif // VEL_QT_WIDGETS_CMWSELECTEDROWS_P_H
+#endif // VEL_QT_WIDGETS_SELECTEDROWS_P_H

@@ -1,4 +1,4 @@
-#include "modelshapesignals_p.h"
+#include "velconnectshape_p.h"
 
 #include <QtCore/QAbstractItemModel>
 

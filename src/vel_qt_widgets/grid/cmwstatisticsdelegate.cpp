@@ -1,26 +1,9 @@
-#include <vel_qt_widgets/CMwGridStatistics.h>
-#include <vel_qt_widgets/CMwHierarchicalGridView.h>
+#include <vel_qt_widgets/CMwStatisticsDelegate.h>
 
 #include <QtGui/QPainter>
 #include <QtGui/QPen>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTableView>
-
-CMwStatisticsItemModel::CMwStatisticsItemModel(CMwHierarchicalGridView *parent)
-    : QStandardItemModel(parent)
-{
-}
-
-CMwStatisticsItemModel::~CMwStatisticsItemModel() = default;
-
-QVariant CMwStatisticsItemModel::data(const QModelIndex &index, int role) const
-{
-    if (role == Qt::SizeHintRole) {
-        if (auto *grid = qobject_cast<CMwHierarchicalGridView *>(QObject::parent()))
-            return QSize(grid->columnWidth(index.column()) - 1, 0);
-    }
-    return QStandardItemModel::data(index, role);
-}
 
 CMwStatisticsDelegate::CMwStatisticsDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
 
