@@ -3,7 +3,8 @@
 #   ./dev.sh gallery   install what is missing, build, launch the gallery
 #                      (without a display it writes one PNG per page)
 #   ./dev.sh test      install what is missing, build, run the whole test suite
-#   ./dev.sh asan      the same suite built with AddressSanitizer + UBSan
+#                      for Qt 5 and then for Qt 6 (test5 / test6: one of them)
+#   ./dev.sh asan      the Qt 5 suite built with AddressSanitizer + UBSan
 #   ./dev.sh debs      build the Debian packages and try them in a clean
 #                      Debian 12 root (packaging/check-debs.sh; needs root)
 #   ./dev.sh deps      only install the Debian packages
@@ -13,6 +14,8 @@ cd "$(dirname "$0")"
 PACKAGES=(
     build-essential cmake ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libicu-dev
+    qt6-base-dev qt6-tools-dev qt6-tools-dev-tools designer-qt6 qt6-svg-dev
+    qt6-l10n-tools libqt6opengl6-dev libgl-dev
     libbenchmark-dev fonts-dejavu-core doxygen
     clang-format clang-tidy
     dpkg-dev file debootstrap
@@ -50,10 +53,21 @@ case "${1:-}" in
         build default
         shift
         exec ./build/examples/gallery/gallery "$@" ;;
-    test)
+    test5)
         install_missing
         build default
         ctest --preset default -j"$(njobs)" ;;
+    test6)
+        install_missing
+        build qt6
+        ctest --preset qt6 -j"$(njobs)" ;;
+    test)
+        install_missing
+        build default
+        ctest --preset default -j"$(njobs)"
+        # Qt 6 second: its consumer test installs both builds into one prefix.
+        build qt6
+        ctest --preset qt6 -j"$(njobs)" ;;
     asan)
         install_missing
         build asan
@@ -62,6 +76,6 @@ case "${1:-}" in
         install_missing
         exec ./packaging/check-debs.sh ;;
     *)
-        sed -n '2,9p' "$0" | sed 's/^# \{0,1\}//'
+        sed -n '2,10p' "$0" | sed 's/^# \{0,1\}//'
         exit 2 ;;
 esac

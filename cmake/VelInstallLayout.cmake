@@ -6,11 +6,30 @@
 # copied or moved elsewhere.
 include(GNUInstallDirs)
 
+# The Qt 5 build keeps the names it always had. The Qt 6 build installs into
+# the same prefix beside it, so every name of its own carries "-qt6": the
+# libraries (libvel_qt_widgets-qt6.so, libvel_system-qt6.so), the CMake
+# package (vel_qt_widgets-qt6), the header and translation folders and the
+# plug-in folder. The exported target names stay the same in both.
+if(VEL_QT_MAJOR EQUAL 5)
+    set(VEL_NAME_SUFFIX "")
+    # Headers directly below include/ (include/omni6/include/vel_qt_widgets).
+    set(VEL_INSTALL_INCLUDE_BASE ${CMAKE_INSTALL_INCLUDEDIR})
+else()
+    set(VEL_NAME_SUFFIX "-qt${VEL_QT_MAJOR}")
+    # Their own folder: the headers are the same text, but two packages must
+    # not own one file, and uninstalling one build must keep the other's.
+    set(VEL_INSTALL_INCLUDE_BASE ${CMAKE_INSTALL_INCLUDEDIR}/vel_qt_widgets${VEL_NAME_SUFFIX})
+endif()
+set(VEL_INSTALL_INCLUDE_ROOT ${VEL_INSTALL_INCLUDE_BASE}/omni6/include)
+set(VEL_PACKAGE_NAME vel_qt_widgets${VEL_NAME_SUFFIX})
+set(VEL_INSTALL_TRANSLATIONS_DIR ${CMAKE_INSTALL_DATADIR}/${VEL_PACKAGE_NAME}/translations)
+
 # Qt looks for Designer plug-ins in <plugin path>/designer. With a prefix of
-# /usr on Debian this is Qt's own folder (lib/<multiarch>/qt5/plugins); for
-# any other prefix, QT_PLUGIN_PATH=<prefix>/lib/qt5/plugins makes Designer
-# look there.
-set(VEL_DESIGNER_PLUGIN_DIR ${CMAKE_INSTALL_LIBDIR}/qt5/plugins/designer CACHE STRING
+# /usr on Debian this is Qt's own folder (lib/<multiarch>/qt5/plugins, or
+# qt6/plugins for Qt 6); for any other prefix,
+# QT_PLUGIN_PATH=<prefix>/lib/qt5/plugins (qt6) makes Designer look there.
+set(VEL_DESIGNER_PLUGIN_DIR ${CMAKE_INSTALL_LIBDIR}/qt${VEL_QT_MAJOR}/plugins/designer CACHE STRING
     "Where the Designer plug-in link is installed, relative to the prefix")
 
 # Folders the dynamic loader searches by itself (the platform's library

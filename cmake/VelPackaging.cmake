@@ -80,7 +80,7 @@ set(CPACK_DEBIAN_WIDGETS_PACKAGE_DEPENDS
     "${vel_system_package} (= ${vel_exact_version}), ${VEL_SVG_PLUGIN_PACKAGE}")
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SUGGESTS "${vel_base_name}-designer-plugin, ${vel_base_name}-l10n")
 set(CPACK_DEBIAN_WIDGETS_DESCRIPTION
-    "Custom Qt 5 widgets for desktop applications
+    "Custom Qt ${VEL_QT_MAJOR} widgets for desktop applications
 Tick-aware integer and floating-point sliders and range sliders with value
 proxies, a hierarchical grid (multi-level header, grouped rows, statistics,
 row filter), a filter editor and proxy model, a table picker, styleable push
@@ -97,23 +97,30 @@ Qt translators.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME lib${vel_base_name}-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-# The CMake package asks for Qt5 Core, Gui and Widgets (qtbase5-dev).
+# The CMake package asks for Qt Core, Gui and Widgets of its major.
+if(VEL_QT_MAJOR EQUAL 5)
+    set(vel_qt_dev_package qtbase5-dev)
+    set(vel_designer_package qttools5-dev-tools)
+else()
+    set(vel_qt_dev_package qt6-base-dev)
+    set(vel_designer_package designer-qt6)
+endif()
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
-    "${vel_widgets_package} (= ${vel_exact_version}), ${vel_system_package} (= ${vel_exact_version}), qtbase5-dev")
+    "${vel_widgets_package} (= ${vel_exact_version}), ${vel_system_package} (= ${vel_exact_version}), ${vel_qt_dev_package}")
 set(CPACK_DEBIAN_DEV_DESCRIPTION
-    "Development files for the vel_qt_widgets library
-Headers (under /usr/include/omni6/include/vel_qt_widgets, included as
+    "Development files for the vel_qt_widgets library (Qt ${VEL_QT_MAJOR})
+Headers (under /usr/${VEL_INSTALL_INCLUDE_ROOT}/vel_qt_widgets, included as
 <vel_qt_widgets/...> or <omni6/include/vel_qt_widgets/...>), the private-data
 headers for subclasses, and the CMake package:
-find_package(vel_qt_widgets CONFIG) with the target
+find_package(${VEL_PACKAGE_NAME} CONFIG) with the target
 vel_qt_widgets::vel_qt_widgets.")
 
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_NAME ${vel_base_name}-designer-plugin)
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS "${vel_widgets_package} (= ${vel_exact_version})")
-set(CPACK_DEBIAN_DESIGNER_PACKAGE_ENHANCES "qttools5-dev-tools")
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_ENHANCES "${vel_designer_package}")
 set(CPACK_DEBIAN_DESIGNER_DESCRIPTION
-    "Qt Designer plug-in for the vel_qt_widgets library
+    "Qt ${VEL_QT_MAJOR} Designer plug-in for the vel_qt_widgets library
 Makes Qt Designer list ten widgets of vel_qt_widgets in the widget-box
 group Zorvan Widgets, and adds style-sheet entries to the task menu of
 every widget on a form.")
@@ -125,7 +132,7 @@ set(CPACK_DEBIAN_TRANSLATIONS_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_TRANSLATIONS_DESCRIPTION
     "Translations of the vel_qt_widgets library
 The compiled Qt catalogues (.qm) of the widgets' texts, under
-/usr/share/vel_qt_widgets/translations, for applications that load them from
+/usr/${VEL_INSTALL_TRANSLATIONS_DIR}, for applications that load them from
 the file system rather than from the library's built-in resources.")
 
 # Debian's layout (multiarch library folder, Qt's plug-in folder) follows

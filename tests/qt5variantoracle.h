@@ -35,6 +35,24 @@ inline bool checked(bool ours, bool qt, const char *op, const QVariant &a, const
 #define VEL_QT5_ORACLE_CHECK(ours, expression, op, a, b) ours
 #endif
 
+// Qt 5's own ordering, which its relational operators call; the build hides
+// those operators (deprecated in 5.15), so QVariant::compare is reached
+// through a member pointer named via a subclass.
+struct Qt5VariantCompareAccess : QVariant
+{
+    static int order(const QVariant &a, const QVariant &b)
+    {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        int (QVariant::*const cmp)(const QVariant &) const = &Qt5VariantCompareAccess::compare;
+        return (a.*cmp)(b);
+#else
+        Q_UNUSED(a);
+        Q_UNUSED(b);
+        return 0;
+#endif
+    }
+};
+
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 inline bool equal(const QVariant &a, const QVariant &b)
@@ -43,19 +61,19 @@ inline bool equal(const QVariant &a, const QVariant &b)
 }
 inline bool less(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::less(a, b), a < b, "<", a, b);
+    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::less(a, b), Qt5VariantCompareAccess::order(a, b) < 0, "<", a, b);
 }
 inline bool lessOrEqual(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::lessOrEqual(a, b), a <= b, "<=", a, b);
+    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::lessOrEqual(a, b), Qt5VariantCompareAccess::order(a, b) <= 0, "<=", a, b);
 }
 inline bool greater(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greater(a, b), a > b, ">", a, b);
+    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greater(a, b), Qt5VariantCompareAccess::order(a, b) > 0, ">", a, b);
 }
 inline bool greaterOrEqual(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greaterOrEqual(a, b), a >= b, ">=", a, b);
+    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greaterOrEqual(a, b), Qt5VariantCompareAccess::order(a, b) >= 0, ">=", a, b);
 }
 inline bool isNull(const QVariant &a)
 {

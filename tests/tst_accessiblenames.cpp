@@ -13,7 +13,7 @@
 #include <QtGui/QAccessible>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>

@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include "qt5round_test_support.h"
 #include "slider_test_support.h"
 #include "testvalueproxies.h"
 
@@ -1193,7 +1194,7 @@ void tst_CMwQDoubleRangeSlider::settersRandomNearTheLimits()
         return x;
     };
     const auto rounded = [](double x) {
-        return x <= -2147483648.0 ? INT_MIN : x >= 2147483647.0 ? INT_MAX : int(qRound64(x));
+        return x <= -2147483648.0 ? INT_MIN : x >= 2147483647.0 ? INT_MAX : int(qt5Round64(x));
     };
     OpenDoubleRangeSlider w;
     w.setRange(-3e9, 3e9);

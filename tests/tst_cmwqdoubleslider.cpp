@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include "qt5round_test_support.h"
 #include "slider_test_support.h"
 #include "testvalueproxies.h"
 
@@ -47,7 +48,7 @@ public:
 };
 
 // qRound's result where its conversions are defined, which is everywhere
-// strictly inside the int range (qRound64 converts to 64 bits instead), and
+// strictly inside the int range (Qt 5's qRound64 converts to 64 bits instead), and
 // the clamped ends outside.
 int roundedReference(double x)
 {
@@ -55,7 +56,7 @@ int roundedReference(double x)
         return std::numeric_limits<int>::min();
     if (x >= 2147483647.0)
         return std::numeric_limits<int>::max();
-    return int(qRound64(x));
+    return int(qt5Round64(x));
 }
 
 // Quotients within a few units of either end of the int range, a few ulps

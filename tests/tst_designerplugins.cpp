@@ -60,7 +60,8 @@ Fragment parseFragment(const QString &xml, QString *error)
     while (!reader.atEnd()) {
         reader.readNext();
         if (reader.isStartElement()) {
-            const QStringRef name = reader.name();
+            // QStringRef in Qt 5, QStringView in Qt 6.
+            const auto name = reader.name();
             if (name == QLatin1String("ui")) {
                 f.language = reader.attributes().value(QLatin1String("language")).toString();
             } else if (name == QLatin1String("widget")) {

@@ -8,7 +8,7 @@
 #include <QtDesigner/QExtensionManager>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QLabel>
 
 namespace {

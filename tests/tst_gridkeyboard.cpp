@@ -15,7 +15,7 @@
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>

@@ -14,7 +14,7 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>

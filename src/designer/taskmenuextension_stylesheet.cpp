@@ -4,7 +4,7 @@
 
 #include <QtCore/QSignalMapper>
 #include <QtDesigner/QExtensionManager>
-#include <QtWidgets/QAction>
+#include <QAction>
 #include <QtWidgets/QWidget>
 
 namespace {
@@ -18,7 +18,13 @@ TaskMenuExtension_StyleSheet::TaskMenuExtension_StyleSheet(QWidget *widget, QObj
     , m_widget(widget)
 {
     auto *mapper = new QSignalMapper(this);
+    // Qt 6 names the mapper's string signal mappedString.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    connect(mapper, SIGNAL(mappedString(QString const &)), this,
+            SLOT(editState(QString const &)));
+#else
     connect(mapper, SIGNAL(mapped(QString const &)), this, SLOT(editState(QString const &)));
+#endif
 
     const auto addAction = [&](const QString &text, const QString &mapping) {
         auto *action = new QAction(text, this);

@@ -1,4 +1,5 @@
 #include "cmwgridtablemodel_p.h"
+#include "cmwqtcompat_p.h"
 #include "qvectorcalcstatistics_p.h"
 #include "cmwvariantcompare_p.h"
 
@@ -808,7 +809,7 @@ public:
             fieldSeparator.isSurrogate() ? QByteArray("\xFF\xFE\xFF")
                                         : QString(fieldSeparator).toUtf8())
     {
-        stops['\r'] = stops['\n'] = true;
+        stops[uchar('\r')] = stops[uchar('\n')] = true;
         stops[uchar(this->separator.at(0))] = true;
     }
 
@@ -928,9 +929,7 @@ private:
                 state = Unquoted;
             }
         }
-        if (c == '\r')
-            ++line;
-        else if (c == '\n' && !afterCR)
+        if (c == '\r' || (c == '\n' && !afterCR))
             ++line;
         afterCR = c == '\r';
     }

@@ -21,7 +21,12 @@ void CMwGridTreeView::paintEvent(QPaintEvent *event)
     // An empty model still shows one empty row, so that the grid does not
     // look broken and the columns keep their cells.
     QPainter painter(viewport());
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+#else
     QStyleOptionViewItem option = viewOptions();
+#endif
     const QFontMetrics metrics = fontMetrics();
     const int bottom = metrics.descent() + metrics.lineSpacing();
     const int columns = model()->columnCount();

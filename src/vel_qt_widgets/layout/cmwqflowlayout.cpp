@@ -13,7 +13,7 @@ namespace {
 int clampToInt(qint64 value)
 {
     return int(
-        qBound<qint64>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
+        qBound(qint64(std::numeric_limits<int>::min()), value, qint64(std::numeric_limits<int>::max())));
 }
 
 // Coordinates and sizes handed to QRect stay within half the int range, so

@@ -4,6 +4,7 @@
 #include "cmwqslideraccessibility_p.h"
 #include "cmwqstepmappedslider_p.h"
 #include "cmwqstepmapping_p.h"
+#include "cmwqtcompat_p.h"
 #include "cmwqtickitemtypes_p.h"
 
 #include <QtCore/QCoreApplication>

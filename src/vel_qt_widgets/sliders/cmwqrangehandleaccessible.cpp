@@ -4,6 +4,7 @@
 #include "cmwqrangeslider_p.h"
 #include "cmwqslideraccessibility_p.h"
 #include "cmwqslideraccessiblesupport_p.h"
+#include "cmwqtcompat_p.h"
 
 #include <vel_qt_widgets/CMwQDoubleRangeSlider.h>
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -32,7 +33,7 @@ int toSliderInt(const QVariant &value, bool *ok)
     const double v = value.toDouble(ok);
     if (!*ok || std::isnan(v))
         return *ok = false, 0;
-    return qRound(
+    return VelQt::roundHalfUp(
         qBound<double>(std::numeric_limits<int>::min(), v, std::numeric_limits<int>::max()));
 }
 

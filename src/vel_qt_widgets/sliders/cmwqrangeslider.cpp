@@ -1,6 +1,7 @@
 #include "cmwqrangeslider_p.h"
 
 #include "cmwqslideraccessibility_p.h"
+#include "cmwqtcompat_p.h"
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
@@ -322,8 +323,8 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
 
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const int mepos = along(orientation(), e->pos());
-    const HandleHit hit = hitTestHandles(this, d, option, e->pos());
+    const int mepos = along(orientation(), VelQt::eventPos(e));
+    const HandleHit hit = hitTestHandles(this, d, option, VelQt::eventPos(e));
     const bool horizontal = orientation() == Qt::Horizontal;
 
     if (hit.handle != CMwQRangeSliderPrivate::NoHandle) {
@@ -342,7 +343,7 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
     QStyleOptionSlider fitted = option;
     CMwQSliderGeometry::fitStyleOption(&fitted);
     const QStyle::SubControl control
-        = style()->hitTestComplexControl(QStyle::CC_Slider, &fitted, e->pos(), this);
+        = style()->hitTestComplexControl(QStyle::CC_Slider, &fitted, VelQt::eventPos(e), this);
     const QRect groove
         = style()->subControlRect(QStyle::CC_Slider, &fitted, QStyle::SC_SliderGroove, this);
     const int low = horizontal ? hit.rect.left() : hit.rect.top();
@@ -379,13 +380,13 @@ void CMwQRangeSlider::mouseMoveEvent(QMouseEvent *e)
 
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const int mepos = along(orientation(), e->pos());
+    const int mepos = along(orientation(), VelQt::eventPos(e));
     const int m = style()->pixelMetric(QStyle::PM_MaximumDragDistance, &option, this);
     const Track track = trackOf(this, option);
     int newPos = CMwQSliderGeometry::valueFromPosition(minimum(), maximum(),
         mepos - d->dragClickOffset - track.start, track.end - track.start, track.upsideDown);
     // Too far away from the widget, the drag snaps back to where it started.
-    if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(e->pos()))
+    if (m >= 0 && !rect().adjusted(-m, -m, m, m).contains(VelQt::eventPos(e)))
         newPos = d->dragAnchorPosition;
 
     const bool lower = d->selectedHandles.testFlag(CMwQRangeSliderPrivate::LowerHandle);
@@ -721,7 +722,7 @@ bool CMwQRangeSliderPrivate::keyTarget(const QKeyEvent *e, int *target) const
     case None:
         break;
     }
-    *target = int(qBound<qint64>(lowest, to, highest));
+    *target = int(qBound(qint64(lowest), to, qint64(highest)));
     return true;
 }
 

@@ -1,6 +1,9 @@
 #include "cmwqslider_p.h"
 #include "cmwqtickitemtypes_p.h"
 
+#include "cmwglobalstrut_p.h"
+#include "cmwqtcompat_p.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
 #include <QtCore/QStringList>
@@ -468,7 +471,7 @@ QSize CMwQSlider::sizeHint() const
     const QSize size = orientation() == Qt::Horizontal ? QSize(sizeHintLength, thick)
                                                        : QSize(thick, sizeHintLength);
     return style()->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
-        .expandedTo(QApplication::globalStrut());
+        .expandedTo(velGlobalStrut());
 }
 
 QSize CMwQSlider::minimumSizeHint() const
@@ -562,7 +565,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
     CMwQSliderGeometry::fitStyleOption(&opt);
     const QRect handle = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
     // The press point minus half the handle: where the handle would start.
-    const QPoint start = e->pos() - (handle.center() - handle.topLeft());
+    const QPoint start = VelQt::eventPos(e) - (handle.center() - handle.topLeft());
     const auto along
         = [q](const QPoint &p) { return q->orientation() == Qt::Horizontal ? p.x() : p.y(); };
 
@@ -573,7 +576,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
         widePressedControl = QStyle::SC_SliderHandle;
         q->update();
     } else if ((e->button() & style->styleHint(QStyle::SH_Slider_PageSetButtons)) == e->button()) {
-        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, e->pos(), q);
+        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, VelQt::eventPos(e), q);
         if (widePressedControl == QStyle::SC_SliderGroove) {
             const int pressValue = pixelToValue(along(start));
             QAbstractSlider::SliderAction action = QAbstractSlider::SliderNoAction;
@@ -597,7 +600,7 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
         CMwQSliderGeometry::fitStyleOption(&opt);
         const QRect moved
             = style->subControlRect(QStyle::CC_Slider, &opt, QStyle::SC_SliderHandle, q);
-        wideClickOffset = along(e->pos() - moved.topLeft());
+        wideClickOffset = along(VelQt::eventPos(e) - moved.topLeft());
         q->update(moved);
         q->setSliderDown(true);
     }
@@ -620,7 +623,7 @@ bool CMwQSliderPrivate::wideMove(QMouseEvent *e)
         return true;
     }
     e->accept();
-    const QPoint p = e->pos();
+    const QPoint p = VelQt::eventPos(e);
     q->setSliderPosition(
         pixelToValue((q->orientation() == Qt::Horizontal ? p.x() : p.y()) - wideClickOffset));
     return true;

@@ -37,7 +37,7 @@ double publicStep(const CMwQStepMappedSliderPrivate *d, double sliderUnits)
 
 QString numberText(const QVariant &value)
 {
-    if (value.type() == QVariant::Double)
+    if (value.userType() == QMetaType::Double)
         return QLocale().toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
     return QLocale().toString(value.toInt());
 }

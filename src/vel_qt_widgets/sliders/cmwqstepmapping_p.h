@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 #define VEL_QT_WIDGETS_CMWQSTEPMAPPING_P_H
 
+#include "cmwqtcompat_p.h"
+
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
 #include <vel_qt_widgets/CMwQValueProxy.h>
@@ -45,7 +47,7 @@ inline int toInteger(double v, double step)
         return std::numeric_limits<int>::min();
     if (x >= highestInteger)
         return std::numeric_limits<int>::max();
-    return qRound(x);
+    return VelQt::roundHalfUp(x);
 }
 
 inline double fromInteger(int i, double offset, double step)

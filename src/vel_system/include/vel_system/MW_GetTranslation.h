@@ -34,7 +34,8 @@
     texts once per process), so the catalogue is installed before the first
     widget is created. The library's catalogues (one per language, such as
     vel_qt_widgets_de.qm) are embedded under ":/vel_qt_widgets/translations"
-    and installed in share/vel_qt_widgets/translations of the prefix:
+    and installed in share/vel_qt_widgets/translations of the prefix
+    (share/vel_qt_widgets-qt6/translations for the Qt 6 build):
 
     \code
     QTranslator translator;
