@@ -551,7 +551,12 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
     auto *headerModel = new QStandardItemModel(this);
     const int columns = source ? source->columnCount() : 0;
     for (int column = 0; column < columns; ++column) {
-        const QVariantList path = source->headerData(column, Qt::Horizontal, HeaderPathRole).toList();
+        const QVariant pathValue = source->headerData(column, Qt::Horizontal, HeaderPathRole);
+        // A lone text is no path (it adds no cell); Qt 6 would read it as a
+        // one-caption list, Qt 5 as none.
+        const bool isText = pathValue.userType() == QMetaType::QString
+                            || pathValue.userType() == QMetaType::QByteArray;
+        const QVariantList path = isText ? QVariantList() : pathValue.toList();
         QStandardItem *candidate = headerModel->item(0, qMax(headerModel->columnCount() - 1, 0));
         QStandardItem *parent = candidate;
         for (int level = 0; level < path.size(); ++level) {
