@@ -97,8 +97,8 @@ void BM_CMwThreeConditions(benchmark::State &state)
         const QString limit = (++i % 2) ? QStringLiteral("500") : QStringLiteral("400");
         // Column 0 >= limit AND Column 1 < 1000 OR Column 2 == "k5"
         proxy.setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Column 0"), cmp.at(0), limit},
-                             {QVariant(), ops.at(0), QStringLiteral("Column 1"), cmp.at(3), QStringLiteral("1000")},
-                             {QVariant(), ops.at(1), QStringLiteral("Column 2"), cmp.at(4), QStringLiteral("k5")}});
+            {QVariant(), ops.at(0), QStringLiteral("Column 1"), cmp.at(3), QStringLiteral("1000")},
+            {QVariant(), ops.at(1), QStringLiteral("Column 2"), cmp.at(4), QStringLiteral("k5")}});
         benchmark::DoNotOptimize(proxy.rowCount());
     }
     state.counters["rows_shown"] = proxy.rowCount();

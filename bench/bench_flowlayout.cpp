@@ -87,25 +87,13 @@ void heightForWidthPass(benchmark::State &state, bool grid)
     reportPerItem(state);
 }
 
-void BM_SetGeometry(benchmark::State &state)
-{
-    setGeometryPass(state, false);
-}
+void BM_SetGeometry(benchmark::State &state) { setGeometryPass(state, false); }
 
-void BM_SetGeometryGrid(benchmark::State &state)
-{
-    setGeometryPass(state, true);
-}
+void BM_SetGeometryGrid(benchmark::State &state) { setGeometryPass(state, true); }
 
-void BM_HeightForWidth(benchmark::State &state)
-{
-    heightForWidthPass(state, false);
-}
+void BM_HeightForWidth(benchmark::State &state) { heightForWidthPass(state, false); }
 
-void BM_HeightForWidthGrid(benchmark::State &state)
-{
-    heightForWidthPass(state, true);
-}
+void BM_HeightForWidthGrid(benchmark::State &state) { heightForWidthPass(state, true); }
 
 // Real widgets: the pass also moves and resizes every (hidden-window) child.
 void BM_SetGeometryWidgets(benchmark::State &state)
@@ -190,7 +178,11 @@ BENCHMARK(BM_HeightForWidthGrid)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(be
 BENCHMARK(BM_SetGeometryWidgets)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
 BENCHMARK(BM_QtGridLayoutSetGeometry)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
 BENCHMARK(BM_QtGridLayoutSizeHint)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
-BENCHMARK(BM_QtGridLayoutSetGeometryWidgets)->Arg(100)->Arg(1000)->Arg(10000)->Complexity(benchmark::oN);
+BENCHMARK(BM_QtGridLayoutSetGeometryWidgets)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Complexity(benchmark::oN);
 
 int main(int argc, char **argv)
 {

@@ -54,7 +54,7 @@ QVector<QVariant> uniqueTextColumn(int seed)
     return values;
 }
 
-template <QVector<QVariant> (*make)(int)>
+template<QVector<QVariant> (*make)(int)>
 void BM_ColumnStatistics(benchmark::State &state)
 {
     QVector<QVector<QVariant>> columns;
@@ -75,12 +75,12 @@ QVector<QStringList> headerPaths()
     QVector<QStringList> paths;
     for (int c = 0; c < columnCount; ++c) {
         paths.append({QStringLiteral("Group %1").arg(c / 4), QStringLiteral("Part %1").arg(c / 2),
-                      QStringLiteral("Column %1").arg(c)});
+            QStringLiteral("Column %1").arg(c)});
     }
     return paths;
 }
 
-template <QVector<QVariant> (*make)(int)>
+template<QVector<QVariant> (*make)(int)>
 QVector<QVector<QVariant>> records()
 {
     QVector<QVector<QVariant>> columns;
@@ -119,7 +119,7 @@ void BM_SetModelAndFirstPaint(benchmark::State &state)
 
 // Selecting every row: the grid computes the six statistics of every column
 // over the selection.
-template <QVector<QVariant> (*make)(int)>
+template<QVector<QVariant> (*make)(int)>
 void BM_SelectionStatistics(benchmark::State &state)
 {
     CMwHierarchicalGridView grid;
@@ -130,8 +130,8 @@ void BM_SelectionStatistics(benchmark::State &state)
     QAbstractItemModel *proxy = grid.model();
     const QItemSelection all(proxy->index(0, 0), proxy->index(rowCount - 1, columnCount - 1));
     for (auto _ : state) {
-        view->selectionModel()->select(all, QItemSelectionModel::ClearAndSelect
-                                                | QItemSelectionModel::Rows);
+        view->selectionModel()->select(
+            all, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         state.PauseTiming();
         view->selectionModel()->clearSelection();
         state.ResumeTiming();
@@ -165,7 +165,7 @@ private:
 // Peer of the column statistics: Qt's QSortFilterProxyModel sorting each of
 // the same ten columns, the nearest stock job (ordering the values is what
 // minimum, maximum and the distinct count rest on).
-template <QVector<QVariant> (*make)(int)>
+template<QVector<QVariant> (*make)(int)>
 void BM_QSortFilterProxyModelSort(benchmark::State &state)
 {
     std::vector<std::unique_ptr<ColumnModel>> columns;
@@ -215,7 +215,7 @@ void BM_QTreeViewSetModelAndFirstPaint(benchmark::State &state)
 // Peer of the selection statistics: the same selection in a plain QTreeView,
 // then every selected row's cells read through the model, which is what any
 // computation over a selection starts with.
-template <QVector<QVariant> (*make)(int)>
+template<QVector<QVariant> (*make)(int)>
 void BM_QTreeViewSelection(benchmark::State &state)
 {
     CMwGridTableModel model;
@@ -224,8 +224,8 @@ void BM_QTreeViewSelection(benchmark::State &state)
     view.setModel(&model);
     const QItemSelection all(model.index(0, 0), model.index(rowCount - 1, columnCount - 1));
     for (auto _ : state) {
-        view.selectionModel()->select(all, QItemSelectionModel::ClearAndSelect
-                                               | QItemSelectionModel::Rows);
+        view.selectionModel()->select(
+            all, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         const QModelIndexList rows = view.selectionModel()->selectedRows(0);
         for (int c = 0; c < columnCount; ++c) {
             QVector<QVariant> values;
@@ -244,17 +244,33 @@ void BM_QTreeViewSelection(benchmark::State &state)
 } // namespace
 
 BENCHMARK(BM_SetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
-BENCHMARK_TEMPLATE(BM_SelectionStatistics, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
-BENCHMARK_TEMPLATE(BM_SelectionStatistics, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_TEMPLATE(BM_ColumnStatistics, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_TEMPLATE(BM_SelectionStatistics, numericColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
+BENCHMARK_TEMPLATE(BM_SelectionStatistics, textColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_TEMPLATE(BM_ColumnStatistics, numericColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_TEMPLATE(BM_ColumnStatistics, uniqueTextColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_TEMPLATE(BM_ColumnStatistics, uniqueTextColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK(BM_QTreeViewSetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
-BENCHMARK_TEMPLATE(BM_QTreeViewSelection, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK_TEMPLATE(BM_QTreeViewSelection, numericColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
 BENCHMARK_TEMPLATE(BM_QTreeViewSelection, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, numericColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, uniqueTextColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, numericColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, textColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, uniqueTextColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 int main(int argc, char **argv)
 {

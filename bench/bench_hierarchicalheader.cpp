@@ -87,16 +87,10 @@ void resizeToContents(benchmark::State &state, bool useCache)
     state.SetComplexityN(state.range(0));
 }
 
-void BM_ResizeToContents(benchmark::State &state)
-{
-    resizeToContents(state, true);
-}
+void BM_ResizeToContents(benchmark::State &state) { resizeToContents(state, true); }
 
 // The plain walk from the start of the header for every lookup, for comparison.
-void BM_ResizeToContentsWalk(benchmark::State &state)
-{
-    resizeToContents(state, false);
-}
+void BM_ResizeToContentsWalk(benchmark::State &state) { resizeToContents(state, false); }
 
 void paintViewport(benchmark::State &state, bool useCache)
 {
@@ -113,15 +107,9 @@ void paintViewport(benchmark::State &state, bool useCache)
     state.SetComplexityN(state.range(0));
 }
 
-void BM_PaintViewport(benchmark::State &state)
-{
-    paintViewport(state, true);
-}
+void BM_PaintViewport(benchmark::State &state) { paintViewport(state, true); }
 
-void BM_PaintViewportWalk(benchmark::State &state)
-{
-    paintViewport(state, false);
-}
+void BM_PaintViewportWalk(benchmark::State &state) { paintViewport(state, false); }
 
 // One-level captions of the same leaves, given through the item model.
 struct PeerFixture
@@ -168,12 +156,36 @@ void BM_QHeaderViewPaintViewport(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(BM_ResizeToContents)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
-BENCHMARK(BM_PaintViewport)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
-BENCHMARK(BM_ResizeToContentsWalk)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_ResizeToContents)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+BENCHMARK(BM_PaintViewport)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+BENCHMARK(BM_ResizeToContentsWalk)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK(BM_PaintViewportWalk)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_QHeaderViewResizeToContents)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
-BENCHMARK(BM_QHeaderViewPaintViewport)->Arg(500)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+BENCHMARK(BM_QHeaderViewResizeToContents)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
+BENCHMARK(BM_QHeaderViewPaintViewport)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
 
 int main(int argc, char **argv)
 {

@@ -48,7 +48,7 @@ public:
     }
 
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
-                     const QWidget *widget) const override
+        const QWidget *widget) const override
     {
         Call call;
         call.element = element;
@@ -90,10 +90,7 @@ inline QImage renderWidget(QWidget *widget)
     return image;
 }
 
-inline bool isDark(QRgb pixel)
-{
-    return qGray(pixel) < 110;
-}
+inline bool isDark(QRgb pixel) { return qGray(pixel) < 110; }
 
 // Bounding box of the dark (text) pixels inside area.
 inline QRect darkPixels(const QImage &image, const QRect &area)
@@ -135,11 +132,11 @@ inline CMwGridTableModel *cities(QObject *parent)
 {
     auto *model = new CMwGridTableModel(parent);
     model->setTable(paths({QStringLiteral("Place/City"), QStringLiteral("Data/Value"),
-                              QStringLiteral("Data/Note")}),
-                    {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
-                     {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
-                     {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
-                     {QStringLiteral("Tromsø"), 4, QVariant()}});
+                        QStringLiteral("Data/Note")}),
+        {{QStringLiteral("Oslo"), 1, QStringLiteral("x")},
+            {QStringLiteral("Bergen"), 2, QStringLiteral("12")},
+            {QStringLiteral("Oslo"), 3, QStringLiteral("y")},
+            {QStringLiteral("Tromsø"), 4, QVariant()}});
     return model;
 }
 

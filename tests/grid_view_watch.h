@@ -39,14 +39,14 @@ inline void watchGrid(CMwHierarchicalGridView &grid)
     // Queued: the grid's own reaction to a change may reset a model across
     // several handlers, and Qt 6's tester must not start watching it halfway.
     if (QAbstractItemModel *source = proxy ? proxy->sourceModel() : nullptr) {
-        QObject::connect(source, &QAbstractItemModel::layoutChanged, &grid, watchShown,
-                         Qt::QueuedConnection);
-        QObject::connect(source, &QAbstractItemModel::modelReset, &grid, watchShown,
-                         Qt::QueuedConnection);
-        QObject::connect(source, &QAbstractItemModel::rowsInserted, &grid, watchShown,
-                         Qt::QueuedConnection);
-        QObject::connect(source, &QAbstractItemModel::rowsRemoved, &grid, watchShown,
-                         Qt::QueuedConnection);
+        QObject::connect(
+            source, &QAbstractItemModel::layoutChanged, &grid, watchShown, Qt::QueuedConnection);
+        QObject::connect(
+            source, &QAbstractItemModel::modelReset, &grid, watchShown, Qt::QueuedConnection);
+        QObject::connect(
+            source, &QAbstractItemModel::rowsInserted, &grid, watchShown, Qt::QueuedConnection);
+        QObject::connect(
+            source, &QAbstractItemModel::rowsRemoved, &grid, watchShown, Qt::QueuedConnection);
     }
     auto *view = grid.findChild<QAbstractItemView *>(QStringLiteral("DataView"));
     if (QItemSelectionModel *selection = view ? view->selectionModel() : nullptr)

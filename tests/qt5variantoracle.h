@@ -61,19 +61,23 @@ inline bool equal(const QVariant &a, const QVariant &b)
 }
 inline bool less(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::less(a, b), Qt5VariantCompareAccess::order(a, b) < 0, "<", a, b);
+    return VEL_QT5_ORACLE_CHECK(
+        vel::Qt5Variant::less(a, b), Qt5VariantCompareAccess::order(a, b) < 0, "<", a, b);
 }
 inline bool lessOrEqual(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::lessOrEqual(a, b), Qt5VariantCompareAccess::order(a, b) <= 0, "<=", a, b);
+    return VEL_QT5_ORACLE_CHECK(
+        vel::Qt5Variant::lessOrEqual(a, b), Qt5VariantCompareAccess::order(a, b) <= 0, "<=", a, b);
 }
 inline bool greater(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greater(a, b), Qt5VariantCompareAccess::order(a, b) > 0, ">", a, b);
+    return VEL_QT5_ORACLE_CHECK(
+        vel::Qt5Variant::greater(a, b), Qt5VariantCompareAccess::order(a, b) > 0, ">", a, b);
 }
 inline bool greaterOrEqual(const QVariant &a, const QVariant &b)
 {
-    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greaterOrEqual(a, b), Qt5VariantCompareAccess::order(a, b) >= 0, ">=", a, b);
+    return VEL_QT5_ORACLE_CHECK(vel::Qt5Variant::greaterOrEqual(a, b),
+        Qt5VariantCompareAccess::order(a, b) >= 0, ">=", a, b);
 }
 inline bool isNull(const QVariant &a)
 {

@@ -41,7 +41,10 @@ class LogProxy : public CMwQValueProxy
 {
 public:
     double proxyValueFromValue(double value) const override { return std::log10(value); }
-    double valueFromProxyValue(double proxyValue) const override { return std::pow(10.0, proxyValue); }
+    double valueFromProxyValue(double proxyValue) const override
+    {
+        return std::pow(10.0, proxyValue);
+    }
 };
 
 // proxy = value / divisor, value = proxy * divisor: for a divisor of 3 the

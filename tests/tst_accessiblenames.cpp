@@ -10,10 +10,10 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <QAction>
 #include <QtGui/QAccessible>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
-#include <QAction>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>

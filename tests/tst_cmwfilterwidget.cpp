@@ -26,8 +26,8 @@ class Probe : public CMwFilterWidget
     Q_OBJECT
 
 public:
-    using CMwFilterWidget::CMwFilterWidget;
     using CMwFilterWidget::addRow;
+    using CMwFilterWidget::CMwFilterWidget;
     using CMwFilterWidget::enableRow;
     using CMwFilterWidget::isRowEnabled;
     using CMwFilterWidget::isRowSelected;
@@ -103,7 +103,9 @@ QPoint checkBoxCenter(Probe &editor, int row)
     option.rect = editor.visualItemRect(editor.item(row, 0));
     option.features = QStyleOptionViewItem::HasCheckIndicator;
     option.showDecorationSelected = true;
-    return editor.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &editor).center();
+    return editor.style()
+        ->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &editor)
+        .center();
 }
 
 } // namespace
@@ -226,8 +228,8 @@ void tst_CMwFilterWidget::placeholderRow()
 
     CMwPickerForTable *comparator = f.editor.picker(0, 3);
     QVERIFY(comparator);
-    const QStringList comparators {"Is Greater or Equal", "Is Smaller or Equal", "Is Greater", "Is Smaller",
-                                   "Is Equal", "Is Not Equal", "Is Empty", "Is Not Empty"};
+    const QStringList comparators {"Is Greater or Equal", "Is Smaller or Equal", "Is Greater",
+        "Is Smaller", "Is Equal", "Is Not Equal", "Is Empty", "Is Not Empty"};
     QCOMPARE(comparator->count(), 8);
     for (int i = 0; i < 8; ++i)
         QCOMPARE(comparator->itemText(i), comparators.at(i));
@@ -284,10 +286,13 @@ void tst_CMwFilterWidget::sampleValue_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("alignment");
     const QLocale c = QLocale::c();
-    QTest::newRow("double") << QVariant(1234.56789) << c.toString(1234.56789, 'g', 6) << int(Qt::AlignRight);
-    QTest::newRow("double large") << QVariant(12345678.0) << c.toString(12345678.0, 'g', 6) << int(Qt::AlignRight);
+    QTest::newRow("double") << QVariant(1234.56789) << c.toString(1234.56789, 'g', 6)
+                            << int(Qt::AlignRight);
+    QTest::newRow("double large") << QVariant(12345678.0) << c.toString(12345678.0, 'g', 6)
+                                  << int(Qt::AlignRight);
     // Formatted like a double, aligned left.
-    QTest::newRow("kept: float") << QVariant(2.71828183f) << c.toString(double(2.71828183f), 'g', 6) << int(Qt::AlignLeft);
+    QTest::newRow("kept: float") << QVariant(2.71828183f) << c.toString(double(2.71828183f), 'g', 6)
+                                 << int(Qt::AlignLeft);
     QTest::newRow("int") << QVariant(-42) << "-42" << int(Qt::AlignRight);
     QTest::newRow("uint") << QVariant(42u) << "42" << int(Qt::AlignRight);
     QTest::newRow("qlonglong") << QVariant(qlonglong(7)) << "7" << int(Qt::AlignLeft);
@@ -461,7 +466,8 @@ void tst_CMwFilterWidget::checkBoxByMouse()
     QSignalSpy changed(&f.editor, SIGNAL(filterChanged()));
 
     // Uncheck: the row's other cells are disabled and it leaves the filter.
-    QTest::mouseClick(f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 0));
+    QTest::mouseClick(
+        f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 0));
     QCOMPARE(f.editor.item(0, 0)->checkState(), Qt::Unchecked);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(f.proxy.rowCount(), 4);
@@ -473,7 +479,8 @@ void tst_CMwFilterWidget::checkBoxByMouse()
     QVERIFY(!f.editor.isRowEnabled(0));
 
     // Check again: both restored.
-    QTest::mouseClick(f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 0));
+    QTest::mouseClick(
+        f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 0));
     QCOMPARE(f.editor.item(0, 0)->checkState(), Qt::Checked);
     QCOMPARE(changed.count(), 2);
     QCOMPARE(names(f.proxy), QStringList({"c", "d"}));
@@ -481,7 +488,8 @@ void tst_CMwFilterWidget::checkBoxByMouse()
     QVERIFY(f.editor.item(0, 4)->flags() & Qt::ItemIsEnabled);
 
     // The placeholder's check box is not enabled: a click changes nothing.
-    QTest::mouseClick(f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 1));
+    QTest::mouseClick(
+        f.editor.viewport(), Qt::LeftButton, Qt::NoModifier, checkBoxCenter(f.editor, 1));
     QCOMPARE(f.editor.item(1, 0)->checkState(), Qt::Checked);
     // And onItemPressed ignores the placeholder and foreign items.
     f.editor.item(1, 0)->setCheckState(Qt::Unchecked);
@@ -504,8 +512,10 @@ void tst_CMwFilterWidget::rowSelectionHelpers()
     QItemSelectionModel *selection = f.editor.selectionModel();
     QVERIFY(!f.editor.isRowSelected(0));
     QVERIFY(f.editor.selectedRows().isEmpty());
-    selection->select(f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    selection->select(f.editor.model()->index(0, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(0, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QCOMPARE(f.editor.selectedRows(), QVector<int>({2, 0}));
     // Only the first selected index counts.
     QVERIFY(f.editor.isRowSelected(2));
@@ -604,8 +614,10 @@ void tst_CMwFilterWidget::moveUpAndDown()
 
     // Up over the selection in list order: rows 1 then 2 → Count, Price, Name.
     QItemSelectionModel *selection = f.editor.selectionModel();
-    selection->select(f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    selection->select(f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     f.editor.onButtonUp();
     QCOMPARE(columns(), QStringList({"Count", "Price", "Name", ""}));
     QVERIFY(changed.count() > 0);
@@ -617,8 +629,10 @@ void tst_CMwFilterWidget::moveUpAndDown()
     // Down over the selection from last to first: rows 0 and 1 listed, row 1
     // moves to 2 first, then row 0 to 1.
     f.editor.clearSelection();
-    selection->select(f.editor.model()->index(0, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    selection->select(f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(0, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     f.editor.onButtonDown();
     QCOMPARE(columns(), QStringList({"Name", "Count", "Price", ""}));
     QVERIFY(changed.count() > 0);
@@ -705,8 +719,10 @@ void tst_CMwFilterWidget::kept_removeIndicesNotCorrected()
         f.editor.chooseColumn(r, headers.at(r));
     QCOMPARE(f.editor.rowCount(), conditions + 1);
     QItemSelectionModel *selection = f.editor.selectionModel();
-    selection->select(f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    selection->select(f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selection->select(
+        f.editor.model()->index(2, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QCOMPARE(f.editor.selectedRows(), QVector<int>({1, 2}));
     f.editor.onButtonRemove();
     QStringList columns;
@@ -771,7 +787,8 @@ void tst_CMwFilterWidget::maximumHeight()
 void tst_CMwFilterWidget::drivenAsAUser()
 {
     Fixture f(this);
-    QAbstractItemModelTester tester(&f.proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QAbstractItemModelTester tester(
+        &f.proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
     f.editor.resize(700, 300);
     f.editor.show();
     QVERIFY(QTest::qWaitForWindowExposed(&f.editor));

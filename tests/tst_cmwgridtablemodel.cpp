@@ -153,12 +153,9 @@ bool readBytes(
 void tst_CMwGridTableModel::fillCities(CMwGridTableModel &model)
 {
     model.setTable({{QStringLiteral("Place"), QStringLiteral("City")},
-                    {QStringLiteral("Data"), QStringLiteral("Value")}},
-                   {{QStringLiteral("Oslo"), 1},
-                    {QStringLiteral("Bergen"), 2},
-                    {QStringLiteral("Oslo"), 3},
-                    {QVariant(), 4},
-                    {QStringLiteral("Bergen"), 5}});
+                       {QStringLiteral("Data"), QStringLiteral("Value")}},
+        {{QStringLiteral("Oslo"), 1}, {QStringLiteral("Bergen"), 2}, {QStringLiteral("Oslo"), 3},
+            {QVariant(), 4}, {QStringLiteral("Bergen"), 5}});
 }
 
 void tst_CMwGridTableModel::headerRoles()
@@ -168,10 +165,10 @@ void tst_CMwGridTableModel::headerRoles()
     fillCities(model);
     QCOMPARE(model.columnCount(), 2);
     const QVariant path = model.headerData(0, Qt::Horizontal, HeaderPathRole);
-    QCOMPARE(path.toList(), (QVariantList{QStringLiteral("Place"), QStringLiteral("City")}));
+    QCOMPARE(path.toList(), (QVariantList {QStringLiteral("Place"), QStringLiteral("City")}));
     QCOMPARE(model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(),
-             QStringLiteral("Data / Value"));
-    QCOMPARE(model.headerPath(1), (QStringList{QStringLiteral("Data"), QStringLiteral("Value")}));
+        QStringLiteral("Data / Value"));
+    QCOMPARE(model.headerPath(1), (QStringList {QStringLiteral("Data"), QStringLiteral("Value")}));
     QVERIFY(!model.headerData(2, Qt::Horizontal, HeaderPathRole).isValid());
     QVERIFY(model.headerPath(-1).isEmpty());
 }
@@ -188,7 +185,7 @@ void tst_CMwGridTableModel::itemRoles()
     QCOMPARE(model.index(4, 1).data(RowNumberRole).toInt(), 4);
     QVERIFY(!model.index(4, 1).data(BranchParentRole).isValid());
     QCOMPARE(model.index(0, 1).data(Qt::TextAlignmentRole).toInt(),
-             int(Qt::AlignRight | Qt::AlignVCenter));
+        int(Qt::AlignRight | Qt::AlignVCenter));
     QVERIFY(!model.index(0, 0).data(Qt::TextAlignmentRole).isValid());
     QVERIFY(model.flags(model.index(0, 0)).testFlag(Qt::ItemNeverHasChildren));
     QCOMPARE(model.value(1, 0).toString(), QStringLiteral("Bergen"));
@@ -200,7 +197,7 @@ void tst_CMwGridTableModel::statisticsRoles()
     CMwGridTableModel model;
     watch(&model);
     model.setTable({{QStringLiteral("N")}, {QStringLiteral("T")}},
-                   {{1, QStringLiteral("b")}, {2, QStringLiteral("a")}, {3, QStringLiteral("b")}});
+        {{1, QStringLiteral("b")}, {2, QStringLiteral("a")}, {3, QStringLiteral("b")}});
     // Asked on row 0, and on any other row alike (a sorting proxy asks on
     // whichever record it shows first).
     for (int row = 0; row < 3; ++row) {
@@ -241,8 +238,8 @@ void tst_CMwGridTableModel::statisticsFollowChanges()
     QCOMPARE(model.index(0, 0).data(StatCountRole).toDouble(), 4.0);
     QCOMPARE(model.index(0, 0).data(StatMaxRole).toDouble(), 20.0);
 
-    QTest::ignoreMessage(QtWarningMsg,
-                         "CMwGridTableModel::setValue: cell (9, 0) is outside the table");
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwGridTableModel::setValue: cell (9, 0) is outside the table");
     model.setValue(9, 0, 1);
 }
 
@@ -396,7 +393,8 @@ void tst_CMwGridTableModel::groupingUnderFilter()
 
     // A condition on the grouped column itself tests the records' values,
     // not the group row's caption.
-    proxy.setFilterRows({condition(QStringLiteral("Place / City"), isEqual, QStringLiteral("Oslo"))});
+    proxy.setFilterRows(
+        {condition(QStringLiteral("Place / City"), isEqual, QStringLiteral("Oslo"))});
     QCOMPARE(texts(proxy), QStringList {QStringLiteral("City: Oslo (2)")});
     QCOMPARE(texts(proxy, proxy.index(0, 0), 1),
         (QStringList {QStringLiteral("1"), QStringLiteral("3")}));
@@ -551,9 +549,9 @@ void tst_CMwGridTableModel::readCsv()
     QCOMPARE(layout.count(), 1);
 
     QCOMPARE(model.columnCount(), 4);
-    QCOMPARE(model.headerPath(0), (QStringList{QStringLiteral("Site"), QStringLiteral("Name")}));
-    QCOMPARE(model.headerPath(1), (QStringList{QStringLiteral("Site"), QStringLiteral("Depth")}));
-    QCOMPARE(model.headerPath(2), QStringList{QStringLiteral("Note")});
+    QCOMPARE(model.headerPath(0), (QStringList {QStringLiteral("Site"), QStringLiteral("Name")}));
+    QCOMPARE(model.headerPath(1), (QStringList {QStringLiteral("Site"), QStringLiteral("Depth")}));
+    QCOMPARE(model.headerPath(2), QStringList {QStringLiteral("Note")});
     QCOMPARE(model.recordCount(), 4);
 
     QCOMPARE(model.value(0, 0).toString(), QStringLiteral("North"));
@@ -611,8 +609,8 @@ void tst_CMwGridTableModel::loadCsvFile()
     QCOMPARE(model.recordCount(), 2);
     QCOMPARE(model.value(1, 2).toInt(), 6);
 
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(QStringLiteral("cannot open .*missing\\.csv")));
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(QStringLiteral("cannot open .*missing\\.csv")));
     QVERIFY(!model.loadCsv(QStringLiteral("/nonexistent/missing.csv")));
     QCOMPARE(model.recordCount(), 2);
 }

@@ -19,7 +19,7 @@ public:
     };
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override
+        const QModelIndex &index) const override
     {
         calls.append({index, option.rect});
         CMwGridDelegate::paint(painter, option, index);
@@ -120,7 +120,8 @@ void tst_CMwGridTreeView::emptyModelShowsOneRow()
     QCOMPARE(rig.delegate.calls.size(), 3);
     for (int c = 0; c < 3; ++c) {
         QVERIFY(!rig.delegate.calls.at(c).index.isValid());
-        QCOMPARE(rig.delegate.calls.at(c).rect, QRect(QPoint(80 * c, 0), QPoint(80 * c + 79, bottom)));
+        QCOMPARE(
+            rig.delegate.calls.at(c).rect, QRect(QPoint(80 * c, 0), QPoint(80 * c + 79, bottom)));
     }
     // Each call draws its empty cell first at the top (the row itself).
     int topCells = 0;
@@ -275,8 +276,9 @@ void tst_CMwGridTreeView::lastColumnRunsToRightEdge()
         // An empty item is drawn there, beside the cell.
         bool found = false;
         for (const auto &call : rig.style.callsOf(QStyle::CE_ItemViewItem))
-            found = found || (call.rect.left() == row.right() + 1 && call.rect.top() == row.top()
-                              && call.text.isEmpty());
+            found = found
+                || (call.rect.left() == row.right() + 1 && call.rect.top() == row.top()
+                    && call.text.isEmpty());
         QVERIFY(found);
     }
 }

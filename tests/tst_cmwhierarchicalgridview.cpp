@@ -3,10 +3,10 @@
 #include "grid_view_watch.h"
 #include "vel_test_main.h"
 
+#include <QAction>
 #include <QtCore/QIdentityProxyModel>
 #include <QtCore/QTimer>
 #include <QtGui/QStandardItemModel>
-#include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QMenu>
@@ -158,7 +158,7 @@ void tst_CMwHierarchicalGridView::children()
     QCOMPARE(rows->maximumWidth(), 50);
     QVERIFY(rows->verticalScrollBar()->isHidden());
     QCOMPARE(rows->verticalScrollBar()->sizePolicy(),
-             QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+        QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     QCOMPARE(rows->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     QCOMPARE(rows->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
     QVERIFY(rows->hasAutoScroll());
@@ -174,7 +174,7 @@ void tst_CMwHierarchicalGridView::children()
     QVERIFY(view->horizontalScrollBar()->isHidden());
     QCOMPARE(view->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     QCOMPARE(view->horizontalScrollBar()->sizePolicy(),
-             QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+        QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     QVERIFY(!view->cornerWidget());
     auto *header = qobject_cast<CMwHierarchicalHeaderView *>(view->header());
     QVERIFY(header);
@@ -196,7 +196,7 @@ void tst_CMwHierarchicalGridView::children()
     QCOMPARE(table->verticalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
     QCOMPARE(table->verticalHeader()->maximumWidth(), 50);
     QCOMPARE(table->verticalHeader()->sizePolicy(),
-             QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
+        QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     QCOMPARE(table->sizePolicy(), QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum));
     QVERIFY(qobject_cast<CMwStatisticsDelegate *>(table->itemDelegate()));
     QCOMPARE(table->itemDelegate()->parent(), table);
@@ -241,10 +241,9 @@ void tst_CMwHierarchicalGridView::toolbarActions()
     const QList<QAction *> actions = toolbar->actions();
     QCOMPARE(actions.size(), 6);
     const QStringList texts = {QStringLiteral("Show Statistics"), QStringLiteral("Use Filter"),
-                               QStringLiteral("Define Filter"),   QStringLiteral("Up"),
-                               QStringLiteral("Down"),            QStringLiteral("Remove")};
-    const QStringList icons = {
-        QStringLiteral(":/w32_commonres/res/suma_file.svg"),
+        QStringLiteral("Define Filter"), QStringLiteral("Up"), QStringLiteral("Down"),
+        QStringLiteral("Remove")};
+    const QStringList icons = {QStringLiteral(":/w32_commonres/res/suma_file.svg"),
         QStringLiteral(":/w32_commonres/res/filter.svg"),
         QStringLiteral(":/w32_commonres/res/filter_edit.svg"),
         QStringLiteral(":/w32_commonres/res/arr/item_up.svg"),
@@ -258,8 +257,8 @@ void tst_CMwHierarchicalGridView::toolbarActions()
         QCOMPARE(actions.at(i)->toolTip(), texts.at(i));
         QVERIFY(QFile::exists(icons.at(i)));
         QVERIFY(!actions.at(i)->icon().isNull());
-        QCOMPARE(actions.at(i)->icon().pixmap(16).toImage(),
-                 QIcon(icons.at(i)).pixmap(16).toImage());
+        QCOMPARE(
+            actions.at(i)->icon().pixmap(16).toImage(), QIcon(icons.at(i)).pixmap(16).toImage());
         QCOMPARE(actions.at(i)->isCheckable(), checkable[i]);
         QCOMPARE(actions.at(i)->isChecked(), checked[i]);
         QCOMPARE(actions.at(i)->isVisible(), visible[i]);
@@ -307,8 +306,8 @@ void tst_CMwHierarchicalGridView::branchParentColor()
     QCOMPARE(grid.colorBranchParent(), QColor(Qt::lightGray));
     QVERIFY(grid.setProperty("colBranchParent", QColor(Qt::yellow)));
     QCOMPARE(grid.colorBranchParent(), QColor(Qt::yellow));
-    const QMetaProperty property =
-        grid.metaObject()->property(grid.metaObject()->indexOfProperty("colBranchParent"));
+    const QMetaProperty property
+        = grid.metaObject()->property(grid.metaObject()->indexOfProperty("colBranchParent"));
     QVERIFY(property.isDesignable());
     QVERIFY(property.isStored());
 }
@@ -319,15 +318,15 @@ void tst_CMwHierarchicalGridView::headerDerivation_data()
     QTest::addColumn<QString>("header");
 
     //                                  one path per column ("/" between levels)   expected cells
-    QTest::newRow("shared parent") << QStringList{"A/x", "A/y", "B"} << "A(x y) B";
-    QTest::newRow("kept: single levels never merge") << QStringList{"A", "A"} << "A A";
-    QTest::newRow("only the preceding branch") << QStringList{"A/x", "B/y", "A/z"}
-                                               << "A(x) B(y) A(z)";
-    QTest::newRow("three levels") << QStringList{"O/P/a", "O/P/b", "O/Q/c", "R"}
+    QTest::newRow("shared parent") << QStringList {"A/x", "A/y", "B"} << "A(x y) B";
+    QTest::newRow("kept: single levels never merge") << QStringList {"A", "A"} << "A A";
+    QTest::newRow("only the preceding branch")
+        << QStringList {"A/x", "B/y", "A/z"} << "A(x) B(y) A(z)";
+    QTest::newRow("three levels") << QStringList {"O/P/a", "O/P/b", "O/Q/c", "R"}
                                   << "O(P(a b) Q(c)) R";
-    QTest::newRow("single after branch") << QStringList{"A/x", "A"} << "A(x) A";
+    QTest::newRow("single after branch") << QStringList {"A/x", "A"} << "A(x) A";
     // Every equal level is shared, the leaf too: the second section has no leaf.
-    QTest::newRow("equal paths") << QStringList{"A/x", "A/x"} << "A(x)";
+    QTest::newRow("equal paths") << QStringList {"A/x", "A/x"} << "A(x)";
 }
 
 void tst_CMwHierarchicalGridView::headerDerivation()
@@ -348,9 +347,9 @@ void tst_CMwHierarchicalGridView::headerDerivation()
 void tst_CMwHierarchicalGridView::headerPathNotAList()
 {
     QStandardItemModel model(1, 3);
-    model.setHeaderData(0, Qt::Horizontal, QStringList{"A", "x"}, HeaderPathRole);
+    model.setHeaderData(0, Qt::Horizontal, QStringList {"A", "x"}, HeaderPathRole);
     model.setHeaderData(1, Qt::Horizontal, QStringLiteral("A"), HeaderPathRole);
-    model.setHeaderData(2, Qt::Horizontal, QStringList{"A", "y"}, HeaderPathRole);
+    model.setHeaderData(2, Qt::Horizontal, QStringList {"A", "y"}, HeaderPathRole);
     CMwHierarchicalGridView grid;
     grid.setModel(&model);
     watchGrid(grid);
@@ -511,15 +510,14 @@ void tst_CMwHierarchicalGridView::statisticsOverSelection()
     CMwGridTableModel model;
     // Number 1 2 3 | Equal 4 4 (empty) | Text "x" "12" "y"
     model.setTable(paths({"Number", "Equal", "Text"}),
-                   {{1, 4, QStringLiteral("x")},
-                    {2, 4, QStringLiteral("12")},
-                    {3, QVariant(), QStringLiteral("y")}});
+        {{1, 4, QStringLiteral("x")}, {2, 4, QStringLiteral("12")},
+            {3, QVariant(), QStringLiteral("y")}});
     grid.setModel(&model);
     watchGrid(grid);
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     view->selectionModel()->select(QItemSelection(proxy->index(0, 0), proxy->index(2, 0)),
-                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
     QAbstractItemModel *stats = statistics(grid)->model();
     auto value = [stats](int row, int column) { return stats->index(row, column).data(); };
     QCOMPARE(value(0, 0).userType(), int(QMetaType::Double));
@@ -552,29 +550,33 @@ void tst_CMwHierarchicalGridView::selectionRevertsStatistics()
     CMwGridTreeView *view = body(grid);
     QAbstractItemModel *proxy = grid.model();
     QItemSelectionModel *selection = view->selectionModel();
-    auto countShown = [&grid]() { return statistics(grid)->model()->index(0, 1).data().toDouble(); };
+    auto countShown
+        = [&grid]() { return statistics(grid)->model()->index(0, 1).data().toDouble(); };
 
     // One row from no selection: nothing is recomputed.
     QPointer<QAbstractItemModel> before = statistics(grid)->model();
-    selection->select(proxy->index(1, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selection->select(
+        proxy->index(1, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QVERIFY(before);
     QCOMPARE(statistics(grid)->model(), before.data());
     QCOMPARE(countShown(), 4.0);
 
     // Two rows: the selection's statistics.
     selection->select(QItemSelection(proxy->index(1, 0), proxy->index(2, 0)),
-                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QVERIFY(!before);
     QCOMPARE(countShown(), 2.0);
 
     // Back to one row: the model's statistics over all rows again.
-    selection->select(proxy->index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selection->select(
+        proxy->index(0, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QCOMPARE(countShown(), 4.0);
     QCOMPARE(statistics(grid)->model()->index(4, 1).data().toDouble(), 2.5);
 
     // And with the flag clear, a further single row changes nothing.
     before = statistics(grid)->model();
-    selection->select(proxy->index(3, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selection->select(
+        proxy->index(3, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QCOMPARE(statistics(grid)->model(), before.data());
 }
 
@@ -586,8 +588,7 @@ void tst_CMwHierarchicalGridView::statisticsColumnSizeHint()
     body(grid)->setColumnWidth(1, 137);
     QAbstractItemModel *stats = statistics(grid)->model();
     QCOMPARE(stats->index(0, 1).data(Qt::SizeHintRole).toSize(), QSize(136, 0));
-    QCOMPARE(stats->index(3, 0).data(Qt::SizeHintRole).toSize(),
-             QSize(grid.columnWidth(0) - 1, 0));
+    QCOMPARE(stats->index(3, 0).data(Qt::SizeHintRole).toSize(), QSize(grid.columnWidth(0) - 1, 0));
 
     // Parented elsewhere, the model answers as a plain item model.
     CMwStatisticsItemModel orphan;
@@ -633,8 +634,8 @@ void tst_CMwHierarchicalGridView::resizeSectionsFollow()
     const int border = header->sectionViewportPosition(0) + header->sectionSize(0) - 1;
     const int y = header->height() - 4;
     QTest::mousePress(header->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(border, y));
-    QMouseEvent move(QEvent::MouseMove, QPoint(border + 37, y), Qt::LeftButton, Qt::LeftButton,
-                     Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, QPoint(border + 37, y), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(header->viewport(), &move);
     QTest::mouseRelease(header->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(border + 37, y));
     const int width = header->sectionSize(0);
@@ -678,8 +679,8 @@ void tst_CMwHierarchicalGridView::sortByClickingHeader()
     QCOMPARE(proxy->index(0, 0).data().toString(), QStringLiteral("Bergen"));
 
     QSignalSpy sortSpy(header, SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)));
-    const QPoint value(header->sectionViewportPosition(1) + header->sectionSize(1) / 2,
-                       header->height() - 4);
+    const QPoint value(
+        header->sectionViewportPosition(1) + header->sectionSize(1) / 2, header->height() - 4);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, value);
     QCOMPARE(sortSpy.count(), 1);
     QCOMPARE(header->sortIndicatorSection(), 1);
@@ -697,7 +698,7 @@ void tst_CMwHierarchicalGridView::groupAndUngroupThroughMenu()
     grid.setModel(model);
     watchGrid(grid);
     QVERIFY(connect(grid.horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
-                    SLOT(groupByColumn(mw_int32))));
+        SLOT(groupByColumn(mw_int32))));
     QVERIFY(showAt(grid, 600, 400));
     QAbstractItemModel *proxy = grid.model();
     QHeaderView *rows = grid.verticalHeader();
@@ -796,7 +797,7 @@ void tst_CMwHierarchicalGridView::headerThicknessFollowsModel()
     QCOMPARE(button->maximumHeight(), header->height());
     QTRY_COMPARE(button->height(), header->height());
     QCOMPARE(button->mapTo(&grid, QPoint(0, button->height())).y(),
-             grid.verticalHeader()->mapTo(&grid, QPoint(0, 0)).y());
+        grid.verticalHeader()->mapTo(&grid, QPoint(0, 0)).y());
 
     grid.setModel(&flat);
     watchGrid(grid);
@@ -909,8 +910,7 @@ void tst_CMwHierarchicalGridView::renderedGrid()
                  .isNull());
     // And the body starts below the header.
     CMwGridTreeView *view = body(grid);
-    QCOMPARE(view->viewport()->mapTo(&grid, QPoint(0, 0)).y(),
-             headerOrigin.y() + header->height());
+    QCOMPARE(view->viewport()->mapTo(&grid, QPoint(0, 0)).y(), headerOrigin.y() + header->height());
 
     // Row numbers beside the rows: "1" to "4", nothing below.
     QHeaderView *rows = grid.verticalHeader();
@@ -918,14 +918,15 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     const int rowHeight = view->sizeHintForRow(0);
     for (int row = 0; row < 4; ++row) {
         const QRect cell(rowsOrigin.x() + 2, rowsOrigin.y() + row * rowHeight + 2,
-                         rows->width() - 4, rowHeight - 4);
+            rows->width() - 4, rowHeight - 4);
         const QRect text = darkPixels(image, cell);
         QVERIFY2(!text.isNull(), qPrintable(QStringLiteral("row %1").arg(row)));
         // Right-aligned numbers.
         QVERIFY(text.right() > cell.center().x());
     }
-    QVERIFY(darkPixels(image, QRect(rowsOrigin.x() + 2, rowsOrigin.y() + 4 * rowHeight + 2,
-                                    rows->width() - 4, rowHeight - 4))
+    QVERIFY(darkPixels(image,
+        QRect(rowsOrigin.x() + 2, rowsOrigin.y() + 4 * rowHeight + 2, rows->width() - 4,
+            rowHeight - 4))
                 .isNull());
 
     // Statistics rows with their labels: six labels, and Count 4 of "Value".
@@ -934,7 +935,7 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     const QPoint labelsOrigin = labels->mapTo(&grid, QPoint(0, 0));
     for (int row = 0; row < 6; ++row) {
         const QRect label(labelsOrigin.x() + 2, labelsOrigin.y() + labels->sectionPosition(row) + 2,
-                          labels->width() - 4, labels->sectionSize(row) - 4);
+            labels->width() - 4, labels->sectionSize(row) - 4);
         QVERIFY2(!darkPixels(image, label).isNull(), qPrintable(QString::number(row)));
     }
     const QRect countCell = table->visualRect(table->model()->index(0, 1))
@@ -944,8 +945,9 @@ void tst_CMwHierarchicalGridView::renderedGrid()
     QVERIFY(countText.left() > countCell.center().x()); // right-aligned
     // Statistics columns stand under the body's columns.
     for (int column = 0; column < 3; ++column) {
-        QCOMPARE(table->viewport()->mapTo(&grid, QPoint(table->columnViewportPosition(column), 0)).x(),
-                 view->viewport()->mapTo(&grid, QPoint(view->columnViewportPosition(column), 0)).x());
+        QCOMPARE(
+            table->viewport()->mapTo(&grid, QPoint(table->columnViewportPosition(column), 0)).x(),
+            view->viewport()->mapTo(&grid, QPoint(view->columnViewportPosition(column), 0)).x());
     }
     // Row numbers beside the rows, to the pixel.
     QCOMPARE(rowsOrigin.y(), view->viewport()->mapTo(&grid, QPoint(0, 0)).y());
@@ -957,7 +959,7 @@ void tst_CMwHierarchicalGridView::rowNumbersScrollWithBody()
     CMwGridTableModel model;
     QVector<QVector<QVariant>> records;
     for (int i = 0; i < 200; ++i)
-        records.append(QVector<QVariant>{i});
+        records.append(QVector<QVariant> {i});
     model.setTable(paths({"N"}), records);
     grid.setModel(&model);
     watchGrid(grid);

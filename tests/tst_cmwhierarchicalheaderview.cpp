@@ -111,7 +111,7 @@ public:
     {
     }
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
-                           const QWidget *widget) const override
+        const QWidget *widget) const override
     {
         if (type == CT_HeaderSection) {
             if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option)) {
@@ -124,7 +124,8 @@ public:
     }
 };
 
-const RecordingStyle::Call *findCall(const QVector<RecordingStyle::Call> &calls, const QString &text)
+const RecordingStyle::Call *findCall(
+    const QVector<RecordingStyle::Call> &calls, const QString &text)
 {
     for (const auto &call : calls)
         if (call.text == text)
@@ -188,12 +189,11 @@ private:
     // Runs the context menu at pos and clicks the action with text choice
     // (an empty choice closes the menu without choosing).
     QStringList runMenu(CMwHierarchicalHeaderView *header, const QPoint &pos, const QString &choice,
-                        int *minimumWidth = nullptr);
+        int *minimumWidth = nullptr);
 };
 
-QStringList tst_CMwHierarchicalHeaderView::runMenu(CMwHierarchicalHeaderView *header,
-                                                  const QPoint &pos, const QString &choice,
-                                                  int *minimumWidth)
+QStringList tst_CMwHierarchicalHeaderView::runMenu(
+    CMwHierarchicalHeaderView *header, const QPoint &pos, const QString &choice, int *minimumWidth)
 {
     QStringList texts;
     bool handled = false;
@@ -215,8 +215,8 @@ QStringList tst_CMwHierarchicalHeaderView::runMenu(CMwHierarchicalHeaderView *he
         }
         for (QAction *action : menu->actions()) {
             if (action->text() == choice) {
-                QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                                  menu->actionGeometry(action).center());
+                QTest::mouseClick(
+                    menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
                 return;
             }
         }
@@ -424,7 +424,7 @@ void tst_CMwHierarchicalHeaderView::rotatedCaption()
     // Turned back, the label covers the cell.
     const QPointF turnedBack = label->transform.mapRect(QRectF(label->rect)).center();
     QVERIFY2(qAbs(turnedBack.x() - 20) <= 2 && qAbs(turnedBack.y() - 65) <= 2,
-             qPrintable(QStringLiteral("%1,%2").arg(turnedBack.x()).arg(turnedBack.y())));
+        qPrintable(QStringLiteral("%1,%2").arg(turnedBack.x()).arg(turnedBack.y())));
 
     // The rotated caption runs down the cell, the plain one across.
     const QRect rotatedText = darkPixels(image, QRect(2, 2, 36, 126));
@@ -445,7 +445,7 @@ void tst_CMwHierarchicalHeaderView::rotatedCaption()
     const QSize decoration = styleSection(measuring, 0);
     QCOMPARE(plainSize.width(), metrics.size(0, "WWWWWWWW").width() + decoration.width());
     QCOMPARE(rotatedSize.height(),
-             metrics.size(0, "WWWWWWWW").width() + decoration.height() - metrics.height());
+        metrics.size(0, "WWWWWWWW").width() + decoration.height() - metrics.height());
     QCOMPARE(rotatedSize.width(), metrics.height() + decoration.width());
 }
 
@@ -542,7 +542,7 @@ void tst_CMwHierarchicalHeaderView::cellBrushesAndFont()
     cells->item(0, 0)->setFont(big);
     big.setWeight(QFont::Bold);
     QCOMPARE(measuring.sectionSizeFromContents(0).width(),
-             QFontMetrics(big).size(0, "Wide").width() + styleSection(measuring, 0).width());
+        QFontMetrics(big).size(0, "Wide").width() + styleSection(measuring, 0).width());
 }
 
 void tst_CMwHierarchicalHeaderView::sectionSizeSumsLevels()
@@ -553,7 +553,7 @@ void tst_CMwHierarchicalHeaderView::sectionSizeSumsLevels()
     header.setSortIndicator(-1, Qt::AscendingOrder);
     header.setHeaderModel(buildHeaderModel(
         {group("Top", {group("Mid", {leaf("Leaf", QSize(10, 50))}, QSize(10, 30))}, QSize(10, 40)),
-         leaf("Alone", QSize(10, 70)), group("G", {group("H", {leaf("x")})})},
+            leaf("Alone", QSize(10, 70)), group("G", {group("H", {leaf("x")})})},
         &header));
     // Size hints larger than the captions set each level: 40 + 30 + 50.
     QCOMPARE(header.sectionSizeFromContents(0).height(), 120);
@@ -564,7 +564,7 @@ void tst_CMwHierarchicalHeaderView::sectionSizeSumsLevels()
     QFont bold = header.font();
     bold.setWeight(QFont::Bold);
     QCOMPARE(header.sectionSizeFromContents(2).width(),
-             QFontMetrics(bold).size(0, "x").width() + styleSection(header, 2).width());
+        QFontMetrics(bold).size(0, "x").width() + styleSection(header, 2).width());
 
     // Without a header model (or a leaf) the plain header measures.
     QStandardItemModel wider(1, 4);
@@ -588,20 +588,24 @@ void tst_CMwHierarchicalHeaderView::kept_sortIndicatorAllowance()
     QStyleOptionHeader withArrow = header.styleOptionForCell(0);
     QStyleOptionHeader without = withArrow;
     without.sortIndicator = QStyleOptionHeader::None;
-    const int styleRoom =
-        header.style()->sizeFromContents(QStyle::CT_HeaderSection, &withArrow, QSize(), &header).width()
-        - header.style()->sizeFromContents(QStyle::CT_HeaderSection, &without, QSize(), &header).width();
+    const int styleRoom
+        = header.style()
+              ->sizeFromContents(QStyle::CT_HeaderSection, &withArrow, QSize(), &header)
+              .width()
+        - header.style()
+              ->sizeFromContents(QStyle::CT_HeaderSection, &without, QSize(), &header)
+              .width();
     QCOMPARE(header.sectionSizeFromContents(0).width() - header.sectionSizeFromContents(1).width(),
-             styleRoom + 12);
+        styleRoom + 12);
 
     // With a style that reserves nothing, exactly 12.
     NoSortRoomStyle style;
     header.setStyle(&style);
-    QCOMPARE(header.sectionSizeFromContents(0).width() - header.sectionSizeFromContents(1).width(),
-             12);
+    QCOMPARE(
+        header.sectionSizeFromContents(0).width() - header.sectionSizeFromContents(1).width(), 12);
     header.setSortIndicator(1, Qt::DescendingOrder);
-    QCOMPARE(header.sectionSizeFromContents(1).width() - header.sectionSizeFromContents(0).width(),
-             12);
+    QCOMPARE(
+        header.sectionSizeFromContents(1).width() - header.sectionSizeFromContents(0).width(), 12);
     header.setStyle(nullptr);
 }
 
@@ -664,20 +668,22 @@ void tst_CMwHierarchicalHeaderView::selectedPositions()
     const auto selectColumns = [&](const QVector<int> &columns) {
         selection->clearSelection();
         for (int c : columns)
-            selection->select(QItemSelection(items.index(0, c), items.index(1, c)),
-                              QItemSelectionModel::Select);
+            selection->select(
+                QItemSelection(items.index(0, c), items.index(1, c)), QItemSelectionModel::Select);
     };
 
     selectColumns({0, 2});
     QCOMPARE(header->styleOptionForCell(0).selectedPosition, QStyleOptionHeader::NotAdjacent);
     QCOMPARE(header->styleOptionForCell(1).selectedPosition,
-             QStyleOptionHeader::NextAndPreviousAreSelected);
+        QStyleOptionHeader::NextAndPreviousAreSelected);
     QCOMPARE(header->styleOptionForCell(2).selectedPosition, QStyleOptionHeader::NotAdjacent);
-    QCOMPARE(header->styleOptionForCell(3).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
+    QCOMPARE(
+        header->styleOptionForCell(3).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
 
     selectColumns({1});
     QCOMPARE(header->styleOptionForCell(0).selectedPosition, QStyleOptionHeader::NextIsSelected);
-    QCOMPARE(header->styleOptionForCell(2).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
+    QCOMPARE(
+        header->styleOptionForCell(2).selectedPosition, QStyleOptionHeader::PreviousIsSelected);
     QCOMPARE(header->styleOptionForCell(3).selectedPosition, QStyleOptionHeader::NotAdjacent);
 
     // A column selected in part is not a selected neighbour.
@@ -694,7 +700,8 @@ void tst_CMwHierarchicalHeaderView::selectionStates()
     view.setHeader(header);
     view.setModel(&items);
     QItemSelectionModel *selection = view.selectionModel();
-    selection->select(QItemSelection(items.index(0, 2), items.index(1, 2)), QItemSelectionModel::Select);
+    selection->select(
+        QItemSelection(items.index(0, 2), items.index(1, 2)), QItemSelectionModel::Select);
     selection->select(items.index(0, 1), QItemSelectionModel::Select);
 
     header->setHighlightSections(false);
@@ -722,8 +729,8 @@ void tst_CMwHierarchicalHeaderView::contextMenuTexts()
 
 void tst_CMwHierarchicalHeaderView::contextMenu_data()
 {
-    QTest::addColumn<QString>("choice");       // action clicked, empty for none
-    QTest::addColumn<int>("hiddenBefore");     // section hidden before, -1 for none
+    QTest::addColumn<QString>("choice"); // action clicked, empty for none
+    QTest::addColumn<int>("hiddenBefore"); // section hidden before, -1 for none
     QTest::addColumn<QVector<bool>>("hidden"); // hidden state of the 4 sections afterwards
     QTest::addColumn<QStringList>("signalList");
 
@@ -756,10 +763,11 @@ void tst_CMwHierarchicalHeaderView::contextMenu()
     QVERIFY(showAt(header, 300, 30));
 
     QStringList emitted;
-    connect(&header, &CMwHierarchicalHeaderView::showColumn, this,
-            [&](mw_int32 column, bool show) { emitted << QStringLiteral("show %1 %2").arg(column).arg(show); });
+    connect(&header, &CMwHierarchicalHeaderView::showColumn, this, [&](mw_int32 column, bool show) {
+        emitted << QStringLiteral("show %1 %2").arg(column).arg(show);
+    });
     connect(&header, &CMwHierarchicalHeaderView::groupByColumn, this,
-            [&](mw_int32 column) { emitted << QStringLiteral("group %1").arg(column); });
+        [&](mw_int32 column) { emitted << QStringLiteral("group %1").arg(column); });
 
     // Section 1 lies at x 50 to 99.
     runMenu(&header, QPoint(header.sectionViewportPosition(1) + 10, 10), choice);
@@ -921,7 +929,7 @@ void tst_CMwHierarchicalHeaderView::verticalHeader()
     QFont bold = header.font();
     bold.setWeight(QFont::Bold);
     QCOMPARE(header.sectionSizeFromContents(0).width(),
-             40 + QFontMetrics(bold).size(0, "a").width() + styleSection(header, 0).width());
+        40 + QFontMetrics(bold).size(0, "a").width() + styleSection(header, 0).width());
 }
 
 namespace {
@@ -929,9 +937,8 @@ namespace {
 QVector<Node> irregularTree()
 {
     return {group("A", {leaf("a1"), group("B", {leaf("b1"), leaf("b2"), leaf("b3")}), leaf("a2")}),
-            leaf("L1"),
-            group("C", {group("D", {leaf("d1")}), group("E", {leaf("e1"), leaf("e2")})}),
-            group("F", {leaf("f1"), group("G", {group("H", {leaf("h1"), leaf("h2")})})})};
+        leaf("L1"), group("C", {group("D", {leaf("d1")}), group("E", {leaf("e1"), leaf("e2")})}),
+        group("F", {leaf("f1"), group("G", {group("H", {leaf("h1"), leaf("h2")})})})};
 }
 
 // Every cached answer against the plain walk, for every section and cell.

@@ -24,10 +24,7 @@ QImage iconImage(const QIcon &icon)
     return icon.pixmap(16, 16).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
-QIcon plusIcon()
-{
-    return QIcon(QStringLiteral(":/w32_commonres/res/plus.svg"));
-}
+QIcon plusIcon() { return QIcon(QStringLiteral(":/w32_commonres/res/plus.svg")); }
 
 } // namespace
 
@@ -57,9 +54,10 @@ private Q_SLOTS:
 void tst_CMwPickerForTable::iconResources_data()
 {
     QTest::addColumn<QString>("path");
-    for (const char *name : {"plus", "AutoSize_columns", "suma_file", "filter", "filter_edit", "arr/item_up",
-                             "arr/item_down", "trash"})
-        QTest::newRow(name) << QStringLiteral(":/w32_commonres/res/%1.svg").arg(QLatin1String(name));
+    for (const char *name : {"plus", "AutoSize_columns", "suma_file", "filter", "filter_edit",
+             "arr/item_up", "arr/item_down", "trash"})
+        QTest::newRow(name)
+            << QStringLiteral(":/w32_commonres/res/%1.svg").arg(QLatin1String(name));
 }
 
 void tst_CMwPickerForTable::iconResources()
@@ -99,7 +97,8 @@ void tst_CMwPickerForTable::constructors()
     QVERIFY(!withModel.hasFrame());
 
     QWidget parent;
-    CMwPickerForTable *child = new CMwPickerForTable(static_cast<QAbstractItemModel *>(nullptr), &parent);
+    CMwPickerForTable *child
+        = new CMwPickerForTable(static_cast<QAbstractItemModel *>(nullptr), &parent);
     QCOMPARE(child->parentWidget(), &parent);
     QCOMPARE(child->count(), 0);
 }
@@ -266,7 +265,7 @@ void tst_CMwPickerForTable::choosingHidesBeforeSelecting()
     QStringList order;
     QObject::connect(&picker, &CMwPickerForTable::popupDidHide, [&] { order << "popupDidHide"; });
     QObject::connect(&picker, &CMwPickerForTable::itemSelected,
-                     [&](QModelIndex index) { order << QStringLiteral("itemSelected(%1)").arg(index.row()); });
+        [&](QModelIndex index) { order << QStringLiteral("itemSelected(%1)").arg(index.row()); });
     picker.setCurrentIndex(2);
     QCOMPARE(order, QStringList({"popupDidHide", "itemSelected(2)"}));
     order.clear();

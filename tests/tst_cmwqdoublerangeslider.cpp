@@ -47,23 +47,23 @@ public:
     explicit SignalLog(CMwQDoubleRangeSlider *s)
     {
         connect(s, &CMwQDoubleRangeSlider::minimumValueChanged, this,
-                [this](double v) { entries << QStringLiteral("minimumValueChanged %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("minimumValueChanged %1").arg(v); });
         connect(s, &CMwQDoubleRangeSlider::maximumValueChanged, this,
-                [this](double v) { entries << QStringLiteral("maximumValueChanged %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("maximumValueChanged %1").arg(v); });
         connect(s, &CMwQDoubleRangeSlider::valuesChanged, this, [this](double a, double b) {
             entries << QStringLiteral("valuesChanged %1 %2").arg(a).arg(b);
         });
         connect(s, &CMwQDoubleRangeSlider::minimumPositionChanged, this,
-                [this](double v) { entries << QStringLiteral("minimumPositionChanged %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("minimumPositionChanged %1").arg(v); });
         connect(s, &CMwQDoubleRangeSlider::maximumPositionChanged, this,
-                [this](double v) { entries << QStringLiteral("maximumPositionChanged %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("maximumPositionChanged %1").arg(v); });
         connect(s, &CMwQDoubleRangeSlider::positionsChanged, this, [this](double a, double b) {
             entries << QStringLiteral("positionsChanged %1 %2").arg(a).arg(b);
         });
         connect(s, &CMwQDoubleRangeSlider::sliderPressed, this,
-                [this]() { entries << QStringLiteral("sliderPressed"); });
+            [this]() { entries << QStringLiteral("sliderPressed"); });
         connect(s, &CMwQDoubleRangeSlider::sliderReleased, this,
-                [this]() { entries << QStringLiteral("sliderReleased"); });
+            [this]() { entries << QStringLiteral("sliderReleased"); });
         connect(s, &CMwQDoubleRangeSlider::rangeChanged, this, [this](double a, double b) {
             entries << QStringLiteral("rangeChanged %1 %2").arg(a).arg(b);
         });
@@ -152,8 +152,9 @@ void tst_CMwQDoubleRangeSlider::setValuesInEitherOrder()
     QCOMPARE(w.maximumValue(), 0.8);
     QCOMPARE(w.slider()->minimumValue(), 2);
     QCOMPARE(w.slider()->maximumValue(), 8);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.2 0.8", "minimumValueChanged 0.2",
-                                       "maximumValueChanged 0.8"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.2 0.8", "minimumValueChanged 0.2", "maximumValueChanged 0.8"}));
     log.entries.clear();
     w.setValues(0.2, 0.8);
     QVERIFY(log.entries.isEmpty());
@@ -186,14 +187,14 @@ void tst_CMwQDoubleRangeSlider::singleValueSettersGiveWay()
     w.setMinimumValue(8.0);
     QCOMPARE(w.minimumValue(), 8.0);
     QCOMPARE(w.maximumValue(), 8.0);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 8 8", "minimumValueChanged 8",
-                                       "maximumValueChanged 8"}));
+    QCOMPARE(log.entries,
+        QStringList({"valuesChanged 8 8", "minimumValueChanged 8", "maximumValueChanged 8"}));
     log.entries.clear();
     w.setMaximumValue(1.0);
     QCOMPARE(w.minimumValue(), 1.0);
     QCOMPARE(w.maximumValue(), 1.0);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 1 1", "minimumValueChanged 1",
-                                       "maximumValueChanged 1"}));
+    QCOMPARE(log.entries,
+        QStringList({"valuesChanged 1 1", "minimumValueChanged 1", "maximumValueChanged 1"}));
     log.entries.clear();
     w.setMaximumValue(20.0);
     QCOMPARE(w.maximumValue(), 10.0);
@@ -211,14 +212,16 @@ void tst_CMwQDoubleRangeSlider::singleValueSetterWithinOneStepGivesWay()
     QCOMPARE(w.slider()->minimumValue(), 1);
     QCOMPARE(w.minimumValue(), 0.32);
     QCOMPARE(w.maximumValue(), 0.32);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.32 0.32", "minimumValueChanged 0.32",
-                                       "maximumValueChanged 0.32"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.32 0.32", "minimumValueChanged 0.32", "maximumValueChanged 0.32"}));
     log.entries.clear();
     w.setMaximumValue(0.29);
     QCOMPARE(w.minimumValue(), 0.29);
     QCOMPARE(w.maximumValue(), 0.29);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.29 0.29", "minimumValueChanged 0.29",
-                                       "maximumValueChanged 0.29"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.29 0.29", "minimumValueChanged 0.29", "maximumValueChanged 0.29"}));
     log.entries.clear();
     w.setMaximumValue(0.33); // only the upper side moves
     QCOMPARE(w.minimumValue(), 0.29);
@@ -243,8 +246,9 @@ void tst_CMwQDoubleRangeSlider::pushedHandleTakesTheFractionOfTheValue()
     QCOMPARE(w.slider()->maximumValue(), 3);
     QCOMPARE(w.minimumValue(), 0.8);
     QCOMPARE(w.maximumValue(), 0.8);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.8 0.8", "minimumValueChanged 0.8",
-                                       "maximumValueChanged 0.8"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.8 0.8", "minimumValueChanged 0.8", "maximumValueChanged 0.8"}));
 
     // The mirror image: 0.1 is step 0 + 0.4; the lower handle (step 3 + 0.2)
     // is pushed onto step 0 and reads 0.1, not (0 + 0.2) * 0.25 = 0.05.
@@ -255,8 +259,9 @@ void tst_CMwQDoubleRangeSlider::pushedHandleTakesTheFractionOfTheValue()
     QCOMPARE(w.slider()->maximumValue(), 0);
     QCOMPARE(w.minimumValue(), 0.1);
     QCOMPARE(w.maximumValue(), 0.1);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.1 0.1", "minimumValueChanged 0.1",
-                                       "maximumValueChanged 0.1"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.1 0.1", "minimumValueChanged 0.1", "maximumValueChanged 0.1"}));
 }
 
 void tst_CMwQDoubleRangeSlider::handlesAreClampedIntoTheRangeWithTheirOwnFractions()
@@ -362,8 +367,9 @@ void tst_CMwQDoubleRangeSlider::setRangeCutsHandlesWithTheirOffsets()
     QCOMPARE(w.slider()->maximum(), 2);
     QCOMPARE(w.minimumValue(), 0.35);
     QCOMPARE(w.maximumValue(), 0.6);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.35 0.6", "minimumValueChanged 0.35",
-                                       "maximumValueChanged 0.6", "rangeChanged 0.35 0.6"}));
+    QCOMPARE(log.entries,
+        QStringList({"valuesChanged 0.35 0.6", "minimumValueChanged 0.35",
+            "maximumValueChanged 0.6", "rangeChanged 0.35 0.6"}));
 }
 
 void tst_CMwQDoubleRangeSlider::setRangePushesBothHandlesWithTheFractionOfTheEnd()
@@ -407,8 +413,8 @@ void tst_CMwQDoubleRangeSlider::setRangeReadsBackAValueWhoseIntegerSurvives()
     QCOMPARE(w.slider()->minimumValue(), 1);
     QCOMPARE(w.minimumValue(), 0.32);
     QCOMPARE(w.maximumValue(), 0.7);
-    QCOMPARE(log.entries, QStringList({"rangeChanged 0.32 1", "valuesChanged 0.32 0.7",
-                                       "minimumValueChanged 0.32"}));
+    QCOMPARE(log.entries,
+        QStringList({"rangeChanged 0.32 1", "valuesChanged 0.32 0.7", "minimumValueChanged 0.32"}));
 }
 
 void tst_CMwQDoubleRangeSlider::innerRangeChangeIsFollowed()
@@ -430,12 +436,12 @@ void tst_CMwQDoubleRangeSlider::setSingleStepRejected_data()
 {
     QTest::addColumn<double>("step");
     QTest::addColumn<QString>("message");
-    QTest::newRow("zero") << 0.0
-                          << "CMwQDoubleRangeSlider::setSingleStep( 0 ) is outside of valid bounds.";
+    QTest::newRow("zero")
+        << 0.0 << "CMwQDoubleRangeSlider::setSingleStep( 0 ) is outside of valid bounds.";
     QTest::newRow("larger than the range")
         << 2.0 << "CMwQDoubleRangeSlider::setSingleStep( 2 ) is outside of valid bounds.";
-    QTest::newRow("nan") << kNaN
-                         << "CMwQDoubleRangeSlider::setSingleStep( nan ) is outside of valid bounds.";
+    QTest::newRow("nan")
+        << kNaN << "CMwQDoubleRangeSlider::setSingleStep( nan ) is outside of valid bounds.";
 }
 
 void tst_CMwQDoubleRangeSlider::setSingleStepRejected()
@@ -534,17 +540,19 @@ void tst_CMwQDoubleRangeSlider::positionSignalsInPublicUnits()
     QCOMPARE(w.slider()->minimumPosition(), 4);
     QCOMPARE(w.slider()->maximumPosition(), 12);
     QCOMPARE(log.entries,
-             QStringList({"sliderPressed", "minimumPositionChanged 2", "maximumPositionChanged 6",
-                          "positionsChanged 2 6", "valuesChanged 2 6", "minimumValueChanged 2",
-                          "maximumValueChanged 6"}));
+        QStringList({"sliderPressed", "minimumPositionChanged 2", "maximumPositionChanged 6",
+            "positionsChanged 2 6", "valuesChanged 2 6", "minimumValueChanged 2",
+            "maximumValueChanged 6"}));
     log.entries.clear();
     w.setMaximumPosition(8.0);
-    QCOMPARE(log.entries, QStringList({"maximumPositionChanged 8", "positionsChanged 2 8",
-                                       "valuesChanged 2 8", "maximumValueChanged 8"}));
+    QCOMPARE(log.entries,
+        QStringList({"maximumPositionChanged 8", "positionsChanged 2 8", "valuesChanged 2 8",
+            "maximumValueChanged 8"}));
     log.entries.clear();
     w.setMinimumPosition(1.0);
-    QCOMPARE(log.entries, QStringList({"minimumPositionChanged 1", "positionsChanged 1 8",
-                                       "valuesChanged 1 8", "minimumValueChanged 1"}));
+    QCOMPARE(log.entries,
+        QStringList({"minimumPositionChanged 1", "positionsChanged 1 8", "valuesChanged 1 8",
+            "minimumValueChanged 1"}));
     w.slider()->setSliderDown(false);
     QCOMPARE(w.minimumPosition(), 1.0);
     QCOMPARE(w.maximumPosition(), 8.0);
@@ -564,12 +572,14 @@ void tst_CMwQDoubleRangeSlider::positionsUseEachHandlesFraction()
     SignalLog log(&w);
     w.slider()->setSliderDown(true);
     w.slider()->setPositions(2, 3);
-    QCOMPARE(log.entries, QStringList({"sliderPressed", "minimumPositionChanged 0.55", "positionsChanged 0.55 0.7"}));
+    QCOMPARE(log.entries,
+        QStringList({"sliderPressed", "minimumPositionChanged 0.55", "positionsChanged 0.55 0.7"}));
     log.entries.clear();
     // (4 - 0.2) * 0.25 = 0.95; with the lower handle's fraction it would be
     // 1.05, clamped to 1.
     w.slider()->setPositions(2, 4);
-    QCOMPARE(log.entries, QStringList({"maximumPositionChanged 0.95", "positionsChanged 0.55 0.95"}));
+    QCOMPARE(
+        log.entries, QStringList({"maximumPositionChanged 0.95", "positionsChanged 0.55 0.95"}));
     QCOMPARE(w.minimumPosition(), 0.55);
     QCOMPARE(w.maximumPosition(), 0.95);
     // Tracking off: the values stay.
@@ -602,12 +612,13 @@ void tst_CMwQDoubleRangeSlider::tickIntervalAndItems()
     w.setTickInterval(0.5);
     QCOMPARE(w.slider()->tickInterval(), 2);
     QCOMPARE(w.tickInterval(), 0.5);
-    const CMwQDoubleRangeSlider::TMwTickItemList items {{0.5, QSlider::TicksBelow, QStringLiteral("half")},
-                                                       {0.3, QSlider::TicksAbove, QString()}};
+    const CMwQDoubleRangeSlider::TMwTickItemList items {
+        {0.5, QSlider::TicksBelow, QStringLiteral("half")}, {0.3, QSlider::TicksAbove, QString()}};
     w.setTickItemList(items);
     QCOMPARE(w.tickItemList(), items);
-    QCOMPARE(w.slider()->tickItemList(), TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")},
-                                                          {1, QSlider::TicksAbove, QString()}}));
+    QCOMPARE(w.slider()->tickItemList(),
+        TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")},
+            {1, QSlider::TicksAbove, QString()}}));
     QVERIFY(w.setProperty("tickItemList", QVariant::fromValue(items)));
     QCOMPARE(w.property("tickItemList").value<CMwQDoubleSlider::TMwTickItemList>(), items);
 }
@@ -680,7 +691,8 @@ void tst_CMwQDoubleRangeSlider::setSliderKeepsStateButNotToolTipOrSymmetricMoves
     QVERIFY(!w.hasTracking());
     QCOMPARE(w.tickInterval(), 0.5);
     QCOMPARE(w.tickPosition(), QSlider::TicksBelow);
-    QCOMPARE(replacement->tickItemList(), TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")}}));
+    QCOMPARE(replacement->tickItemList(),
+        TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")}}));
     // Not copied: the old slider's tool tip and symmetric moves.
     QVERIFY(replacement->handleToolTip().isEmpty());
     QVERIFY(!w.symmetricMoves());
@@ -691,8 +703,9 @@ void tst_CMwQDoubleRangeSlider::setSliderKeepsStateButNotToolTipOrSymmetricMoves
     replacement->setValues(0, 4);
     QCOMPARE(w.minimumValue(), 0.05);
     QCOMPARE(w.maximumValue(), 0.95);
-    QCOMPARE(log.entries, QStringList({"valuesChanged 0.05 0.95", "minimumValueChanged 0.05",
-                                       "maximumValueChanged 0.95"}));
+    QCOMPARE(log.entries,
+        QStringList(
+            {"valuesChanged 0.05 0.95", "minimumValueChanged 0.05", "maximumValueChanged 0.95"}));
     // The new ends take the handles' fractions: (2 - 0.2) * 0.25.
     replacement->setRange(0, 2);
     QCOMPARE(w.maximum(), 0.45);
@@ -702,7 +715,8 @@ void tst_CMwQDoubleRangeSlider::setSliderRejectsNull()
 {
     OpenDoubleRangeSlider w;
     CMwQRangeSlider *inner = w.slider();
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setSlider: a null slider is ignored.");
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleRangeSlider::setSlider: a null slider is ignored.");
     w.setSlider(nullptr);
     QCOMPARE(w.slider(), inner);
     w.setSlider(inner); // the current one: nothing happens
@@ -872,35 +886,45 @@ void tst_CMwQDoubleRangeSlider::notANumberIsIgnored()
     w.setSingleStep(0.25);
     w.setValues(0.3, 0.7);
     SignalLog log(&w);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setValues( nan , 0.5 ) is not a number in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setValues( nan , 0.5 ) is not a number in "
+        "slider units and is ignored.");
     w.setValues(kNaN, 0.5);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMinimumValue( nan ) is not a number in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMinimumValue( nan ) is not a number in "
+        "slider units and is ignored.");
     w.setMinimumValue(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMaximumValue( nan ) is not a number in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMaximumValue( nan ) is not a number in "
+        "slider units and is ignored.");
     w.setMaximumValue(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setPositions( 0.5 , nan ) is not a number "
-                                       "in slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setPositions( 0.5 , nan ) is not a number "
+        "in slider units and is ignored.");
     w.setPositions(0.5, kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMinimumPosition( nan ) is not a number "
-                                       "in slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMinimumPosition( nan ) is not a number "
+        "in slider units and is ignored.");
     w.setMinimumPosition(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMaximumPosition( nan ) is not a number "
-                                       "in slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMaximumPosition( nan ) is not a number "
+        "in slider units and is ignored.");
     w.setMaximumPosition(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setRange( 0 , inf ) is not finite in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setRange( 0 , inf ) is not finite in "
+        "slider units and is ignored.");
     w.setRange(0.0, kInf);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMinimum( nan ) is not finite in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMinimum( nan ) is not finite in "
+        "slider units and is ignored.");
     w.setMinimum(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setMaximum( -inf ) is not finite in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setMaximum( -inf ) is not finite in "
+        "slider units and is ignored.");
     w.setMaximum(-kInf);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleRangeSlider::setTickInterval( inf ) is not finite in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleRangeSlider::setTickInterval( inf ) is not finite in "
+        "slider units and is ignored.");
     w.setTickInterval(kInf);
     QCOMPARE(w.minimumValue(), 0.3);
     QCOMPARE(w.maximumValue(), 0.7);
@@ -937,31 +961,46 @@ namespace {
 double randomInput(QRandomGenerator &random)
 {
     switch (random.bounded(14)) {
-    case 0: return kNaN;
-    case 1: return kInf;
-    case 2: return -kInf;
-    case 3: return 1e308;
-    case 4: return -1e308;
-    case 5: return 4.9e-324;
-    case 6: return -4.9e-324;
-    case 7: return 0.0;
-    case 8: return -random.bounded(3.0);
-    case 9: return double(int(random.bounded(200)) - 100);
+    case 0:
+        return kNaN;
+    case 1:
+        return kInf;
+    case 2:
+        return -kInf;
+    case 3:
+        return 1e308;
+    case 4:
+        return -1e308;
+    case 5:
+        return 4.9e-324;
+    case 6:
+        return -4.9e-324;
+    case 7:
+        return 0.0;
+    case 8:
+        return -random.bounded(3.0);
+    case 9:
+        return double(int(random.bounded(200)) - 100);
     case 10: {
         const double magnitude = std::pow(10.0, random.bounded(40.0) - 20.0);
         return random.bounded(2) ? magnitude : -magnitude;
     }
-    default: return random.bounded(2000.0) - 1000.0;
+    default:
+        return random.bounded(2000.0) - 1000.0;
     }
 }
 
 double randomStep(QRandomGenerator &random)
 {
     switch (random.bounded(6)) {
-    case 0: return 0.0;
-    case 1: return -random.bounded(10.0);
-    case 2: return randomInput(random);
-    default: return std::pow(10.0, random.bounded(8.0) - 4.0);
+    case 0:
+        return 0.0;
+    case 1:
+        return -random.bounded(10.0);
+    case 2:
+        return randomInput(random);
+    default:
+        return std::pow(10.0, random.bounded(8.0) - 4.0);
     }
 }
 
@@ -987,7 +1026,9 @@ bool orderedWithin(double a, double b, double tolerance)
 
 QString violation(int call, const char *operation, const char *what)
 {
-    return QStringLiteral("call %1 (%2): %3").arg(call).arg(QLatin1String(operation), QLatin1String(what));
+    return QStringLiteral("call %1 (%2): %3")
+        .arg(call)
+        .arg(QLatin1String(operation), QLatin1String(what));
 }
 
 int swallowedWarnings = 0;
@@ -1023,23 +1064,75 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
         const double b = randomInput(random);
         if (random.bounded(2) == 0) {
             switch (random.bounded(17)) {
-            case 0: operation = "setValue"; single.setValue(a); break;
-            case 1: operation = "setSliderPosition"; single.setSliderPosition(a); break;
-            case 2: operation = "setSingleStep"; single.setSingleStep(randomStep(random)); break;
-            case 3: operation = "setPageStep"; single.setPageStep(randomStep(random)); break;
-            case 4: operation = "setMinimum"; single.setMinimum(a); break;
-            case 5: operation = "setMaximum"; single.setMaximum(a); break;
-            case 6: operation = "setRange"; single.setRange(a, b); break;
-            case 7: operation = "setRange reversed"; single.setRange(std::max(a, b), std::min(a, b)); break;
-            case 8: operation = "setTickInterval"; single.setTickInterval(randomStep(random)); break;
-            case 9: operation = "setTickItemList"; single.setTickItemList(randomTicks(random)); break;
-            case 10: operation = "setTickPosition"; single.setTickPosition(randomTickPosition(random)); break;
-            case 11: operation = "setTracking"; single.setTracking(random.bounded(2)); break;
-            case 12: operation = "setOrientation"; single.setOrientation(Qt::Orientation(1 + random.bounded(2))); break;
-            case 13: operation = "setInverted"; single.setInvertedAppearance(random.bounded(2)); single.setInvertedControls(random.bounded(2)); break;
-            case 14: operation = "triggerAction"; single.triggerAction(QAbstractSlider::SliderAction(random.bounded(8))); break;
-            case 15: operation = "setValueProxy"; single.setValueProxy(proxies[random.bounded(3)]); break;
-            default: operation = "inner setRange"; single.slider()->setRange(int(random.generate()), int(random.generate())); break;
+            case 0:
+                operation = "setValue";
+                single.setValue(a);
+                break;
+            case 1:
+                operation = "setSliderPosition";
+                single.setSliderPosition(a);
+                break;
+            case 2:
+                operation = "setSingleStep";
+                single.setSingleStep(randomStep(random));
+                break;
+            case 3:
+                operation = "setPageStep";
+                single.setPageStep(randomStep(random));
+                break;
+            case 4:
+                operation = "setMinimum";
+                single.setMinimum(a);
+                break;
+            case 5:
+                operation = "setMaximum";
+                single.setMaximum(a);
+                break;
+            case 6:
+                operation = "setRange";
+                single.setRange(a, b);
+                break;
+            case 7:
+                operation = "setRange reversed";
+                single.setRange(std::max(a, b), std::min(a, b));
+                break;
+            case 8:
+                operation = "setTickInterval";
+                single.setTickInterval(randomStep(random));
+                break;
+            case 9:
+                operation = "setTickItemList";
+                single.setTickItemList(randomTicks(random));
+                break;
+            case 10:
+                operation = "setTickPosition";
+                single.setTickPosition(randomTickPosition(random));
+                break;
+            case 11:
+                operation = "setTracking";
+                single.setTracking(random.bounded(2));
+                break;
+            case 12:
+                operation = "setOrientation";
+                single.setOrientation(Qt::Orientation(1 + random.bounded(2)));
+                break;
+            case 13:
+                operation = "setInverted";
+                single.setInvertedAppearance(random.bounded(2));
+                single.setInvertedControls(random.bounded(2));
+                break;
+            case 14:
+                operation = "triggerAction";
+                single.triggerAction(QAbstractSlider::SliderAction(random.bounded(8)));
+                break;
+            case 15:
+                operation = "setValueProxy";
+                single.setValueProxy(proxies[random.bounded(3)]);
+                break;
+            default:
+                operation = "inner setRange";
+                single.slider()->setRange(int(random.generate()), int(random.generate()));
+                break;
             }
             const double tolerance = single.valueProxy() == &logarithmic ? 1e-12 : 0.0;
             const QSlider *inner = single.slider();
@@ -1048,9 +1141,14 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             if (!std::isfinite(single.value()) || !std::isfinite(single.minimum())
                 || !std::isfinite(single.maximum()))
                 failure = violation(call, operation, "value() is not finite")
-                    + QStringLiteral(" [%1 in %2..%3, proxy %4, a %5]").arg(single.value()).arg(single.minimum())
-                          .arg(single.maximum()).arg(single.valueProxy() == &linear).arg(a);
-            else if (std::isnan(single.value()) || std::isnan(single.minimum()) || std::isnan(single.maximum()))
+                    + QStringLiteral(" [%1 in %2..%3, proxy %4, a %5]")
+                          .arg(single.value())
+                          .arg(single.minimum())
+                          .arg(single.maximum())
+                          .arg(single.valueProxy() == &linear)
+                          .arg(a);
+            else if (std::isnan(single.value()) || std::isnan(single.minimum())
+                || std::isnan(single.maximum()))
                 failure = violation(call, operation, "NaN in value(), minimum() or maximum()");
             else if (!std::isfinite(single.singleStep()) || !std::isfinite(single.pageStep())
                 || (!(single.singleStep() > 0.0)
@@ -1060,43 +1158,107 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
             else if (!(single.minimum() <= single.maximum()))
                 failure = violation(call, operation, "minimum() > maximum()");
             else if (!orderedWithin(single.minimum(), single.value(), tolerance)
-                     || !orderedWithin(single.value(), single.maximum(), tolerance))
+                || !orderedWithin(single.value(), single.maximum(), tolerance))
                 failure = violation(call, operation, "value() outside [minimum(), maximum()]");
             else if (inner->minimum() > inner->value() || inner->value() > inner->maximum())
                 failure = violation(call, operation, "inner value outside the inner range");
             else if (!single.valueProxy()
-                     && (inner->minimum() != CMwQStepMapping::toInteger(single.minimum(), single.singleStep())
-                         || inner->maximum() != CMwQStepMapping::toInteger(single.maximum(), single.singleStep())))
+                && (inner->minimum()
+                        != CMwQStepMapping::toInteger(single.minimum(), single.singleStep())
+                    || inner->maximum()
+                        != CMwQStepMapping::toInteger(single.maximum(), single.singleStep())))
                 failure = violation(call, operation, "inner range is not the mapped range")
                     + QStringLiteral(" [%1..%2 step %3, inner %4..%5]")
-                          .arg(single.minimum(), 0, 'g', 17).arg(single.maximum(), 0, 'g', 17)
-                          .arg(single.singleStep(), 0, 'g', 17).arg(inner->minimum()).arg(inner->maximum());
+                          .arg(single.minimum(), 0, 'g', 17)
+                          .arg(single.maximum(), 0, 'g', 17)
+                          .arg(single.singleStep(), 0, 'g', 17)
+                          .arg(inner->minimum())
+                          .arg(inner->maximum());
         } else {
             switch (random.bounded(19)) {
-            case 0: operation = "setValues"; range.setValues(a, b); break;
-            case 1: operation = "setMinimumValue"; range.setMinimumValue(a); break;
-            case 2: operation = "setMaximumValue"; range.setMaximumValue(a); break;
-            case 3: operation = "setPositions"; range.setPositions(a, b); break;
-            case 4: operation = "setMinimumPosition"; range.setMinimumPosition(a); break;
-            case 5: operation = "setMaximumPosition"; range.setMaximumPosition(a); break;
-            case 6: operation = "setSingleStep"; range.setSingleStep(randomStep(random)); break;
-            case 7: operation = "setMinimum"; range.setMinimum(a); break;
-            case 8: operation = "setMaximum"; range.setMaximum(a); break;
-            case 9: operation = "setRange"; range.setRange(a, b); break;
-            case 10: operation = "setRange reversed"; range.setRange(std::max(a, b), std::min(a, b)); break;
-            case 11: operation = "setTickInterval"; range.setTickInterval(randomStep(random)); break;
-            case 12: operation = "setTickItemList"; range.setTickItemList(randomTicks(random)); break;
-            case 13: operation = "setTracking"; range.setTracking(random.bounded(2)); break;
-            case 14: operation = "setSymmetricMoves"; range.setSymmetricMoves(random.bounded(2)); break;
-            case 15: operation = "setValueProxy"; range.setValueProxy(proxies[random.bounded(3)]); break;
-            case 16: operation = "proxy factor"; linear.setFactor(std::pow(10.0, random.bounded(6.0) - 3.0)); break;
-            case 17: operation = "inner setValues"; range.slider()->setValues(int(random.generate()), int(random.generate())); break;
-            default: operation = "inner setRange"; range.slider()->setRange(int(random.generate()), int(random.generate())); break;
+            case 0:
+                operation = "setValues";
+                range.setValues(a, b);
+                break;
+            case 1:
+                operation = "setMinimumValue";
+                range.setMinimumValue(a);
+                break;
+            case 2:
+                operation = "setMaximumValue";
+                range.setMaximumValue(a);
+                break;
+            case 3:
+                operation = "setPositions";
+                range.setPositions(a, b);
+                break;
+            case 4:
+                operation = "setMinimumPosition";
+                range.setMinimumPosition(a);
+                break;
+            case 5:
+                operation = "setMaximumPosition";
+                range.setMaximumPosition(a);
+                break;
+            case 6:
+                operation = "setSingleStep";
+                range.setSingleStep(randomStep(random));
+                break;
+            case 7:
+                operation = "setMinimum";
+                range.setMinimum(a);
+                break;
+            case 8:
+                operation = "setMaximum";
+                range.setMaximum(a);
+                break;
+            case 9:
+                operation = "setRange";
+                range.setRange(a, b);
+                break;
+            case 10:
+                operation = "setRange reversed";
+                range.setRange(std::max(a, b), std::min(a, b));
+                break;
+            case 11:
+                operation = "setTickInterval";
+                range.setTickInterval(randomStep(random));
+                break;
+            case 12:
+                operation = "setTickItemList";
+                range.setTickItemList(randomTicks(random));
+                break;
+            case 13:
+                operation = "setTracking";
+                range.setTracking(random.bounded(2));
+                break;
+            case 14:
+                operation = "setSymmetricMoves";
+                range.setSymmetricMoves(random.bounded(2));
+                break;
+            case 15:
+                operation = "setValueProxy";
+                range.setValueProxy(proxies[random.bounded(3)]);
+                break;
+            case 16:
+                operation = "proxy factor";
+                linear.setFactor(std::pow(10.0, random.bounded(6.0) - 3.0));
+                break;
+            case 17:
+                operation = "inner setValues";
+                range.slider()->setValues(int(random.generate()), int(random.generate()));
+                break;
+            default:
+                operation = "inner setRange";
+                range.slider()->setRange(int(random.generate()), int(random.generate()));
+                break;
             }
             const double tolerance = range.valueProxy() == &logarithmic ? 1e-12 : 0.0;
             const CMwQRangeSlider *inner = range.slider();
-            const double values[] = {range.minimum(), range.minimumValue(), range.maximumValue(), range.maximum()};
-            const double positions[] = {range.minimum(), range.minimumPosition(), range.maximumPosition(), range.maximum()};
+            const double values[]
+                = {range.minimum(), range.minimumValue(), range.maximumValue(), range.maximum()};
+            const double positions[] = {
+                range.minimum(), range.minimumPosition(), range.maximumPosition(), range.maximum()};
             bool ordered = true;
             bool numbers = true;
             for (int i = 0; i < 4; ++i) {
@@ -1116,12 +1278,14 @@ void tst_CMwQDoubleRangeSlider::randomRobustness()
                 failure = violation(
                     call, operation, "the step is not finite, or not positive with an inner range");
             else if (!ordered)
-                failure = violation(call, operation, "minimum <= minimumValue <= maximumValue <= maximum broken");
-            else if (inner->minimum() > inner->minimumValue() || inner->minimumValue() > inner->maximumValue()
-                     || inner->maximumValue() > inner->maximum()
-                     || inner->minimum() > inner->minimumPosition()
-                     || inner->minimumPosition() > inner->maximumPosition()
-                     || inner->maximumPosition() > inner->maximum())
+                failure = violation(
+                    call, operation, "minimum <= minimumValue <= maximumValue <= maximum broken");
+            else if (inner->minimum() > inner->minimumValue()
+                || inner->minimumValue() > inner->maximumValue()
+                || inner->maximumValue() > inner->maximum()
+                || inner->minimum() > inner->minimumPosition()
+                || inner->minimumPosition() > inner->maximumPosition()
+                || inner->maximumPosition() > inner->maximum())
                 failure = violation(call, operation, "inner handles outside the inner range");
         }
         // The linear proxy also drives the single slider when it is set there.

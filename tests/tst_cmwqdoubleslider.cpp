@@ -33,13 +33,13 @@ public:
     explicit SignalLog(CMwQDoubleSlider *slider)
     {
         connect(slider, &CMwQDoubleSlider::valueChanged, this,
-                [this](double v) { entries << QStringLiteral("valueChanged %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("valueChanged %1").arg(v); });
         connect(slider, &CMwQDoubleSlider::sliderMoved, this,
-                [this](double v) { entries << QStringLiteral("sliderMoved %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("sliderMoved %1").arg(v); });
         connect(slider, &CMwQDoubleSlider::sliderPressed, this,
-                [this]() { entries << QStringLiteral("sliderPressed"); });
+            [this]() { entries << QStringLiteral("sliderPressed"); });
         connect(slider, &CMwQDoubleSlider::sliderReleased, this,
-                [this]() { entries << QStringLiteral("sliderReleased"); });
+            [this]() { entries << QStringLiteral("sliderReleased"); });
         connect(slider, &CMwQDoubleSlider::rangeChanged, this, [this](double a, double b) {
             entries << QStringLiteral("rangeChanged %1 %2").arg(a).arg(b);
         });
@@ -491,10 +491,12 @@ void tst_CMwQDoubleSlider::setSingleStepRejected_data()
                           << "CMwQDoubleSlider::setSingleStep( 0 ) is outside of valid bounds.";
     QTest::newRow("larger than the range")
         << 2.0 << "CMwQDoubleSlider::setSingleStep( 2 ) is outside of valid bounds.";
-    QTest::newRow("negative") << -0.25
-                              << "CMwQDoubleSlider::setSingleStep( -0.25 ) is outside of valid bounds.";
-    QTest::newRow("nan") << kNaN << "CMwQDoubleSlider::setSingleStep( nan ) is outside of valid bounds.";
-    QTest::newRow("inf") << kInf << "CMwQDoubleSlider::setSingleStep( inf ) is outside of valid bounds.";
+    QTest::newRow("negative")
+        << -0.25 << "CMwQDoubleSlider::setSingleStep( -0.25 ) is outside of valid bounds.";
+    QTest::newRow("nan") << kNaN
+                         << "CMwQDoubleSlider::setSingleStep( nan ) is outside of valid bounds.";
+    QTest::newRow("inf") << kInf
+                         << "CMwQDoubleSlider::setSingleStep( inf ) is outside of valid bounds.";
 }
 
 void tst_CMwQDoubleSlider::setSingleStepRejected()
@@ -576,7 +578,8 @@ void tst_CMwQDoubleSlider::zeroStepOnAnEmptyRangeThenWidened()
     w.render(&image);
 
     // Only a usable step puts the slider back to work.
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setSingleStep( 0 ) is outside of valid bounds.");
+    QTest::ignoreMessage(
+        QtWarningMsg, "CMwQDoubleSlider::setSingleStep( 0 ) is outside of valid bounds.");
     w.setSingleStep(0.0);
     w.setSingleStep(0.5);
     QCOMPARE(w.slider()->maximum(), 20);
@@ -739,21 +742,21 @@ void tst_CMwQDoubleSlider::tickItemsAreMappedToSteps()
     CMwQDoubleSlider w;
     w.setRange(0.0, 1.0);
     w.setSingleStep(0.25);
-    const CMwQDoubleSlider::TMwTickItemList items {{0.5, QSlider::TicksBelow, QStringLiteral("half")},
-                                                  {0.3, QSlider::TicksAbove, QString()},
-                                                  {0.9, QSlider::NoTicks, QStringLiteral("kept")}};
+    const CMwQDoubleSlider::TMwTickItemList items {
+        {0.5, QSlider::TicksBelow, QStringLiteral("half")}, {0.3, QSlider::TicksAbove, QString()},
+        {0.9, QSlider::NoTicks, QStringLiteral("kept")}};
     w.setTickItemList(items);
     QCOMPARE(w.tickItemList(), items);
     const TMwTickItemList expected {{2, QSlider::TicksBelow, QStringLiteral("half")},
-                                    {1, QSlider::TicksAbove, QString()},
-                                    {4, QSlider::NoTicks, QStringLiteral("kept")}};
+        {1, QSlider::TicksAbove, QString()}, {4, QSlider::NoTicks, QStringLiteral("kept")}};
     QCOMPARE(w.slider()->tickItemList(), expected);
 }
 
 void tst_CMwQDoubleSlider::tickItemListProperty()
 {
     CMwQDoubleSlider w;
-    const CMwQDoubleSlider::TMwTickItemList items {{5.5, QSlider::TicksBothSides, QStringLiteral("x")}};
+    const CMwQDoubleSlider::TMwTickItemList items {
+        {5.5, QSlider::TicksBothSides, QStringLiteral("x")}};
     QVERIFY(w.setProperty("tickItemList", QVariant::fromValue(items)));
     QCOMPARE(w.tickItemList(), items);
     const QVariant back = w.property("tickItemList");
@@ -831,7 +834,7 @@ void tst_CMwQDoubleSlider::kept_sliderMovedInSliderUnitsValueChangedInValues()
     w.slider()->setSliderPosition(8);
     w.slider()->setSliderDown(false);
     QCOMPARE(log.entries,
-             QStringList({"sliderPressed", "sliderMoved 8", "valueChanged 4", "sliderReleased"}));
+        QStringList({"sliderPressed", "sliderMoved 8", "valueChanged 4", "sliderReleased"}));
     QCOMPARE(w.value(), 4.0);
 }
 
@@ -854,7 +857,7 @@ void tst_CMwQDoubleSlider::logarithmicProxy()
     w.slider()->setValue(200);
     QCOMPARE(w.value(), 100.0); // 10^2, the offset being 0
     w.setTickItemList({{10.0, QSlider::TicksBelow, QStringLiteral("10 Hz")},
-                       {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")}});
+        {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")}});
     QCOMPARE(w.slider()->tickItemList().at(0).value, 100);
     QCOMPARE(w.slider()->tickItemList().at(1).value, 400);
     // Zero lies at minus infinity in slider units: clamped to the minimum.
@@ -995,33 +998,36 @@ void tst_CMwQDoubleSlider::notANumberIsIgnored()
     w.setTickInterval(0.5);
     SignalLog log(&w);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setValue( nan ) is not a number in slider units and is ignored.");
+        "CMwQDoubleSlider::setValue( nan ) is not a number in slider units and is ignored.");
     w.setValue(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setSliderPosition( nan ) is not a number in "
-                                       "slider units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setSliderPosition( nan ) is not a number in "
+        "slider units and is ignored.");
     w.setSliderPosition(kNaN);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setRange( nan , 1 ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setRange( nan , 1 ) is not finite in slider units and is ignored.");
     w.setRange(kNaN, 1.0);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setMinimum( nan ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setMinimum( nan ) is not finite in slider units and is ignored.");
     w.setMinimum(kNaN);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setMaximum( nan ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setMaximum( nan ) is not finite in slider units and is ignored.");
     w.setMaximum(kNaN);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setPageStep( nan ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setPageStep( nan ) is not finite in slider units and is ignored.");
     w.setPageStep(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setTickInterval( nan ) is not finite in slider "
-                                       "units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setTickInterval( nan ) is not finite in slider "
+        "units and is ignored.");
     w.setTickInterval(kNaN);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setTickItemList( nan ) is not a number in slider "
-                                       "units and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setTickItemList( nan ) is not a number in slider "
+        "units and is ignored.");
     w.setTickItemList({{kNaN, QSlider::TicksBelow, QStringLiteral("lost")},
-                       {0.5, QSlider::TicksBelow, QStringLiteral("half")}});
+        {0.5, QSlider::TicksBelow, QStringLiteral("half")}});
     QCOMPARE(w.tickItemList().size(), 2); // kept, but not drawn
     QCOMPARE(w.slider()->tickItemList(),
-             TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")}}));
+        TMwTickItemList({{2, QSlider::TicksBelow, QStringLiteral("half")}}));
 
     QCOMPARE(w.value(), 0.3);
     QCOMPARE(w.minimum(), 0.0);
@@ -1059,13 +1065,15 @@ void tst_CMwQDoubleSlider::infiniteRangeEndsAreIgnored()
 {
     CMwQDoubleSlider w;
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setRange( 0 , inf ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setRange( 0 , inf ) is not finite in slider units and is ignored.");
     w.setRange(0.0, kInf);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setMinimum( -inf ) is not finite in slider units "
-                                       "and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setMinimum( -inf ) is not finite in slider units "
+        "and is ignored.");
     w.setMinimum(-kInf);
-    QTest::ignoreMessage(QtWarningMsg, "CMwQDoubleSlider::setPageStep( inf ) is not finite in slider units "
-                                       "and is ignored.");
+    QTest::ignoreMessage(QtWarningMsg,
+        "CMwQDoubleSlider::setPageStep( inf ) is not finite in slider units "
+        "and is ignored.");
     w.setPageStep(kInf);
     QCOMPARE(w.minimum(), 0.0);
     QCOMPARE(w.maximum(), 99.0);
@@ -1087,18 +1095,18 @@ void tst_CMwQDoubleSlider::proxyMappingToNotANumberIsIgnored()
     w.setValueProxy(&proxy);
     w.setValue(10.0);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setValue( -1 ) is not a number in slider units and is ignored.");
+        "CMwQDoubleSlider::setValue( -1 ) is not a number in slider units and is ignored.");
     w.setValue(-1.0);
     QCOMPARE(w.value(), 10.0);
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setRange( -5 , 10 ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setRange( -5 , 10 ) is not finite in slider units and is ignored.");
     w.setRange(-5.0, 10.0);
     QCOMPARE(w.minimum(), 1.0);
     QCOMPARE(w.maximum(), 100.0);
     // A default slider (range 0..99) cannot keep its minimum 0 on a log scale.
     CMwQDoubleSlider fresh;
     QTest::ignoreMessage(QtWarningMsg,
-                         "CMwQDoubleSlider::setRange( 0 , 99 ) is not finite in slider units and is ignored.");
+        "CMwQDoubleSlider::setRange( 0 , 99 ) is not finite in slider units and is ignored.");
     fresh.setValueProxy(&proxy);
     QCOMPARE(fresh.slider()->minimum(), 0);
     QCOMPARE(fresh.slider()->maximum(), 99);

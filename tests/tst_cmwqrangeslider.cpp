@@ -47,14 +47,16 @@ public:
         int start;
         int span;
         trackOf(&start, &span);
-        return QStyle::sliderPositionFromValue(minimum(), maximum(), v, span, option().upsideDown) + start;
+        return QStyle::sliderPositionFromValue(minimum(), maximum(), v, span, option().upsideDown)
+            + start;
     }
     int pixelToValue(int pixel) const
     {
         int start;
         int span;
         trackOf(&start, &span);
-        return QStyle::sliderValueFromPosition(minimum(), maximum(), pixel - start, span, option().upsideDown);
+        return QStyle::sliderValueFromPosition(
+            minimum(), maximum(), pixel - start, span, option().upsideDown);
     }
 
     // The point to move the mouse to so that a handle pressed at `press`
@@ -108,7 +110,8 @@ public:
     {
     }
 
-    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    int pixelMetric(
+        PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
     {
         if (metric == PM_MaximumDragDistance)
             return m_distance;
@@ -227,8 +230,9 @@ void tst_CMwQRangeSlider::protectedConstructor()
         d->maximumValue = 50;
         d->minimumPosition = 41;
         d->maximumPosition = 51;
-        std::unique_ptr<DerivedRangeSlider> owner(withOrientation ? new DerivedRangeSlider(d, Qt::Horizontal)
-                                                                  : new DerivedRangeSlider(d));
+        std::unique_ptr<DerivedRangeSlider> owner(withOrientation
+                ? new DerivedRangeSlider(d, Qt::Horizontal)
+                : new DerivedRangeSlider(d));
         DerivedRangeSlider &slider = *owner;
         QCOMPARE(slider.orientation(), withOrientation ? Qt::Horizontal : Qt::Vertical);
         QVERIFY(slider.tickItemList().isEmpty());
@@ -248,7 +252,7 @@ void tst_CMwQRangeSlider::properties()
     CMwQRangeSlider slider(Qt::Horizontal);
     const QMetaObject *mo = slider.metaObject();
     for (const char *name : {"minimumValue", "maximumValue", "minimumPosition", "maximumPosition",
-                             "symmetricMoves", "handleToolTip"}) {
+             "symmetricMoves", "handleToolTip"}) {
         const QMetaProperty property = mo->property(mo->indexOfProperty(name));
         QVERIFY2(property.isValid(), name);
         QVERIFY2(property.isReadable() && property.isWritable(), name);
@@ -261,8 +265,8 @@ void tst_CMwQRangeSlider::properties()
 
     // The signals in their declaration order.
     const QStringList expected {"minimumValueChanged(int)", "maximumValueChanged(int)",
-                                "valuesChanged(int,int)", "minimumPositionChanged(int)",
-                                "maximumPositionChanged(int)", "positionsChanged(int,int)"};
+        "valuesChanged(int,int)", "minimumPositionChanged(int)", "maximumPositionChanged(int)",
+        "positionsChanged(int,int)"};
     QStringList declared;
     for (int i = mo->methodOffset(); i < mo->methodCount(); ++i) {
         if (mo->method(i).methodType() == QMetaMethod::Signal)
@@ -321,52 +325,56 @@ void tst_CMwQRangeSlider::kept_signalOrder_data()
     QTest::addColumn<int>("lower");
     QTest::addColumn<int>("upper");
     QTest::addColumn<QStringList>("expected");
-    QTest::addColumn<QList<int>>("state"); // minimumValue, maximumValue, minimumPosition, maximumPosition
+    QTest::addColumn<QList<int>>(
+        "state"); // minimumValue, maximumValue, minimumPosition, maximumPosition
 
     // From the values and positions 20 and 70.
-    QTest::newRow("values, both")
-        << false << true << false << 30 << 60
-        << QStringList {"valuesChanged(30,60)", "minimumValueChanged(30)", "maximumValueChanged(60)"}
-        << QList<int> {30, 60, 30, 60};
+    QTest::newRow("values, both") << false << true << false << 30 << 60
+                                  << QStringList {"valuesChanged(30,60)", "minimumValueChanged(30)",
+                                         "maximumValueChanged(60)"}
+                                  << QList<int> {30, 60, 30, 60};
     QTest::newRow("values, upper only")
         << false << true << false << 20 << 60
-        << QStringList {"valuesChanged(20,60)", "maximumValueChanged(60)"} << QList<int> {20, 60, 20, 60};
+        << QStringList {"valuesChanged(20,60)", "maximumValueChanged(60)"}
+        << QList<int> {20, 60, 20, 60};
     QTest::newRow("values, down: pair signal first")
         << true << true << false << 10 << 70
-        << QStringList {"positionsChanged(10,70)", "minimumPositionChanged(10)", "valuesChanged(10,70)",
-                        "minimumValueChanged(10)"}
+        << QStringList {"positionsChanged(10,70)", "minimumPositionChanged(10)",
+               "valuesChanged(10,70)", "minimumValueChanged(10)"}
         << QList<int> {10, 70, 10, 70};
     QTest::newRow("values, down, reversed")
         << true << false << false << 80 << 5
-        << QStringList {"positionsChanged(5,80)", "minimumPositionChanged(5)", "maximumPositionChanged(80)",
-                        "valuesChanged(5,80)", "minimumValueChanged(5)", "maximumValueChanged(80)"}
+        << QStringList {"positionsChanged(5,80)", "minimumPositionChanged(5)",
+               "maximumPositionChanged(80)", "valuesChanged(5,80)", "minimumValueChanged(5)",
+               "maximumValueChanged(80)"}
         << QList<int> {5, 80, 5, 80};
-    QTest::newRow("values, unchanged") << true << true << false << 70 << 20 << QStringList {}
-                                       << QList<int> {20, 70, 20, 70};
+    QTest::newRow("values, unchanged")
+        << true << true << false << 70 << 20 << QStringList {} << QList<int> {20, 70, 20, 70};
     QTest::newRow("positions, tracking")
         << false << true << true << 5 << 80
         << QStringList {"actionTriggered(7)", "valuesChanged(5,80)", "minimumValueChanged(5)",
-                        "maximumValueChanged(80)"}
+               "maximumValueChanged(80)"}
         << QList<int> {5, 80, 5, 80};
     QTest::newRow("positions, down, tracking: pair signal last")
         << true << true << true << 5 << 80
-        << QStringList {"minimumPositionChanged(5)", "maximumPositionChanged(80)", "positionsChanged(5,80)",
-                        "actionTriggered(7)", "valuesChanged(5,80)", "minimumValueChanged(5)",
-                        "maximumValueChanged(80)"}
+        << QStringList {"minimumPositionChanged(5)", "maximumPositionChanged(80)",
+               "positionsChanged(5,80)", "actionTriggered(7)", "valuesChanged(5,80)",
+               "minimumValueChanged(5)", "maximumValueChanged(80)"}
         << QList<int> {5, 80, 5, 80};
     QTest::newRow("positions, down, upper only")
         << true << true << true << 20 << 90
-        << QStringList {"maximumPositionChanged(90)", "positionsChanged(20,90)", "actionTriggered(7)",
-                        "valuesChanged(20,90)", "maximumValueChanged(90)"}
+        << QStringList {"maximumPositionChanged(90)", "positionsChanged(20,90)",
+               "actionTriggered(7)", "valuesChanged(20,90)", "maximumValueChanged(90)"}
         << QList<int> {20, 90, 20, 90};
     QTest::newRow("positions, down, no tracking")
         << true << false << true << 5 << 80
-        << QStringList {"minimumPositionChanged(5)", "maximumPositionChanged(80)", "positionsChanged(5,80)"}
+        << QStringList {"minimumPositionChanged(5)", "maximumPositionChanged(80)",
+               "positionsChanged(5,80)"}
         << QList<int> {20, 70, 5, 80};
-    QTest::newRow("positions, no tracking") << false << false << true << 80 << 5 << QStringList {}
-                                            << QList<int> {20, 70, 5, 80};
-    QTest::newRow("positions, unchanged") << true << true << true << 70 << 20 << QStringList {}
-                                          << QList<int> {20, 70, 20, 70};
+    QTest::newRow("positions, no tracking")
+        << false << false << true << 80 << 5 << QStringList {} << QList<int> {20, 70, 5, 80};
+    QTest::newRow("positions, unchanged")
+        << true << true << true << 70 << 20 << QStringList {} << QList<int> {20, 70, 20, 70};
 }
 
 void tst_CMwQRangeSlider::kept_signalOrder()
@@ -390,8 +398,8 @@ void tst_CMwQRangeSlider::kept_signalOrder()
         slider.setValues(lower, upper);
     QCOMPARE(*log, expected);
     QCOMPARE(QList<int>({slider.minimumValue(), slider.maximumValue(), slider.minimumPosition(),
-                         slider.maximumPosition()}),
-             state);
+                 slider.maximumPosition()}),
+        state);
 }
 
 void tst_CMwQRangeSlider::nothingChanges_data()
@@ -442,20 +450,28 @@ void tst_CMwQRangeSlider::singleValueSetters_data()
 {
     QTest::addColumn<QByteArray>("property");
     QTest::addColumn<int>("argument");
-    QTest::addColumn<QList<int>>("state"); // minimumValue, maximumValue, minimumPosition, maximumPosition
+    QTest::addColumn<QList<int>>(
+        "state"); // minimumValue, maximumValue, minimumPosition, maximumPosition
 
     // From the values 20 and 50, with tracking off.
-    QTest::newRow("minimum value, within") << QByteArray("minimumValue") << 30 << QList<int> {30, 50, 30, 50};
-    QTest::newRow("minimum value past the upper") << QByteArray("minimumValue") << 80 << QList<int> {80, 80, 80, 80};
-    QTest::newRow("minimum value outside") << QByteArray("minimumValue") << 500 << QList<int> {99, 99, 99, 99};
-    QTest::newRow("maximum value, within") << QByteArray("maximumValue") << 40 << QList<int> {20, 40, 20, 40};
-    QTest::newRow("maximum value past the lower") << QByteArray("maximumValue") << 10 << QList<int> {10, 10, 10, 10};
-    QTest::newRow("maximum value outside") << QByteArray("maximumValue") << -3 << QList<int> {0, 0, 0, 0};
+    QTest::newRow("minimum value, within")
+        << QByteArray("minimumValue") << 30 << QList<int> {30, 50, 30, 50};
+    QTest::newRow("minimum value past the upper")
+        << QByteArray("minimumValue") << 80 << QList<int> {80, 80, 80, 80};
+    QTest::newRow("minimum value outside")
+        << QByteArray("minimumValue") << 500 << QList<int> {99, 99, 99, 99};
+    QTest::newRow("maximum value, within")
+        << QByteArray("maximumValue") << 40 << QList<int> {20, 40, 20, 40};
+    QTest::newRow("maximum value past the lower")
+        << QByteArray("maximumValue") << 10 << QList<int> {10, 10, 10, 10};
+    QTest::newRow("maximum value outside")
+        << QByteArray("maximumValue") << -3 << QList<int> {0, 0, 0, 0};
     QTest::newRow("minimum position past the upper")
         << QByteArray("minimumPosition") << 60 << QList<int> {20, 50, 60, 60};
     QTest::newRow("maximum position past the lower")
         << QByteArray("maximumPosition") << 5 << QList<int> {20, 50, 5, 5};
-    QTest::newRow("maximum position, within") << QByteArray("maximumPosition") << 70 << QList<int> {20, 50, 20, 70};
+    QTest::newRow("maximum position, within")
+        << QByteArray("maximumPosition") << 70 << QList<int> {20, 50, 20, 70};
 }
 
 void tst_CMwQRangeSlider::singleValueSetters()
@@ -469,8 +485,8 @@ void tst_CMwQRangeSlider::singleValueSetters()
     slider.setTracking(false);
     QVERIFY(slider.setProperty(property.constData(), argument));
     QCOMPARE(QList<int>({slider.minimumValue(), slider.maximumValue(), slider.minimumPosition(),
-                         slider.maximumPosition()}),
-             state);
+                 slider.maximumPosition()}),
+        state);
 }
 
 void tst_CMwQRangeSlider::rangeChange_data()
@@ -484,18 +500,19 @@ void tst_CMwQRangeSlider::rangeChange_data()
     // From the values 20 and 70 on 0..99.
     QTest::newRow("cuts both") << 30 << 60 << false
                                << QStringList {"valuesChanged(30,60)", "minimumValueChanged(30)",
-                                               "maximumValueChanged(60)"}
+                                      "maximumValueChanged(60)"}
                                << QList<int> {30, 60};
-    QTest::newRow("cuts the upper") << 0 << 50 << false
-                                    << QStringList {"valuesChanged(20,50)", "maximumValueChanged(50)"}
-                                    << QList<int> {20, 50};
-    QTest::newRow("cuts the lower, down") << 25 << 99 << true
-                                          << QStringList {"positionsChanged(25,70)", "minimumPositionChanged(25)",
-                                                          "valuesChanged(25,70)", "minimumValueChanged(25)"}
-                                          << QList<int> {25, 70};
+    QTest::newRow("cuts the upper")
+        << 0 << 50 << false << QStringList {"valuesChanged(20,50)", "maximumValueChanged(50)"}
+        << QList<int> {20, 50};
+    QTest::newRow("cuts the lower, down")
+        << 25 << 99 << true
+        << QStringList {"positionsChanged(25,70)", "minimumPositionChanged(25)",
+               "valuesChanged(25,70)", "minimumValueChanged(25)"}
+        << QList<int> {25, 70};
     QTest::newRow("beyond both") << 80 << 90 << false
                                  << QStringList {"valuesChanged(80,80)", "minimumValueChanged(80)",
-                                                 "maximumValueChanged(80)"}
+                                        "maximumValueChanged(80)"}
                                  << QList<int> {80, 80};
     QTest::newRow("cuts nothing") << -10 << 200 << false << QStringList {} << QList<int> {20, 70};
 }
@@ -570,14 +587,16 @@ void tst_CMwQRangeSlider::pressHandle()
         QCOMPARE(slider.maximumPosition(), 70);
         QCOMPARE(slider.maximumValue(), 70);
         QCOMPARE(slider.minimumPosition(), 30);
-        QCOMPARE(*log, QStringList({"maximumPositionChanged(70)", "positionsChanged(30,70)", "actionTriggered(7)",
-                                    "valuesChanged(30,70)", "maximumValueChanged(70)"}));
+        QCOMPARE(*log,
+            QStringList({"maximumPositionChanged(70)", "positionsChanged(30,70)",
+                "actionTriggered(7)", "valuesChanged(30,70)", "maximumValueChanged(70)"}));
     } else {
         QCOMPARE(slider.minimumPosition(), 40);
         QCOMPARE(slider.minimumValue(), 40);
         QCOMPARE(slider.maximumPosition(), 60);
-        QCOMPARE(*log, QStringList({"minimumPositionChanged(40)", "positionsChanged(40,60)", "actionTriggered(7)",
-                                    "valuesChanged(40,60)", "minimumValueChanged(40)"}));
+        QCOMPARE(*log,
+            QStringList({"minimumPositionChanged(40)", "positionsChanged(40,60)",
+                "actionTriggered(7)", "valuesChanged(40,60)", "minimumValueChanged(40)"}));
     }
 
     // A lower handle cannot pass the upper one and the other way round.
@@ -599,8 +618,10 @@ void tst_CMwQRangeSlider::overlappingHandles_data()
     // edges are 7 px away: a tie, which the upper handle wins.
     for (int value : {0, 50, 100}) {
         QTest::addRow("horizontal %d, middle", value) << Qt::Horizontal << value << 7 << true;
-        QTest::addRow("horizontal %d, left of middle", value) << Qt::Horizontal << value << 6 << false;
-        QTest::addRow("horizontal %d, right of middle", value) << Qt::Horizontal << value << 8 << true;
+        QTest::addRow("horizontal %d, left of middle", value)
+            << Qt::Horizontal << value << 6 << false;
+        QTest::addRow("horizontal %d, right of middle", value)
+            << Qt::Horizontal << value << 8 << true;
         // Vertically the lower handle's outer edge is the bottom one.
         QTest::addRow("vertical %d, middle", value) << Qt::Vertical << value << 7 << true;
         QTest::addRow("vertical %d, below middle", value) << Qt::Vertical << value << 8 << false;
@@ -651,7 +672,9 @@ void tst_CMwQRangeSlider::pressGrooveBetween()
     QStringList *log = recordRangeSliderSignals(&slider);
 
     const QPoint groove = slider.grooveRect().center();
-    const int middle = (slider.along(slider.lowerRect().center()) + slider.along(slider.upperRect().center())) / 2;
+    const int middle
+        = (slider.along(slider.lowerRect().center()) + slider.along(slider.upperRect().center()))
+        / 2;
     const QPoint at = slider.horizontal() ? QPoint(middle, groove.y()) : QPoint(groove.x(), middle);
     QVERIFY(!slider.lowerRect().contains(at) && !slider.upperRect().contains(at));
     QVERIFY(press(&slider, at));
@@ -667,8 +690,9 @@ void tst_CMwQRangeSlider::pressGrooveBetween()
     QCOMPARE(slider.maximumPosition(), 81);
     QCOMPARE(slider.minimumValue(), 30);
     QCOMPARE(slider.maximumValue(), 81);
-    QCOMPARE(log->mid(0, 3), QStringList({"minimumPositionChanged(30)", "maximumPositionChanged(81)",
-                                          "positionsChanged(30,81)"}));
+    QCOMPARE(log->mid(0, 3),
+        QStringList({"minimumPositionChanged(30)", "maximumPositionChanged(81)",
+            "positionsChanged(30,81)"}));
 
     QVERIFY(move(&slider, slider.dragPoint(at, 45, 35)));
     QCOMPARE(slider.minimumPosition(), 10);
@@ -727,16 +751,23 @@ void tst_CMwQRangeSlider::symmetricMoves_data()
 
     for (Qt::Orientation o : {Qt::Horizontal, Qt::Vertical}) {
         const char *name = o == Qt::Horizontal ? "horizontal" : "vertical";
-        QTest::addRow("%s: lower 10 left", name) << o << true << false << 30 << 60 << 20 << 20 << 70;
-        QTest::addRow("%s: lower 10 left, clamped", name) << o << true << false << 30 << 95 << 20 << 20 << 100;
-        QTest::addRow("%s: lower 5 right", name) << o << true << false << 30 << 60 << 35 << 35 << 55;
+        QTest::addRow("%s: lower 10 left", name)
+            << o << true << false << 30 << 60 << 20 << 20 << 70;
+        QTest::addRow("%s: lower 10 left, clamped", name)
+            << o << true << false << 30 << 95 << 20 << 20 << 100;
+        QTest::addRow("%s: lower 5 right", name)
+            << o << true << false << 30 << 60 << 35 << 35 << 55;
         QTest::addRow("%s: upper 5 right", name) << o << true << true << 30 << 60 << 65 << 25 << 65;
-        QTest::addRow("%s: upper 10 right, clamped", name) << o << true << true << 5 << 60 << 70 << 0 << 70;
+        QTest::addRow("%s: upper 10 right, clamped", name)
+            << o << true << true << 5 << 60 << 70 << 0 << 70;
         // The lower handle stops at the upper one, 30 steps on; the upper
         // one goes 30 back: setPositions(60, 30) puts them in order.
-        QTest::addRow("%s: lower past the upper", name) << o << true << false << 30 << 60 << 75 << 30 << 60;
-        QTest::addRow("%s: lower 10 left, not symmetric", name) << o << false << false << 30 << 60 << 20 << 20 << 60;
-        QTest::addRow("%s: upper 5 right, not symmetric", name) << o << false << true << 30 << 60 << 65 << 30 << 65;
+        QTest::addRow("%s: lower past the upper", name)
+            << o << true << false << 30 << 60 << 75 << 30 << 60;
+        QTest::addRow("%s: lower 10 left, not symmetric", name)
+            << o << false << false << 30 << 60 << 20 << 20 << 60;
+        QTest::addRow("%s: upper 5 right, not symmetric", name)
+            << o << false << true << 30 << 60 << 65 << 30 << 65;
     }
 }
 
@@ -768,7 +799,7 @@ void tst_CMwQRangeSlider::symmetricMoves()
 void tst_CMwQRangeSlider::dragDistance_data()
 {
     QTest::addColumn<int>("distance"); // PM_MaximumDragDistance of the style
-    QTest::addColumn<int>("beyond");   // pixels below the widget's last row
+    QTest::addColumn<int>("beyond"); // pixels below the widget's last row
     QTest::addColumn<bool>("snapsBack");
 
     QTest::newRow("20, 21 px away") << 20 << 21 << true;
@@ -796,7 +827,7 @@ void tst_CMwQRangeSlider::dragDistance()
         int from = 30;
         if (both) {
             at = QPoint((slider.lowerRect().center().x() + slider.upperRect().center().x()) / 2,
-                        slider.grooveRect().center().y());
+                slider.grooveRect().center().y());
             from = 45;
         }
         QVERIFY(press(&slider, at));
@@ -810,10 +841,10 @@ void tst_CMwQRangeSlider::dragDistance()
         // handle's position at the press, or the middle of both.
         if (snapsBack)
             QCOMPARE(QList<int>({slider.minimumPosition(), slider.maximumPosition()}),
-                     QList<int>({30, 60}));
+                QList<int>({30, 60}));
         else
             QCOMPARE(QList<int>({slider.minimumPosition(), slider.maximumPosition()}),
-                     both ? QList<int>({50, 80}) : QList<int>({50, 60}));
+                both ? QList<int>({50, 80}) : QList<int>({50, 60}));
 
         // Back inside, the drag follows the mouse again.
         QVERIFY(move(&slider, slider.dragPoint(at, from, from + 5)));
@@ -831,8 +862,10 @@ void tst_CMwQRangeSlider::ignoredPresses()
     const QPoint at = slider.lowerRect().center();
 
     // A second button held.
-    QVERIFY(!sendMouse(&slider, QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton | Qt::RightButton));
-    QVERIFY(!sendMouse(&slider, QEvent::MouseButtonPress, at, Qt::RightButton, Qt::LeftButton | Qt::RightButton));
+    QVERIFY(!sendMouse(
+        &slider, QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton | Qt::RightButton));
+    QVERIFY(!sendMouse(
+        &slider, QEvent::MouseButtonPress, at, Qt::RightButton, Qt::LeftButton | Qt::RightButton));
     QVERIFY(!slider.isSliderDown());
     QVERIFY(!slider.isMinimumSliderDown());
     QCOMPARE(pressed.count(), 0);
@@ -855,8 +888,8 @@ void tst_CMwQRangeSlider::ignoredPresses()
     // Any single button that is the only one held is taken.
     slider.setRange(0, 100);
     slider.setValues(30, 60);
-    QVERIFY(sendMouse(&slider, QEvent::MouseButtonPress, slider.lowerRect().center(), Qt::RightButton,
-                      Qt::RightButton));
+    QVERIFY(sendMouse(&slider, QEvent::MouseButtonPress, slider.lowerRect().center(),
+        Qt::RightButton, Qt::RightButton));
     QVERIFY(slider.isMinimumSliderDown());
     QCOMPARE(pressed.count(), 1);
 }
@@ -971,9 +1004,12 @@ void tst_CMwQRangeSlider::paintsEmptyGrooveBetweenHandles()
     slider.render(&image);
 
     const int y = slider.grooveRect().center().y();
-    const QRgb between = image.pixel((slider.lowerRect().right() + slider.upperRect().left()) / 2, y);
-    const QRgb after = image.pixel((slider.upperRect().right() + slider.grooveRect().right()) / 2, y);
-    const QRgb before = image.pixel((slider.grooveRect().left() + slider.lowerRect().left()) / 2, y);
+    const QRgb between
+        = image.pixel((slider.lowerRect().right() + slider.upperRect().left()) / 2, y);
+    const QRgb after
+        = image.pixel((slider.upperRect().right() + slider.grooveRect().right()) / 2, y);
+    const QRgb before
+        = image.pixel((slider.grooveRect().left() + slider.lowerRect().left()) / 2, y);
     // No band between the handles, although the base slider's own value
     // (100) would fill the whole groove; the lower handle draws the groove
     // on its outer side as the style draws it up to a handle.
@@ -986,8 +1022,10 @@ void tst_CMwQRangeSlider::paintsEmptyGrooveBetweenHandles()
     plain.resize(slider.size());
     QImage plainImage(plain.size(), QImage::Format_ARGB32_Premultiplied);
     plain.render(&plainImage);
-    QCOMPARE(before, plainImage.pixel((slider.grooveRect().left() + slider.lowerRect().left()) / 2, y));
-    QCOMPARE(between, plainImage.pixel((slider.lowerRect().right() + slider.upperRect().left()) / 2, y));
+    QCOMPARE(
+        before, plainImage.pixel((slider.grooveRect().left() + slider.lowerRect().left()) / 2, y));
+    QCOMPARE(
+        between, plainImage.pixel((slider.lowerRect().right() + slider.upperRect().left()) / 2, y));
 }
 
 void tst_CMwQRangeSlider::pressedLowerHandleOnTop()
@@ -1058,7 +1096,8 @@ void tst_CMwQRangeSlider::drawsTickItems()
     setUpTrack(&slider);
     slider.resize(215, 60);
     slider.setValues(0, 100);
-    slider.setTickItemList({{50, QSlider::TicksBelow, QStringLiteral("half")}, {20, QSlider::NoTicks, QString()}});
+    slider.setTickItemList(
+        {{50, QSlider::TicksBelow, QStringLiteral("half")}, {20, QSlider::NoTicks, QString()}});
     const SliderTickGeometry ticks(&slider);
     const QRect groove = ticks.groove;
     const auto markAt = [&](int value) { return ticks.pos(value); };
@@ -1083,7 +1122,7 @@ void tst_CMwQRangeSlider::fullIntRange()
     slider.setTickInterval(1);
     slider.setTickPosition(QSlider::TicksBothSides);
     slider.setTickItemList({{INT_MIN, QSlider::TicksBelow, QStringLiteral("lowest")},
-                            {INT_MAX, QSlider::TicksAbove, QStringLiteral("highest")}});
+        {INT_MAX, QSlider::TicksAbove, QStringLiteral("highest")}});
     QCOMPARE(slider.minimumValue(), 0);
     QCOMPARE(slider.maximumValue(), 99);
     slider.setValues(INT_MAX, INT_MIN);
@@ -1146,7 +1185,7 @@ void tst_CMwQRangeSlider::wideRangeDrags()
     QPoint at = slider.lowerRect().center();
     if (both) {
         at = QPoint((slider.lowerRect().center().x() + slider.upperRect().center().x()) / 2,
-                    slider.grooveRect().center().y());
+            slider.grooveRect().center().y());
     }
     QVERIFY(press(&slider, at));
     QCOMPARE(slider.isMaximumSliderDown(), both);

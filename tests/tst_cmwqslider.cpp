@@ -107,11 +107,14 @@ public:
     }
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
-    void updateState(const QPaintEngineState &) override {}
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
-    void drawPolygon(const QPointF *, int, PolygonDrawMode) override {}
-    void drawPath(const QPainterPath &) override {}
-    void drawTextItem(const QPointF &, const QTextItem &item) override { texts.append(item.text()); }
+    void updateState(const QPaintEngineState &) override { }
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { }
+    void drawPath(const QPainterPath &) override { }
+    void drawTextItem(const QPointF &, const QTextItem &item) override
+    {
+        texts.append(item.text());
+    }
     Type type() const override { return QPaintEngine::User; }
 
     QStringList texts;
@@ -131,16 +134,23 @@ protected:
     int metric(PaintDeviceMetric metric) const override
     {
         switch (metric) {
-        case PdmWidth: return m_size.width();
-        case PdmHeight: return m_size.height();
-        case PdmDepth: return 32;
+        case PdmWidth:
+            return m_size.width();
+        case PdmHeight:
+            return m_size.height();
+        case PdmDepth:
+            return 32;
         case PdmDpiX:
         case PdmDpiY:
         case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY: return 96;
-        case PdmDevicePixelRatio: return 1;
-        case PdmDevicePixelRatioScaled: return int(devicePixelRatioFScale());
-        default: return 0;
+        case PdmPhysicalDpiY:
+            return 96;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(devicePixelRatioFScale());
+        default:
+            return 0;
         }
     }
 
@@ -259,8 +269,7 @@ void tst_CMwQSlider::tickItemListProperty()
     CMwQSlider slider(Qt::Horizontal);
     // A NoTicks item is kept, although it is never drawn.
     const TMwTickItemList items {{5, QSlider::TicksAbove, QStringLiteral("five")},
-                                 {7, QSlider::NoTicks, QStringLiteral("hidden")},
-                                 {9, QSlider::TicksBothSides, QString()}};
+        {7, QSlider::NoTicks, QStringLiteral("hidden")}, {9, QSlider::TicksBothSides, QString()}};
     QVERIFY(slider.setProperty("tickItemList", QVariant::fromValue(items)));
     QCOMPARE(slider.tickItemList(), items);
     QCOMPARE(slider.property("tickItemList").value<TMwTickItemList>(), items);
@@ -278,8 +287,8 @@ void tst_CMwQSlider::tickItemListProperty()
 void tst_CMwQSlider::tickItemListStream()
 {
     const TMwTickItemList items {{-3, QSlider::TicksBelow, QStringLiteral("minus three")},
-                                 {0, QSlider::NoTicks, QString()},
-                                 {INT_MAX, QSlider::TicksBothSides, QStringLiteral("top")}};
+        {0, QSlider::NoTicks, QString()},
+        {INT_MAX, QSlider::TicksBothSides, QStringLiteral("top")}};
     QByteArray bytes;
     {
         QDataStream out(&bytes, QIODevice::WriteOnly);
@@ -322,17 +331,25 @@ void tst_CMwQSlider::regularMarks_data()
     QTest::addColumn<int>("interval");
     QTest::addColumn<bool>("markAtMaximum");
 
-    QTest::newRow("horizontal above") << Qt::Horizontal << int(QSlider::TicksAbove) << 100 << 10 << true;
-    QTest::newRow("horizontal below") << Qt::Horizontal << int(QSlider::TicksBelow) << 100 << 10 << true;
-    QTest::newRow("horizontal both") << Qt::Horizontal << int(QSlider::TicksBothSides) << 100 << 10 << true;
+    QTest::newRow("horizontal above")
+        << Qt::Horizontal << int(QSlider::TicksAbove) << 100 << 10 << true;
+    QTest::newRow("horizontal below")
+        << Qt::Horizontal << int(QSlider::TicksBelow) << 100 << 10 << true;
+    QTest::newRow("horizontal both")
+        << Qt::Horizontal << int(QSlider::TicksBothSides) << 100 << 10 << true;
     // 0, 10, ..., 90, then 100 == maximum + 1 stands at the maximum, 99.
-    QTest::newRow("step lands on maximum + 1") << Qt::Horizontal << int(QSlider::TicksBelow) << 99 << 10 << true;
+    QTest::newRow("step lands on maximum + 1")
+        << Qt::Horizontal << int(QSlider::TicksBelow) << 99 << 10 << true;
     // 0, 10, ..., 90; 100 is past maximum + 1, so no mark at 95.
-    QTest::newRow("step passes maximum + 1") << Qt::Horizontal << int(QSlider::TicksBelow) << 95 << 10 << false;
+    QTest::newRow("step passes maximum + 1")
+        << Qt::Horizontal << int(QSlider::TicksBelow) << 95 << 10 << false;
     QTest::newRow("vertical left") << Qt::Vertical << int(QSlider::TicksLeft) << 100 << 10 << true;
-    QTest::newRow("vertical right") << Qt::Vertical << int(QSlider::TicksRight) << 100 << 10 << true;
-    QTest::newRow("vertical both, uneven") << Qt::Vertical << int(QSlider::TicksBothSides) << 99 << 20 << true;
-    QTest::newRow("vertical both, short") << Qt::Vertical << int(QSlider::TicksBothSides) << 90 << 20 << false;
+    QTest::newRow("vertical right")
+        << Qt::Vertical << int(QSlider::TicksRight) << 100 << 10 << true;
+    QTest::newRow("vertical both, uneven")
+        << Qt::Vertical << int(QSlider::TicksBothSides) << 99 << 20 << true;
+    QTest::newRow("vertical both, short")
+        << Qt::Vertical << int(QSlider::TicksBothSides) << 90 << 20 << false;
 }
 
 void tst_CMwQSlider::regularMarks()
@@ -357,8 +374,10 @@ void tst_CMwQSlider::regularMarks()
     QCOMPARE(expected.contains(g.pos(maximum)), markAtMaximum);
 
     const QList<int> none;
-    QCOMPARE(inkAlong(image, g, aboveProbe(g)), (tickPosition & QSlider::TicksAbove) ? expected : none);
-    QCOMPARE(inkAlong(image, g, belowProbe(g)), (tickPosition & QSlider::TicksBelow) ? expected : none);
+    QCOMPARE(
+        inkAlong(image, g, aboveProbe(g)), (tickPosition & QSlider::TicksAbove) ? expected : none);
+    QCOMPARE(
+        inkAlong(image, g, belowProbe(g)), (tickPosition & QSlider::TicksBelow) ? expected : none);
 }
 
 void tst_CMwQSlider::intervalFallbacks_data()
@@ -402,7 +421,8 @@ void tst_CMwQSlider::intervalFallbacks()
     const Geometry g(slider);
     QCOMPARE(g.available, 205);
     const QImage image = renderOf(slider);
-    QCOMPARE(inkAlong(image, g, belowProbe(g)), withoutHandle(regularMarkPositions(g, expectedInterval), g));
+    QCOMPARE(inkAlong(image, g, belowProbe(g)),
+        withoutHandle(regularMarkPositions(g, expectedInterval), g));
 }
 
 void tst_CMwQSlider::kept_aboveMarkRunsInward_data()
@@ -465,19 +485,17 @@ void tst_CMwQSlider::extraMarks()
     // Items at the ends of the range are drawn; the ones outside or without
     // sides are not, although they stay in the list.
     const TMwTickItemList items {{10, QSlider::TicksBelow, QString()},
-                                 {90, QSlider::TicksBelow, QString()},
-                                 {25, QSlider::TicksAbove, QString()},
-                                 {75, QSlider::TicksBothSides, QString()},
-                                 {30, QSlider::NoTicks, QString()},
-                                 {9, QSlider::TicksBothSides, QString()},
-                                 {91, QSlider::TicksBothSides, QString()}};
+        {90, QSlider::TicksBelow, QString()}, {25, QSlider::TicksAbove, QString()},
+        {75, QSlider::TicksBothSides, QString()}, {30, QSlider::NoTicks, QString()},
+        {9, QSlider::TicksBothSides, QString()}, {91, QSlider::TicksBothSides, QString()}};
     slider.setTickItemList(items);
     QCOMPARE(slider.tickItemList(), items);
 
     const Geometry g(slider);
     const QImage image = renderOf(slider);
     QCOMPARE(inkAlong(image, g, aboveProbe(g)), withoutHandle({g.pos(25), g.pos(75)}, g));
-    QCOMPARE(inkAlong(image, g, belowProbe(g)), withoutHandle({g.pos(10), g.pos(75), g.pos(90)}, g));
+    QCOMPARE(
+        inkAlong(image, g, belowProbe(g)), withoutHandle({g.pos(10), g.pos(75), g.pos(90)}, g));
     QCOMPARE(g.pos(10), g.half);
     QCOMPARE(g.pos(90), g.half + g.available);
 }
@@ -526,15 +544,23 @@ void tst_CMwQSlider::labels_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("tickPosition");
     QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("shift"); // -1: starts at half, 1: ends at half + available, 2: wider than the track
+    QTest::addColumn<int>(
+        "shift"); // -1: starts at half, 1: ends at half + available, 2: wider than the track
 
-    QTest::newRow("middle above") << 50 << int(QSlider::TicksAbove) << QStringLiteral("middle") << 0;
-    QTest::newRow("middle below") << 50 << int(QSlider::TicksBelow) << QStringLiteral("middle") << 0;
-    QTest::newRow("middle both") << 40 << int(QSlider::TicksBothSides) << QStringLiteral("both") << 0;
-    QTest::newRow("minimum shifted right") << 0 << int(QSlider::TicksBelow) << QStringLiteral("minimum") << -1;
-    QTest::newRow("near minimum shifted right") << 5 << int(QSlider::TicksAbove) << QStringLiteral("nearly the minimum") << -1;
-    QTest::newRow("maximum shifted left") << 100 << int(QSlider::TicksBelow) << QStringLiteral("maximum") << 1;
-    QTest::newRow("maximum shifted left, above") << 100 << int(QSlider::TicksAbove) << QStringLiteral("maximum") << 1;
+    QTest::newRow("middle above") << 50 << int(QSlider::TicksAbove) << QStringLiteral("middle")
+                                  << 0;
+    QTest::newRow("middle below") << 50 << int(QSlider::TicksBelow) << QStringLiteral("middle")
+                                  << 0;
+    QTest::newRow("middle both") << 40 << int(QSlider::TicksBothSides) << QStringLiteral("both")
+                                 << 0;
+    QTest::newRow("minimum shifted right")
+        << 0 << int(QSlider::TicksBelow) << QStringLiteral("minimum") << -1;
+    QTest::newRow("near minimum shifted right")
+        << 5 << int(QSlider::TicksAbove) << QStringLiteral("nearly the minimum") << -1;
+    QTest::newRow("maximum shifted left")
+        << 100 << int(QSlider::TicksBelow) << QStringLiteral("maximum") << 1;
+    QTest::newRow("maximum shifted left, above")
+        << 100 << int(QSlider::TicksAbove) << QStringLiteral("maximum") << 1;
     QTest::newRow("wider than track, right end wins")
         << 10 << int(QSlider::TicksBelow)
         << QStringLiteral("a label far wider than the whole track of this slider, really") << 2;
@@ -598,11 +624,11 @@ void tst_CMwQSlider::labelsWithSpacesStayWhole()
     TestSlider slider(Qt::Horizontal);
     slider.setRange(1, 20000);
     slider.setTickItemList({{1, QSlider::TicksBelow, QStringLiteral("1 Hz")},
-                            {1000, QSlider::TicksAbove, QStringLiteral("hot tap")},
-                            {20000, QSlider::TicksBelow, QStringLiteral("20 kHz")}});
+        {1000, QSlider::TicksAbove, QStringLiteral("hot tap")},
+        {20000, QSlider::TicksBelow, QStringLiteral("20 kHz")}});
     slider.resize(260, slider.sizeHint().height());
     QCOMPARE(textsDrawnBy(slider),
-             QStringList({QStringLiteral("1 Hz"), QStringLiteral("hot tap"), QStringLiteral("20 kHz")}));
+        QStringList({QStringLiteral("1 Hz"), QStringLiteral("hot tap"), QStringLiteral("20 kHz")}));
 }
 
 void tst_CMwQSlider::kept_verticalDrawsNoLabels()
@@ -612,15 +638,16 @@ void tst_CMwQSlider::kept_verticalDrawsNoLabels()
     slider.setValue(0);
     slider.resize(80, 220);
     slider.setTickItemList({{50, QSlider::TicksBothSides, QStringLiteral("fifty")},
-                            {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
+        {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
     const QImage labelled = renderOf(slider);
     QCOMPARE(textsDrawnBy(slider), QStringList());
-    slider.setTickItemList({{50, QSlider::TicksBothSides, QString()}, {100, QSlider::TicksLeft, QString()}});
+    slider.setTickItemList(
+        {{50, QSlider::TicksBothSides, QString()}, {100, QSlider::TicksLeft, QString()}});
     QCOMPARE(renderOf(slider), labelled);
 
     // The same items on a horizontal slider do draw their texts, one per side.
     slider.setTickItemList({{50, QSlider::TicksBothSides, QStringLiteral("fifty")},
-                            {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
+        {100, QSlider::TicksLeft, QStringLiteral("hundred")}});
     slider.setOrientation(Qt::Horizontal);
     slider.resize(220, 80);
     QCOMPARE(textsDrawnBy(slider), QStringList({"fifty", "fifty", "hundred"}));
@@ -637,27 +664,35 @@ void tst_CMwQSlider::sizeHint_data()
     QTest::addColumn<Qt::Orientation>("orientation");
     QTest::addColumn<int>("tickPosition");
     QTest::addColumn<TMwTickItemList>("items");
-    QTest::addColumn<int>("extraThickness"); // in units: 6 px for marks, + 2 font heights for labels
+    QTest::addColumn<int>(
+        "extraThickness"); // in units: 6 px for marks, + 2 font heights for labels
     QTest::addColumn<bool>("labels");
 
     const TMwTickItemList none;
     const TMwTickItemList hidden {{5, QSlider::NoTicks, QStringLiteral("hidden label")}};
-    const TMwTickItemList marks {{5, QSlider::TicksAbove, QString()}, {7, QSlider::TicksBelow, QString()}};
+    const TMwTickItemList marks {
+        {5, QSlider::TicksAbove, QString()}, {7, QSlider::TicksBelow, QString()}};
     const TMwTickItemList labelled {{5, QSlider::TicksBelow, QStringLiteral("five")}};
     const TMwTickItemList labelledBoth {{5, QSlider::TicksBothSides, QStringLiteral("five")},
-                                        {9, QSlider::TicksAbove, QStringLiteral("nine")}};
+        {9, QSlider::TicksAbove, QStringLiteral("nine")}};
 
     for (Qt::Orientation o : {Qt::Horizontal, Qt::Vertical}) {
         const char *name = o == Qt::Horizontal ? "horizontal" : "vertical";
         QTest::addRow("%s: nothing", name) << o << int(QSlider::NoTicks) << none << 0 << false;
-        QTest::addRow("%s: hidden item", name) << o << int(QSlider::NoTicks) << hidden << 0 << false;
-        QTest::addRow("%s: regular above", name) << o << int(QSlider::TicksAbove) << none << 6 << false;
-        QTest::addRow("%s: regular both", name) << o << int(QSlider::TicksBothSides) << none << 6 << false;
+        QTest::addRow("%s: hidden item", name)
+            << o << int(QSlider::NoTicks) << hidden << 0 << false;
+        QTest::addRow("%s: regular above", name)
+            << o << int(QSlider::TicksAbove) << none << 6 << false;
+        QTest::addRow("%s: regular both", name)
+            << o << int(QSlider::TicksBothSides) << none << 6 << false;
         QTest::addRow("%s: item marks", name) << o << int(QSlider::NoTicks) << marks << 6 << false;
-        QTest::addRow("%s: both and item marks", name) << o << int(QSlider::TicksBothSides) << marks << 6 << false;
+        QTest::addRow("%s: both and item marks", name)
+            << o << int(QSlider::TicksBothSides) << marks << 6 << false;
         QTest::addRow("%s: labelled", name) << o << int(QSlider::NoTicks) << labelled << 6 << true;
-        QTest::addRow("%s: labelled both sides", name) << o << int(QSlider::TicksBelow) << labelledBoth << 6 << true;
-        QTest::addRow("%s: hidden label, marks", name) << o << int(QSlider::TicksBelow) << hidden << 6 << false;
+        QTest::addRow("%s: labelled both sides", name)
+            << o << int(QSlider::TicksBelow) << labelledBoth << 6 << true;
+        QTest::addRow("%s: hidden label, marks", name)
+            << o << int(QSlider::TicksBelow) << hidden << 6 << false;
     }
 }
 
@@ -676,8 +711,10 @@ void tst_CMwQSlider::sizeHint()
     const QStyleOptionSlider opt = slider.option();
     const int thickness = slider.style()->pixelMetric(QStyle::PM_SliderThickness, &opt, &slider)
         + extraThickness + (labels ? 2 * slider.fontMetrics().height() : 0);
-    const QSize contents = orientation == Qt::Horizontal ? QSize(84, thickness) : QSize(thickness, 84);
-    const QSize expected = slider.style()->sizeFromContents(QStyle::CT_Slider, &opt, contents, &slider);
+    const QSize contents
+        = orientation == Qt::Horizontal ? QSize(84, thickness) : QSize(thickness, 84);
+    const QSize expected
+        = slider.style()->sizeFromContents(QStyle::CT_Slider, &opt, contents, &slider);
     QCOMPARE(slider.sizeHint(), expected);
     // Under Fusion the contents size is the hint itself.
     QCOMPARE(slider.sizeHint(), contents);
@@ -728,7 +765,7 @@ void tst_CMwQSlider::minimumSizeHint()
         const int length = slider.style()->pixelMetric(QStyle::PM_SliderLength, &opt, &slider);
         const QSize hint = slider.sizeHint();
         QCOMPARE(slider.minimumSizeHint(),
-                 o == Qt::Horizontal ? QSize(length, hint.height()) : QSize(hint.width(), length));
+            o == Qt::Horizontal ? QSize(length, hint.height()) : QSize(hint.width(), length));
     }
 }
 
@@ -739,12 +776,13 @@ void tst_CMwQSlider::doubleClick()
     slider.log = &log;
     slider.resize(200, 30);
     connect(&slider, &CMwQSlider::SignalDoubleClick, this,
-            [&log, &slider]() { log.append(slider.isSliderDown() ? "signal (down)" : "signal"); });
+        [&log, &slider]() { log.append(slider.isSliderDown() ? "signal (down)" : "signal"); });
     QSignalSpy spy(&slider, SIGNAL(SignalDoubleClick()));
 
     const QPoint point(5, slider.height() / 2);
     auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
-        QMouseEvent e(type, point, slider.mapToGlobal(point), Qt::LeftButton, buttons, Qt::NoModifier);
+        QMouseEvent e(
+            type, point, slider.mapToGlobal(point), Qt::LeftButton, buttons, Qt::NoModifier);
         QApplication::sendEvent(&slider, &e);
     };
     send(QEvent::MouseButtonPress, Qt::LeftButton);
@@ -793,7 +831,7 @@ void tst_CMwQSlider::fullIntRange()
     slider.setTickInterval(interval);
     slider.setTickPosition(QSlider::TicksAbove);
     slider.setTickItemList({{minimum, QSlider::TicksBelow, QStringLiteral("lowest")},
-                            {maximum, QSlider::TicksBelow, QStringLiteral("highest")}});
+        {maximum, QSlider::TicksBelow, QStringLiteral("highest")}});
 
     const Geometry g(slider);
     // Over a range this wide the style truncates even the maximum to the
@@ -994,7 +1032,8 @@ void tst_CMwQSlider::overflowEndsRegularMarks()
     slider.setRange(0, 4);
     slider.setValue(2);
     const Geometry g2(slider);
-    QCOMPARE(inkAlong(renderOf(slider), g2, belowProbe(g2)), withoutHandle({g2.half, g2.half + g2.available}, g2));
+    QCOMPARE(inkAlong(renderOf(slider), g2, belowProbe(g2)),
+        withoutHandle({g2.half, g2.half + g2.available}, g2));
 }
 
 void tst_CMwQSlider::emptyRange()
@@ -1005,7 +1044,7 @@ void tst_CMwQSlider::emptyRange()
     slider.setTickPosition(QSlider::TicksBelow);
     slider.setTickInterval(1);
     slider.setTickItemList({{7, QSlider::TicksAbove, QStringLiteral("seven")},
-                            {8, QSlider::TicksAbove, QStringLiteral("eight")}});
+        {8, QSlider::TicksAbove, QStringLiteral("eight")}});
     const Geometry g(slider);
     const QImage image = renderOf(slider);
     // Everything stands at the start of the track, under the handle.
@@ -1014,8 +1053,8 @@ void tst_CMwQSlider::emptyRange()
     QVERIFY(inkAlong(image, g, aboveProbe(g)).isEmpty());
     const QStyleOptionSlider opt = slider.option();
     QCOMPARE(slider.sizeHint().height(),
-             slider.style()->pixelMetric(QStyle::PM_SliderThickness, &opt, &slider) + 6
-                 + 2 * slider.fontMetrics().height());
+        slider.style()->pixelMetric(QStyle::PM_SliderThickness, &opt, &slider) + 6
+            + 2 * slider.fontMetrics().height());
 }
 
 void tst_CMwQSlider::manyTickItems()
@@ -1036,8 +1075,8 @@ void tst_CMwQSlider::manyTickItems()
     QVERIFY(isInk(image, g.pos(5000), aboveProbe(g)));
     const QStyleOptionSlider opt = slider.option();
     QCOMPARE(slider.sizeHint().height(),
-             slider.style()->pixelMetric(QStyle::PM_SliderThickness, &opt, &slider) + 6
-                 + 2 * slider.fontMetrics().height());
+        slider.style()->pixelMetric(QStyle::PM_SliderThickness, &opt, &slider) + 6
+            + 2 * slider.fontMetrics().height());
 }
 
 VEL_TEST_MAIN(tst_CMwQSlider)

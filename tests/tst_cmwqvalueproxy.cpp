@@ -70,13 +70,13 @@ public:
     explicit SignalLog(CMwQValueProxy *proxy)
     {
         connect(proxy, &CMwQValueProxy::valueChanged, this,
-                [this](double v) { entries << QStringLiteral("value %1").arg(v); });
+            [this](double v) { entries << QStringLiteral("value %1").arg(v); });
         connect(proxy, &CMwQValueProxy::proxyValueChanged, this,
-                [this](double p) { entries << QStringLiteral("proxy %1").arg(p); });
+            [this](double p) { entries << QStringLiteral("proxy %1").arg(p); });
         connect(proxy, &CMwQValueProxy::proxyAboutToBeModified, this,
-                [this]() { entries << QStringLiteral("aboutToBeModified"); });
+            [this]() { entries << QStringLiteral("aboutToBeModified"); });
         connect(proxy, &CMwQValueProxy::proxyModified, this,
-                [this]() { entries << QStringLiteral("modified"); });
+            [this]() { entries << QStringLiteral("modified"); });
     }
     QStringList entries;
 };

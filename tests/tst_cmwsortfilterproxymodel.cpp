@@ -22,7 +22,8 @@ QString opAnd() { return CMwSortFilterProxyModel::operatorTexts().at(0); }
 QString opOr() { return CMwSortFilterProxyModel::operatorTexts().at(1); }
 QString cmp(int c) { return CMwSortFilterProxyModel::comparatorTexts().at(c); }
 
-QVector<QVariant> cond(const QString &op, const QString &column, const QString &comparator, const QVariant &value)
+QVector<QVariant> cond(
+    const QString &op, const QString &column, const QString &comparator, const QVariant &value)
 {
     return {QVariant(), op, column, comparator, value};
 }
@@ -223,11 +224,12 @@ void tst_CMwSortFilterProxyModel::unknownColumnsAreSkipped()
     watchModel(&proxy);
     watchModel(model);
     // Only unknown columns: nothing narrows the initial true.
-    proxy.setFilterRows({cond(opAnd(), "Nope", cmp(GT), "100"), cond(opAnd(), "count", cmp(EQ), "1")});
+    proxy.setFilterRows(
+        {cond(opAnd(), "Nope", cmp(GT), "100"), cond(opAnd(), "count", cmp(EQ), "1")});
     QCOMPARE(names(proxy), QStringList({"a", "b", "c", "d"}));
     // An unknown column between two real ones neither passes nor fails a row.
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5"), cond(opOr(), "Nope", cmp(EMPTY), ""),
-                         cond(opAnd(), "Count", cmp(LE), "10")});
+        cond(opAnd(), "Count", cmp(LE), "10")});
     QCOMPARE(names(proxy), QStringList({"b", "c"}));
     delete model;
 }
@@ -241,7 +243,8 @@ void tst_CMwSortFilterProxyModel::singleCondition_data()
     QTest::newRow("AND matches") << true << int(GT) << "5" << QStringList({"c", "d"});
     QTest::newRow("OR passes all") << false << int(GT) << "5" << QStringList({"a", "b", "c", "d"});
     QTest::newRow("AND none") << true << int(GT) << "50" << QStringList();
-    QTest::newRow("OR none still all") << false << int(GT) << "50" << QStringList({"a", "b", "c", "d"});
+    QTest::newRow("OR none still all")
+        << false << int(GT) << "50" << QStringList({"a", "b", "c", "d"});
 }
 
 void tst_CMwSortFilterProxyModel::singleCondition()
@@ -278,8 +281,9 @@ void tst_CMwSortFilterProxyModel::kept_fold_data()
     QTest::newRow("left to right") << QStringList({"AND", "OR", "AND"}) << QList<int>({GE, EQ, LT})
                                    << QStringList({"5", "1", "10"}) << QStringList({"a", "b"});
     // A first OR makes every row pass whatever ORs follow.
-    QTest::newRow("OR first, OR after") << QStringList({"OR", "OR"}) << QList<int>({GT, GT})
-                                        << QStringList({"100", "100"}) << QStringList({"a", "b", "c", "d"});
+    QTest::newRow("OR first, OR after")
+        << QStringList({"OR", "OR"}) << QList<int>({GT, GT}) << QStringList({"100", "100"})
+        << QStringList({"a", "b", "c", "d"});
 }
 
 void tst_CMwSortFilterProxyModel::kept_fold()
@@ -295,7 +299,8 @@ void tst_CMwSortFilterProxyModel::kept_fold()
     watchModel(model);
     Filter filter;
     for (int i = 0; i < ops.size(); ++i)
-        filter.append(cond(ops.at(i) == "AND" ? opAnd() : opOr(), "Count", cmp(comparators.at(i)), values.at(i)));
+        filter.append(cond(
+            ops.at(i) == "AND" ? opAnd() : opOr(), "Count", cmp(comparators.at(i)), values.at(i)));
     proxy.setFilterRows(filter);
     QCOMPARE(names(proxy), expected);
     delete model;
@@ -313,7 +318,7 @@ void tst_CMwSortFilterProxyModel::everyConditionIsEvaluated()
     // The first condition already decides (false AND ...); the other two are
     // still evaluated, one data() call each.
     proxy.setFilterRows({cond(opAnd(), "A", cmp(GT), "100"), cond(opAnd(), "A", cmp(EMPTY), ""),
-                         cond(opAnd(), "B", cmp(EMPTY), "")});
+        cond(opAnd(), "B", cmp(EMPTY), "")});
     model.dataCalls = 0;
     QVERIFY(!proxy.filterAcceptsRow(1, QModelIndex()));
     QCOMPARE(model.dataCalls, 3);
@@ -366,22 +371,27 @@ void tst_CMwSortFilterProxyModel::qt5Ordering_data()
     // Expected matches for >=, <=, >, <, ==, !=.
     QTest::addColumn<QList<bool>>("expected");
     // The text is converted to the cell's number: 10 > 9.
-    QTest::newRow("int 10 vs '9'") << QVariant(10) << "9" << QList<bool>({true, false, true, false, false, true});
+    QTest::newRow("int 10 vs '9'")
+        << QVariant(10) << "9" << QList<bool>({true, false, true, false, false, true});
     // Two texts compare as texts: "10" < "9".
     QTest::newRow("text '10' vs '9'") << QVariant(QStringLiteral("10")) << "9"
                                       << QList<bool>({false, true, false, true, false, true});
-    QTest::newRow("double 2.5 vs '2.5'") << QVariant(2.5) << "2.5" << QList<bool>({true, true, false, false, true, false});
-    QTest::newRow("int 5 vs '5'") << QVariant(5) << "5" << QList<bool>({true, true, false, false, true, false});
+    QTest::newRow("double 2.5 vs '2.5'")
+        << QVariant(2.5) << "2.5" << QList<bool>({true, true, false, false, true, false});
+    QTest::newRow("int 5 vs '5'") << QVariant(5) << "5"
+                                  << QList<bool>({true, true, false, false, true, false});
     // Text comparison is case sensitive: 'a' sorts after 'A'.
     QTest::newRow("text 'abc' vs 'ABC'") << QVariant(QStringLiteral("abc")) << "ABC"
                                          << QList<bool>({true, false, true, false, false, true});
     QTest::newRow("text equal") << QVariant(QStringLiteral("same")) << "same"
                                 << QList<bool>({true, true, false, false, true, false});
     // An invalid cell sorts before any text, even an empty one, and equals none.
-    QTest::newRow("invalid vs '5'") << QVariant() << "5" << QList<bool>({false, true, false, true, false, true});
-    QTest::newRow("invalid vs ''") << QVariant() << "" << QList<bool>({false, true, false, true, false, true});
-    QTest::newRow("bool true vs 'true'") << QVariant(true) << "true"
-                                         << QList<bool>({true, true, false, false, true, false});
+    QTest::newRow("invalid vs '5'")
+        << QVariant() << "5" << QList<bool>({false, true, false, true, false, true});
+    QTest::newRow("invalid vs ''")
+        << QVariant() << "" << QList<bool>({false, true, false, true, false, true});
+    QTest::newRow("bool true vs 'true'")
+        << QVariant(true) << "true" << QList<bool>({true, true, false, false, true, false});
     QTest::newRow("date vs ISO text") << QVariant(QDate(2020, 1, 2)) << "2020-01-02"
                                       << QList<bool>({true, true, false, false, true, false});
 }
@@ -418,7 +428,8 @@ void tst_CMwSortFilterProxyModel::unknownTextsAndShortRows()
     proxy.setFilterRows({cond(opAnd(), "Count", "Is Bigger", "0")});
     QCOMPARE(proxy.rowCount(), 0);
     // An unknown operator acts as OR.
-    proxy.setFilterRows({cond(opAnd(), "Count", cmp(GT), "100"), cond("XOR", "Count", cmp(EQ), "5")});
+    proxy.setFilterRows(
+        {cond(opAnd(), "Count", cmp(GT), "100"), cond("XOR", "Count", cmp(EQ), "5")});
     QCOMPARE(names(proxy), QStringList({"b"}));
     // Operators are matched exactly.
     proxy.setFilterRows({cond(opAnd().toLower(), "Count", cmp(GT), "100")});
@@ -426,7 +437,8 @@ void tst_CMwSortFilterProxyModel::unknownTextsAndShortRows()
 
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("row 0 has 3 elements"));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("row 2 has 0 elements"));
-    proxy.setFilterRows({{QVariant(), opAnd(), "Count"}, cond(opAnd(), "Count", cmp(LT), "10"), {}});
+    proxy.setFilterRows(
+        {{QVariant(), opAnd(), "Count"}, cond(opAnd(), "Count", cmp(LT), "10"), {}});
     QCOMPARE(proxy.filterConditions().size(), 1);
     QCOMPARE(names(proxy), QStringList({"a", "b"}));
     // Extra elements beyond the fifth are ignored.
@@ -466,7 +478,8 @@ void tst_CMwSortFilterProxyModel::conditionsAreKept()
 {
     CMwSortFilterProxyModel proxy;
     QVERIFY(proxy.filterConditions().isEmpty());
-    proxy.setFilterRows({cond(opOr(), "Count", cmp(NE), "7"), {QVariant("ignored"), 1, 2, 3, QVariant(4.5)}});
+    proxy.setFilterRows(
+        {cond(opOr(), "Count", cmp(NE), "7"), {QVariant("ignored"), 1, 2, 3, QVariant(4.5)}});
     const QVector<CMwSortFilterProxyModel::FilterCondition> conditions = proxy.filterConditions();
     QCOMPARE(conditions.size(), 2);
     QCOMPARE(conditions.at(0).op, opOr());
@@ -577,13 +590,16 @@ void tst_CMwSortFilterProxyModel::modelTester()
     proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5")});
     QCOMPARE(names(proxy), QStringList({"b", "c", "d"}));
     proxy.sort(0, Qt::DescendingOrder);
-    proxy.setFilterRows({cond(opAnd(), "Count", cmp(GE), "5"), cond(opAnd(), "Note", cmp(NOTEMPTY), "")});
+    proxy.setFilterRows(
+        {cond(opAnd(), "Count", cmp(GE), "5"), cond(opAnd(), "Note", cmp(NOTEMPTY), "")});
     QCOMPARE(names(proxy), QStringList({"d", "c"}));
 
     // Source inserts a passing and a failing row.
-    model->insertRow(0, {new QStandardItem("e"), new QStandardItem, new QStandardItem, new QStandardItem("z")});
+    model->insertRow(
+        0, {new QStandardItem("e"), new QStandardItem, new QStandardItem, new QStandardItem("z")});
     model->setData(model->index(0, 1), 7);
-    model->appendRow({new QStandardItem("f"), new QStandardItem, new QStandardItem, new QStandardItem("z")});
+    model->appendRow(
+        {new QStandardItem("f"), new QStandardItem, new QStandardItem, new QStandardItem("z")});
     model->setData(model->index(5, 1), 2);
     QCOMPARE(names(proxy), QStringList({"e", "d", "c"}));
     // Source changes rows: one starts to pass, one stops.
@@ -782,7 +798,8 @@ void tst_CMwSortFilterProxyModel::everyVariantType_data()
     QTest::newRow("QChar") << QVariant(QChar('6')) << false << true;
     QTest::newRow("QDate") << QVariant(QDate(2021, 3, 4)) << false << false;
     QTest::newRow("QTime") << QVariant(QTime(1, 2, 3)) << false << false;
-    QTest::newRow("QDateTime") << QVariant(QDateTime(QDate(2021, 3, 4), QTime(1, 2))) << false << false;
+    QTest::newRow("QDateTime") << QVariant(QDateTime(QDate(2021, 3, 4), QTime(1, 2))) << false
+                               << false;
     QTest::newRow("QStringList") << QVariant(QStringList({"5"})) << true << false;
     QTest::newRow("QVariantList") << QVariant(QVariantList({5, 6})) << false << false;
     QTest::newRow("QVariantMap") << QVariant(QVariantMap({{"k", 5}})) << false << false;
@@ -933,10 +950,7 @@ void tst_CMwSortFilterProxyModel::sameAsQVariantComparison()
 
 // Last: every expected answer taken from the written-out Qt 5 rules above
 // was, in a Qt 5 build, also QVariant's own.
-void tst_CMwSortFilterProxyModel::oracleAgreedWithQt5()
-{
-    QCOMPARE(Qt5Oracle::mismatches(), 0);
-}
+void tst_CMwSortFilterProxyModel::oracleAgreedWithQt5() { QCOMPARE(Qt5Oracle::mismatches(), 0); }
 
 VEL_TEST_MAIN(tst_CMwSortFilterProxyModel)
 #include "tst_cmwsortfilterproxymodel.moc"

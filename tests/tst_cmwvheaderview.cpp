@@ -4,8 +4,8 @@
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 #include <vel_qt_widgets/CMwVHeaderView.h>
 
-#include <QtTest/QAbstractItemModelTester>
 #include <QtGui/QStandardItemModel>
+#include <QtTest/QAbstractItemModelTester>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTreeView>
 
@@ -48,8 +48,8 @@ struct Rig
         watchModel(model);
         watchModel(header->model());
         header->setDefaultSectionSize(tree->sizeHintForRow(0) > 0 ? tree->sizeHintForRow(0) : 20);
-        QObject::connect(tree->verticalScrollBar(), SIGNAL(valueChanged(int)), header,
-                         SLOT(setOffset(int)));
+        QObject::connect(
+            tree->verticalScrollBar(), SIGNAL(valueChanged(int)), header, SLOT(setOffset(int)));
         window.resize(300, 300);
         window.show();
     }
@@ -301,8 +301,8 @@ void tst_CMwVHeaderView::blankCellsBelowLastSection()
 
 void tst_CMwVHeaderView::emptyModelShowsBlankColumn_data()
 {
-    QTest::addColumn<int>("rows");        // rows of the source model
-    QTest::addColumn<bool>("announced");  // whether VisibleRowCountRole is answered
+    QTest::addColumn<int>("rows"); // rows of the source model
+    QTest::addColumn<bool>("announced"); // whether VisibleRowCountRole is answered
 
     QTest::newRow("empty model") << 0 << false;
     QTest::newRow("count absent") << 3 << false;
@@ -316,7 +316,8 @@ void tst_CMwVHeaderView::emptyModelShowsBlankColumn()
     QStandardItemModel model;
     fillNumbered(model, rows);
     if (rows > 0)
-        model.setHeaderData(0, Qt::Vertical, announced ? QVariant(0) : QVariant(), VisibleRowCountRole);
+        model.setHeaderData(
+            0, Qt::Vertical, announced ? QVariant(0) : QVariant(), VisibleRowCountRole);
 
     // Without a tree the header still lays the column out; with no tree rows
     // every cell stays blank.
@@ -431,7 +432,8 @@ void tst_CMwVHeaderView::wrapperModelTester()
     auto *source = new QStandardItemModel;
     fillNumbered(*source, 5);
     CMwVHeaderViewModel wrapper;
-    QAbstractItemModelTester tester(&wrapper, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QAbstractItemModelTester tester(
+        &wrapper, QAbstractItemModelTester::FailureReportingMode::QtTest);
     wrapper.setSourceModel(source);
     watchModel(&wrapper);
     watchModel(source);
@@ -511,8 +513,8 @@ void tst_CMwVHeaderView::modelsDeletedWhileShown()
     Rig rig(proxy);
     watchModel(rig.header->model());
     QVERIFY(QTest::qWaitForWindowExposed(&rig.window));
-    rig.tree->selectionModel()->select(QItemSelection(proxy->index(1, 0), proxy->index(3, 1)),
-                                       QItemSelectionModel::Select);
+    rig.tree->selectionModel()->select(
+        QItemSelection(proxy->index(1, 0), proxy->index(3, 1)), QItemSelectionModel::Select);
     QTest::mouseMove(rig.header->viewport(), QPoint(5, 5));
     QTest::mouseMove(rig.tree->viewport(), QPoint(20, 5));
     rig.render();

@@ -44,9 +44,8 @@ void tst_DesignerForm::pluginFolderOffersTheTenWidgets()
     preparePluginFolder(&loader);
     const QStringList available = loader.availableWidgets();
     for (const char *name : {"CMwQWidget", "CMwTextPushButton", "CMwIconFitButton",
-                             "CMwPickerPushButton", "CMwHierarchicalGridView", "CMwQSlider",
-                             "CMwQDoubleSlider", "CMwQRangeSlider", "CMwQDoubleRangeSlider",
-                             "CMwQFlowLayoutWidget"})
+             "CMwPickerPushButton", "CMwHierarchicalGridView", "CMwQSlider", "CMwQDoubleSlider",
+             "CMwQRangeSlider", "CMwQDoubleRangeSlider", "CMwQFlowLayoutWidget"})
         QVERIFY2(available.contains(QLatin1String(name)), name);
 }
 
@@ -128,13 +127,15 @@ void tst_DesignerForm::formSlidersTakeTickItemLists()
     QWidget *form = loadForm(&loader, &host);
     QVERIFY2(form, qPrintable(loader.errorString()));
 
-    const CMwQSlider::TMwTickItemList ints {{10, QSlider::TicksAbove, QStringLiteral("ten")},
-        {40, QSlider::TicksBothSides, QString()}};
-    const CMwQDoubleSlider::TMwTickItemList doubles {{0.75, QSlider::TicksBelow, QStringLiteral("3/4")}};
+    const CMwQSlider::TMwTickItemList ints {
+        {10, QSlider::TicksAbove, QStringLiteral("ten")}, {40, QSlider::TicksBothSides, QString()}};
+    const CMwQDoubleSlider::TMwTickItemList doubles {
+        {0.75, QSlider::TicksBelow, QStringLiteral("3/4")}};
     for (const char *name : {"slider", "sliderRange"}) {
         QWidget *slider = form->findChild<QWidget *>(QLatin1String(name));
         QVERIFY2(slider, name);
-        QCOMPARE(slider->property("tickItemList").userType(), qMetaTypeId<CMwQSlider::TMwTickItemList>());
+        QCOMPARE(slider->property("tickItemList").userType(),
+            qMetaTypeId<CMwQSlider::TMwTickItemList>());
         QVERIFY2(slider->setProperty("tickItemList", QVariant::fromValue(ints)), name);
         QCOMPARE(slider->property("tickItemList").value<CMwQSlider::TMwTickItemList>(), ints);
     }
@@ -144,7 +145,8 @@ void tst_DesignerForm::formSlidersTakeTickItemLists()
         QCOMPARE(slider->property("tickItemList").userType(),
             qMetaTypeId<CMwQDoubleSlider::TMwTickItemList>());
         QVERIFY2(slider->setProperty("tickItemList", QVariant::fromValue(doubles)), name);
-        QCOMPARE(slider->property("tickItemList").value<CMwQDoubleSlider::TMwTickItemList>(), doubles);
+        QCOMPARE(
+            slider->property("tickItemList").value<CMwQDoubleSlider::TMwTickItemList>(), doubles);
     }
 }
 

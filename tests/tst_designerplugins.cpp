@@ -131,8 +131,9 @@ void tst_DesignerPlugins::metaData()
 {
     const QJsonObject metaData = m_loader.metaData();
     QCOMPARE(metaData.value(QLatin1String("IID")).toString(),
-             QStringLiteral("org.qt-project.Qt.QDesignerCustomWidgetCollectionInterface"));
-    QCOMPARE(metaData.value(QLatin1String("className")).toString(), QStringLiteral("CMwQCustomWidgets"));
+        QStringLiteral("org.qt-project.Qt.QDesignerCustomWidgetCollectionInterface"));
+    QCOMPARE(
+        metaData.value(QLatin1String("className")).toString(), QStringLiteral("CMwQCustomWidgets"));
     // No custom metadata: the "MetaData" object reads as empty.
     QVERIFY(metaData.value(QLatin1String("MetaData")).toObject().isEmpty());
     QCOMPARE(m_loader.instance()->metaObject()->className(), "CMwQCustomWidgets");
@@ -147,15 +148,14 @@ void tst_DesignerPlugins::sameInstanceEveryCall()
 
 void tst_DesignerPlugins::tenInterfacesInOrder()
 {
-    const QStringList expected {
-        QStringLiteral("CMwQWidget"), QStringLiteral("CMwTextPushButton"),
+    const QStringList expected {QStringLiteral("CMwQWidget"), QStringLiteral("CMwTextPushButton"),
         QStringLiteral("CMwIconFitButton"), QStringLiteral("CMwPickerPushButton"),
         QStringLiteral("CMwHierarchicalGridView"), QStringLiteral("CMwQSlider"),
         QStringLiteral("CMwQDoubleSlider"), QStringLiteral("CMwQRangeSlider"),
         QStringLiteral("CMwQDoubleRangeSlider"), QStringLiteral("CMwQFlowLayoutWidget")};
-    const QStringList pluginClasses {
-        QStringLiteral("CMwQWidgetPlugin"), QStringLiteral("CMwTextPushButtonPlugin"),
-        QStringLiteral("CMwIconFitButtonPlugin"), QStringLiteral("CMwPickerPushButtonPlugin"),
+    const QStringList pluginClasses {QStringLiteral("CMwQWidgetPlugin"),
+        QStringLiteral("CMwTextPushButtonPlugin"), QStringLiteral("CMwIconFitButtonPlugin"),
+        QStringLiteral("CMwPickerPushButtonPlugin"),
         QStringLiteral("CMwHierarchicalGridViewPlugin"), QStringLiteral("CMwQSliderPlugin"),
         QStringLiteral("CMwQDoubleSliderPlugin"), QStringLiteral("CMwQRangeSliderPlugin"),
         QStringLiteral("CMwQDoubleRangeSliderPlugin"), QStringLiteral("CMwQFlowLayoutPlugin")};
@@ -181,10 +181,11 @@ void tst_DesignerPlugins::description_data()
     QTest::addColumn<bool>("container");
 
     const auto row = [](const char *name, const char *icon, const char *header, bool container) {
-        QTest::newRow(name) << QString::fromLatin1(name)
-                            << QStringLiteral(":/vel_qt_widgets/%1").arg(QLatin1String(icon))
-                            << QStringLiteral("<omni6/include/vel_qt_widgets/%1.h>").arg(QLatin1String(header))
-                            << container;
+        QTest::newRow(name)
+            << QString::fromLatin1(name)
+            << QStringLiteral(":/vel_qt_widgets/%1").arg(QLatin1String(icon))
+            << QStringLiteral("<omni6/include/vel_qt_widgets/%1.h>").arg(QLatin1String(header))
+            << container;
     };
     row("CMwQWidget", "widget.png", "Base", true);
     row("CMwTextPushButton", "text_button.png", "PushButtons", false);
@@ -219,7 +220,8 @@ void tst_DesignerPlugins::description()
     QVERIFY(!image.isNull());
     QVERIFY(image.width() >= 16 && image.height() >= 16);
     QVERIFY(!p->icon().isNull());
-    const QImage fromIcon = p->icon().pixmap(image.size()).toImage().convertToFormat(image.format());
+    const QImage fromIcon
+        = p->icon().pixmap(image.size()).toImage().convertToFormat(image.format());
     QCOMPARE(fromIcon, image);
 }
 
@@ -227,21 +229,31 @@ void tst_DesignerPlugins::domXml_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("objectName");
-    QTest::addColumn<QRect>("geometry");        // null: no geometry property
-    QTest::addColumn<bool>("sizePolicy");        // Minimum / Fixed, stretch 0 / 0
-    QTest::addColumn<bool>("horizontal");        // orientation Qt::Horizontal
+    QTest::addColumn<QRect>("geometry"); // null: no geometry property
+    QTest::addColumn<bool>("sizePolicy"); // Minimum / Fixed, stretch 0 / 0
+    QTest::addColumn<bool>("horizontal"); // orientation Qt::Horizontal
 
     const QRect button(0, 0, 75, 23);
-    QTest::newRow("CMwQWidget") << "CMwQWidget" << "widget" << QRect(0, 0, 120, 80) << false << false;
-    QTest::newRow("CMwTextPushButton") << "CMwTextPushButton" << "TextPushButton" << button << true << false;
-    QTest::newRow("CMwIconFitButton") << "CMwIconFitButton" << "IconFitButton" << button << true << false;
-    QTest::newRow("CMwPickerPushButton") << "CMwPickerPushButton" << "PickerPushButton" << button << true << false;
-    QTest::newRow("CMwHierarchicalGridView") << "CMwHierarchicalGridView" << "HierarchicalGridView" << button << true << false;
-    QTest::newRow("CMwQSlider") << "CMwQSlider" << "slider" << QRect() << false << true;
-    QTest::newRow("CMwQDoubleSlider") << "CMwQDoubleSlider" << "sliderDouble" << QRect() << false << true;
-    QTest::newRow("CMwQRangeSlider") << "CMwQRangeSlider" << "sliderRange" << QRect() << false << true;
-    QTest::newRow("CMwQDoubleRangeSlider") << "CMwQDoubleRangeSlider" << "sliderDouble" << QRect() << false << true;
-    QTest::newRow("CMwQFlowLayoutWidget") << "CMwQFlowLayoutWidget" << "FlowLayoutWidget" << button << true << false;
+    QTest::newRow("CMwQWidget") << "CMwQWidget"
+                                << "widget" << QRect(0, 0, 120, 80) << false << false;
+    QTest::newRow("CMwTextPushButton") << "CMwTextPushButton"
+                                       << "TextPushButton" << button << true << false;
+    QTest::newRow("CMwIconFitButton") << "CMwIconFitButton"
+                                      << "IconFitButton" << button << true << false;
+    QTest::newRow("CMwPickerPushButton") << "CMwPickerPushButton"
+                                         << "PickerPushButton" << button << true << false;
+    QTest::newRow("CMwHierarchicalGridView") << "CMwHierarchicalGridView"
+                                             << "HierarchicalGridView" << button << true << false;
+    QTest::newRow("CMwQSlider") << "CMwQSlider"
+                                << "slider" << QRect() << false << true;
+    QTest::newRow("CMwQDoubleSlider") << "CMwQDoubleSlider"
+                                      << "sliderDouble" << QRect() << false << true;
+    QTest::newRow("CMwQRangeSlider") << "CMwQRangeSlider"
+                                     << "sliderRange" << QRect() << false << true;
+    QTest::newRow("CMwQDoubleRangeSlider") << "CMwQDoubleRangeSlider"
+                                           << "sliderDouble" << QRect() << false << true;
+    QTest::newRow("CMwQFlowLayoutWidget") << "CMwQFlowLayoutWidget"
+                                          << "FlowLayoutWidget" << button << true << false;
 }
 
 void tst_DesignerPlugins::domXml()
@@ -287,16 +299,29 @@ void tst_DesignerPlugins::createWidget_data()
     QTest::addColumn<QString>("className");
     QTest::addColumn<QString>("text");
 
-    QTest::newRow("CMwQWidget") << "CMwQWidget" << "CMwQWidget" << QString();
-    QTest::newRow("CMwTextPushButton") << "CMwTextPushButton" << "CMwTextPushButton" << "text";
-    QTest::newRow("CMwIconFitButton") << "CMwIconFitButton" << "CMwIconFitButton" << "";
-    QTest::newRow("CMwPickerPushButton") << "CMwPickerPushButton" << "CMwPickerPushButton" << "";
-    QTest::newRow("CMwHierarchicalGridView") << "CMwHierarchicalGridView" << "CMwHierarchicalGridView" << QString();
-    QTest::newRow("CMwQSlider") << "CMwQSlider" << "CMwQSlider" << QString();
-    QTest::newRow("CMwQDoubleSlider") << "CMwQDoubleSlider" << "CMwQDoubleSlider" << QString();
-    QTest::newRow("CMwQRangeSlider") << "CMwQRangeSlider" << "CMwQRangeSlider" << QString();
-    QTest::newRow("CMwQDoubleRangeSlider") << "CMwQDoubleRangeSlider" << "CMwQDoubleRangeSlider" << QString();
-    QTest::newRow("CMwQFlowLayoutWidget") << "CMwQFlowLayoutWidget" << "CMwQFlowLayoutWidget" << QString();
+    QTest::newRow("CMwQWidget") << "CMwQWidget"
+                                << "CMwQWidget" << QString();
+    QTest::newRow("CMwTextPushButton") << "CMwTextPushButton"
+                                       << "CMwTextPushButton"
+                                       << "text";
+    QTest::newRow("CMwIconFitButton") << "CMwIconFitButton"
+                                      << "CMwIconFitButton"
+                                      << "";
+    QTest::newRow("CMwPickerPushButton") << "CMwPickerPushButton"
+                                         << "CMwPickerPushButton"
+                                         << "";
+    QTest::newRow("CMwHierarchicalGridView") << "CMwHierarchicalGridView"
+                                             << "CMwHierarchicalGridView" << QString();
+    QTest::newRow("CMwQSlider") << "CMwQSlider"
+                                << "CMwQSlider" << QString();
+    QTest::newRow("CMwQDoubleSlider") << "CMwQDoubleSlider"
+                                      << "CMwQDoubleSlider" << QString();
+    QTest::newRow("CMwQRangeSlider") << "CMwQRangeSlider"
+                                     << "CMwQRangeSlider" << QString();
+    QTest::newRow("CMwQDoubleRangeSlider") << "CMwQDoubleRangeSlider"
+                                           << "CMwQDoubleRangeSlider" << QString();
+    QTest::newRow("CMwQFlowLayoutWidget") << "CMwQFlowLayoutWidget"
+                                          << "CMwQFlowLayoutWidget" << QString();
 }
 
 void tst_DesignerPlugins::createWidget()

@@ -1,5 +1,6 @@
 #include "vel_test_main.h"
 
+#include <QAction>
 #include <QtCore/QPluginLoader>
 #include <QtCore/QTemporaryDir>
 #include <QtDesigner/QDesignerFormEditorInterface>
@@ -8,7 +9,6 @@
 #include <QtDesigner/QExtensionManager>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
-#include <QAction>
 #include <QtWidgets/QLabel>
 
 namespace {
@@ -133,7 +133,8 @@ void tst_DesignerTaskMenu::registeredOncePerPlugin()
     QCOMPARE(factories.first()->extensionManager(), m_manager.data());
 
     // The other nine plug-ins register nothing.
-    auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(m_collection.data());
+    auto *collection
+        = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(m_collection.data());
     for (QDesignerCustomWidgetInterface *other : collection->customWidgets().mid(1))
         other->initialize(m_core.data());
     QCOMPARE(m_manager->findChildren<QExtensionFactory *>().size(), 1);
@@ -141,7 +142,8 @@ void tst_DesignerTaskMenu::registeredOncePerPlugin()
     QLabel label;
     QVERIFY(taskMenu(&label));
     // Only the task-menu interface is served.
-    QVERIFY(!m_manager->extension(&label, QStringLiteral("org.qt-project.Qt.Designer.PropertySheet")));
+    QVERIFY(
+        !m_manager->extension(&label, QStringLiteral("org.qt-project.Qt.Designer.PropertySheet")));
 }
 
 void tst_DesignerTaskMenu::onlyClearWithoutFiles()
@@ -166,8 +168,8 @@ void tst_DesignerTaskMenu::caseInsensitiveOrder()
     QDesignerTaskMenuExtension *menu = taskMenu(&widget);
     QVERIFY(menu);
     QCOMPARE(texts(menu->taskActions()),
-             (QStringList {QStringLiteral("A"), QStringLiteral("b"), QStringLiteral("c"),
-                           QStringLiteral("Clear styleSheet")}));
+        (QStringList {QStringLiteral("A"), QStringLiteral("b"), QStringLiteral("c"),
+            QStringLiteral("Clear styleSheet")}));
     QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("A"));
     // One extension per widget for its whole life.
     QCOMPARE(taskMenu(&widget), menu);
@@ -186,8 +188,8 @@ void tst_DesignerTaskMenu::caseInsensitiveOrderNotCodePoints()
     QDesignerTaskMenuExtension *menu = taskMenu(&widget);
     QVERIFY(menu);
     QCOMPARE(texts(menu->taskActions()),
-             (QStringList {QStringLiteral("a"), QStringLiteral("B"), QStringLiteral("C"),
-                           QStringLiteral("Clear styleSheet")}));
+        (QStringList {QStringLiteral("a"), QStringLiteral("B"), QStringLiteral("C"),
+            QStringLiteral("Clear styleSheet")}));
     QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("a"));
     menu->preferredEditAction()->trigger();
     QCOMPARE(widget.styleSheet(), QStringLiteral("QWidget { color: red; }"));
@@ -199,7 +201,7 @@ void tst_DesignerTaskMenu::completeBaseName()
     widgetPlugin()->initialize(m_core.data());
     QWidget widget;
     QCOMPARE(texts(taskMenu(&widget)->taskActions()),
-             (QStringList {QStringLiteral("dark.blue"), QStringLiteral("Clear styleSheet")}));
+        (QStringList {QStringLiteral("dark.blue"), QStringLiteral("Clear styleSheet")}));
 }
 
 void tst_DesignerTaskMenu::applyThenClear()
@@ -226,7 +228,7 @@ void tst_DesignerTaskMenu::fileNamedClearAppliesTheFile()
     widget.setStyleSheet(QStringLiteral("QWidget { color: green; }"));
     QDesignerTaskMenuExtension *menu = taskMenu(&widget);
     QCOMPARE(texts(menu->taskActions()),
-             (QStringList {QStringLiteral("CLEAR"), QStringLiteral("Clear styleSheet")}));
+        (QStringList {QStringLiteral("CLEAR"), QStringLiteral("Clear styleSheet")}));
     menu->taskActions().first()->trigger();
     QCOMPARE(widget.styleSheet(), QString::fromUtf8(sheet));
 }
@@ -265,8 +267,8 @@ void tst_DesignerTaskMenu::directoryReadOncePerFactory()
     writeFile(qssDir() + QStringLiteral("/second.qss"), "QWidget {}");
     QWidget late;
     QCOMPARE(texts(taskMenu(&late)->taskActions()),
-             (QStringList {QStringLiteral("first"), QStringLiteral("second"),
-                           QStringLiteral("Clear styleSheet")}));
+        (QStringList {QStringLiteral("first"), QStringLiteral("second"),
+            QStringLiteral("Clear styleSheet")}));
     QCOMPARE(taskMenu(&early)->taskActions().size(), 2);
 }
 
@@ -276,7 +278,8 @@ void tst_DesignerTaskMenu::missingQssFolder()
     writeFile(m_dir->filePath(QStringLiteral("outside.qss")), "QWidget {}");
     widgetPlugin()->initialize(m_core.data());
     QWidget widget;
-    QCOMPARE(texts(taskMenu(&widget)->taskActions()), QStringList {QStringLiteral("Clear styleSheet")});
+    QCOMPARE(
+        texts(taskMenu(&widget)->taskActions()), QStringList {QStringLiteral("Clear styleSheet")});
     QScopedPointer<QWidget> created(widgetPlugin()->createWidget(nullptr));
     QCOMPARE(created->styleSheet(), QString());
 }

@@ -9,13 +9,13 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <QAction>
 #include <QtCore/QPointer>
 #include <QtCore/QSortFilterProxyModel>
 #include <QtCore/QTimer>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QAbstractItemModelTester>
 #include <QtWidgets/QAbstractItemView>
-#include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>

@@ -56,14 +56,14 @@ bool referenceLess(const QVariant &a, const QVariant &b)
 
 Stats reference(QVector<QVariant> copy)
 {
-    Stats s{0, 0, 0, 0, 0, 0};
+    Stats s {0, 0, 0, 0, 0, 0};
     if (copy.isEmpty())
         return s;
     s.distinct = 1;
     std::stable_sort(copy.begin(), copy.end(), referenceLess);
     const int t = copy.first().userType();
     const bool numeric = t == QMetaType::Double || t == QMetaType::Int || t == QMetaType::LongLong
-                         || t == QMetaType::UInt || t == QMetaType::ULongLong;
+        || t == QMetaType::UInt || t == QMetaType::ULongLong;
     double n = 0;
     double sum = 0;
     QVariant previous;
@@ -106,10 +106,7 @@ Stats general(const QVector<QVariant> &values)
 }
 
 // Bit for bit, NaN included.
-bool identical(const Stats &a, const Stats &b)
-{
-    return std::memcmp(&a, &b, sizeof(Stats)) == 0;
-}
+bool identical(const Stats &a, const Stats &b) { return std::memcmp(&a, &b, sizeof(Stats)) == 0; }
 
 QVector<QVariant> ints(std::initializer_list<int> list)
 {
@@ -153,50 +150,51 @@ void tst_QVectorCalcStatistics::results_data()
     QTest::addColumn<double>("stdev");
 
     const QDate day(2024, 5, 1);
-    //                                    values                                     count distinct min   max  mean  stdev
+    //                                    values                                     count distinct
+    //                                    min   max  mean  stdev
     QTest::newRow("empty") << QVector<QVariant>() << 0. << 0. << 0. << 0. << 0. << 0.;
     QTest::newRow("kept: 1,2,3") << ints({1, 2, 3}) << 3. << 3. << 1. << 3. << 2. << std::sqrt(2.5);
-    QTest::newRow("3,1,2 sorted first") << ints({3, 1, 2}) << 3. << 3. << 1. << 3. << 2.
-                                        << std::sqrt(2.5);
-    QTest::newRow("kept: one value gives |x|") << QVector<QVariant>{-4.0} << 1. << 1. << -4. << -4. << -4.
-                                         << 4.;
+    QTest::newRow("3,1,2 sorted first")
+        << ints({3, 1, 2}) << 3. << 3. << 1. << 3. << 2. << std::sqrt(2.5);
+    QTest::newRow("kept: one value gives |x|")
+        << QVector<QVariant> {-4.0} << 1. << 1. << -4. << -4. << -4. << 4.;
     // sum = 49 + 7 * 0 = 49 over 2: the spread of equal values is not 0.
-    QTest::newRow("two equal numbers") << ints({7, 7}) << 2. << 1. << 7. << 7. << 7.
-                                       << std::sqrt(24.5);
+    QTest::newRow("two equal numbers")
+        << ints({7, 7}) << 2. << 1. << 7. << 7. << 7. << std::sqrt(24.5);
     // sum = 1 + 3 * 2 = 7 over 2.
-    QTest::newRow("empty cells skipped") << QVector<QVariant>{1, QVariant(), 3, QVariant()} << 2.
+    QTest::newRow("empty cells skipped") << QVector<QVariant> {1, QVariant(), 3, QVariant()} << 2.
                                          << 2. << 1. << 3. << 2. << std::sqrt(3.5);
-    QTest::newRow("only empty cells") << QVector<QVariant>{QVariant(), QVariant()} << 0. << 1. << 0.
-                                      << 0. << 0. << 0.;
+    QTest::newRow("only empty cells")
+        << QVector<QVariant> {QVariant(), QVariant()} << 0. << 1. << 0. << 0. << 0. << 0.;
     QTest::newRow("text: first value's number")
-        << QVector<QVariant>{QStringLiteral("b"), QStringLiteral("10"), QStringLiteral("a")} << 3.
+        << QVector<QVariant> {QStringLiteral("b"), QStringLiteral("10"), QStringLiteral("a")} << 3.
         << 3. << 10. << 10. << 0. << 0.;
-    QTest::newRow("text repeated") << QVector<QVariant>{QStringLiteral("x"), QStringLiteral("y"),
-                                                        QStringLiteral("x")}
-                                   << 3. << 2. << 0. << 0. << 0. << 0.;
+    QTest::newRow("text repeated")
+        << QVector<QVariant> {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("x")} << 3.
+        << 2. << 0. << 0. << 0. << 0.;
     // Int sorts before Double before String; the text reads as 0.
-    QTest::newRow("mixed numeric first") << QVector<QVariant>{QStringLiteral("x"), 5, 2.5} << 3.
-                                         << 3. << 0. << 5. << 2.5 << 2.5;
+    QTest::newRow("mixed numeric first")
+        << QVector<QVariant> {QStringLiteral("x"), 5, 2.5} << 3. << 3. << 0. << 5. << 2.5 << 2.5;
     // String (10) sorts before QDate (14): not numeric.
-    QTest::newRow("mixed text first") << QVector<QVariant>{QVariant(day), QStringLiteral("7")} << 2.
-                                      << 2. << 7. << 7. << 0. << 0.;
+    QTest::newRow("mixed text first") << QVector<QVariant> {QVariant(day), QStringLiteral("7")}
+                                      << 2. << 2. << 7. << 7. << 0. << 0.;
     // Dates keep their order: neighbours d1,d2,d1 all differ.
-    QTest::newRow("kept: dates unordered") << QVector<QVariant>{day, day.addDays(1), day} << 3. << 3. << 0.
-                                     << 0. << 0. << 0.;
-    QTest::newRow("bools") << QVector<QVariant>{true, false, true} << 3. << 3. << 1. << 1. << 0.
+    QTest::newRow("kept: dates unordered")
+        << QVector<QVariant> {day, day.addDays(1), day} << 3. << 3. << 0. << 0. << 0. << 0.;
+    QTest::newRow("bools") << QVector<QVariant> {true, false, true} << 3. << 3. << 1. << 1. << 0.
                            << 0.;
-    QTest::newRow("floats are not numeric") << QVector<QVariant>{2.5f, 1.5f} << 2. << 2. << 2.5
-                                            << 2.5 << 0. << 0.;
-    QTest::newRow("uint") << QVector<QVariant>{3u, 1u, 2u} << 3. << 3. << 1. << 3. << 2.
+    QTest::newRow("floats are not numeric")
+        << QVector<QVariant> {2.5f, 1.5f} << 2. << 2. << 2.5 << 2.5 << 0. << 0.;
+    QTest::newRow("uint") << QVector<QVariant> {3u, 1u, 2u} << 3. << 3. << 1. << 3. << 2.
                           << std::sqrt(2.5);
     // Sorted -3, -2, -1: sum = 9 - 2 - 1.5 = 5.5.
-    QTest::newRow("longlong") << QVector<QVariant>{qlonglong(-3), qlonglong(-1), qlonglong(-2)}
+    QTest::newRow("longlong") << QVector<QVariant> {qlonglong(-3), qlonglong(-1), qlonglong(-2)}
                               << 3. << 3. << -3. << -1. << -2. << std::sqrt(5.5 / 3.0);
     // ULongLong is numeric but not ordered by value: walked as given, 3, 1, 2,
     // sum = 9 - 2 + 0 = 7.
-    QTest::newRow("ulonglong keeps order") << QVector<QVariant>{qulonglong(3), qulonglong(1),
-                                                                qulonglong(2)}
-                                           << 3. << 3. << 1. << 3. << 2. << std::sqrt(7.0 / 3.0);
+    QTest::newRow("ulonglong keeps order")
+        << QVector<QVariant> {qulonglong(3), qulonglong(1), qulonglong(2)} << 3. << 3. << 1. << 3.
+        << 2. << std::sqrt(7.0 / 3.0);
 }
 
 void tst_QVectorCalcStatistics::results()
@@ -257,11 +255,21 @@ void tst_QVectorCalcStatistics::matchesPlainSortOnConsistentData_data()
         integers.append(int(random.bounded(100)) - 50);
         texts.append(QStringLiteral("item %1").arg(random.bounded(300)));
         switch (random.bounded(5)) {
-        case 0: mixed.append(int(random.bounded(1000))); break;
-        case 1: mixed.append(random.generateDouble()); break;
-        case 2: mixed.append(qlonglong(random.bounded(1000))); break;
-        case 3: mixed.append(uint(random.bounded(1000))); break;
-        default: mixed.append(QString::number(random.bounded(1000))); break;
+        case 0:
+            mixed.append(int(random.bounded(1000)));
+            break;
+        case 1:
+            mixed.append(random.generateDouble());
+            break;
+        case 2:
+            mixed.append(qlonglong(random.bounded(1000)));
+            break;
+        case 3:
+            mixed.append(uint(random.bounded(1000)));
+            break;
+        default:
+            mixed.append(QString::number(random.bounded(1000)));
+            break;
         }
     }
     QTest::newRow("doubles") << doubles;
@@ -345,11 +353,21 @@ void tst_QVectorCalcStatistics::largeMixedTypes()
     QVector<QVariant> values;
     for (int i = 0; i < 100000; ++i) {
         switch (i % 5) {
-        case 0: values.append(i); break;
-        case 1: values.append(i + 0.5); break;
-        case 2: values.append(QString::number(i)); break;
-        case 3: values.append(day.addDays(i % 7)); break;
-        default: values.append(QVariant()); break;
+        case 0:
+            values.append(i);
+            break;
+        case 1:
+            values.append(i + 0.5);
+            break;
+        case 2:
+            values.append(QString::number(i));
+            break;
+        case 3:
+            values.append(day.addDays(i % 7));
+            break;
+        default:
+            values.append(QVariant());
+            break;
         }
     }
     const Stats s = calc(values);
@@ -375,55 +393,78 @@ void tst_QVectorCalcStatistics::shortcutMatchesGeneralPath_data()
         return out;
     };
     // Few distinct values, so that ties (and their order) matter.
-    QTest::newRow("doubles, repeats, empty cells")
-        << column(4000, [&] { return QVariant(double(random.bounded(50)) / 4 - 6); }, 10);
+    QTest::newRow("doubles, repeats, empty cells") << column(
+        4000, [&] { return QVariant(double(random.bounded(50)) / 4 - 6); }, 10);
     QTest::newRow("signed zeros") << column(
         2000, [&] { return QVariant(random.bounded(2) ? 0.0 : -0.0); }, 5);
     QTest::newRow("signed zeros and numbers") << column(
         3000, [&] { return QVariant(random.bounded(3) == 0 ? -0.0 : random.bounded(3) - 1.0); }, 0);
-    QTest::newRow("first is -0.0") << QVector<QVariant>{-0.0, 0.0, 1.0, -0.0};
-    QTest::newRow("first is 0.0") << QVector<QVariant>{0.0, -0.0, 1.0, -0.0};
+    QTest::newRow("first is -0.0") << QVector<QVariant> {-0.0, 0.0, 1.0, -0.0};
+    QTest::newRow("first is 0.0") << QVector<QVariant> {0.0, -0.0, 1.0, -0.0};
     // Neighbours closer than QVariant's tolerance and just beyond the cut.
-    QTest::newRow("close doubles") << column(3000, [&] {
-        const double base = double(random.bounded(5)) + 1.0;
-        switch (random.bounded(4)) {
-        case 0: return QVariant(base);
-        case 1: return QVariant(base * (1 + 1e-13));
-        case 2: return QVariant(base * (1 + 2e-9));
-        default: return QVariant(base * (1 - 1e-12));
-        }
-    }, 3);
-    QTest::newRow("NaN, infinities, numbers") << column(3000, [&] {
-        switch (random.bounded(5)) {
-        case 0: return QVariant(nan);
-        case 1: return QVariant(-nan);
-        case 2: return QVariant(inf);
-        case 3: return QVariant(-inf);
-        default: return QVariant(random.generateDouble());
-        }
-    }, 5);
-    QTest::newRow("only NaN") << QVector<QVariant>{nan, QVariant(), nan};
-    QTest::newRow("doubles over a wide range") << column(5000, [&] {
-        return QVariant((random.generateDouble() - 0.5) * std::pow(10.0, int(random.bounded(40)) - 20));
-    }, 0);
-    QTest::newRow("int") << column(4000, [&] { return QVariant(int(random.bounded(200)) - 100); }, 10);
-    QTest::newRow("int extremes") << QVector<QVariant>{std::numeric_limits<int>::min(),
-                                                       std::numeric_limits<int>::max(), -1, 0, 1,
-                                                       std::numeric_limits<int>::min()};
-    QTest::newRow("uint") << column(4000, [&] { return QVariant(uint(random.generate())); }, 10);
+    QTest::newRow("close doubles") << column(
+        3000,
+        [&] {
+            const double base = double(random.bounded(5)) + 1.0;
+            switch (random.bounded(4)) {
+            case 0:
+                return QVariant(base);
+            case 1:
+                return QVariant(base * (1 + 1e-13));
+            case 2:
+                return QVariant(base * (1 + 2e-9));
+            default:
+                return QVariant(base * (1 - 1e-12));
+            }
+        },
+        3);
+    QTest::newRow("NaN, infinities, numbers") << column(
+        3000,
+        [&] {
+            switch (random.bounded(5)) {
+            case 0:
+                return QVariant(nan);
+            case 1:
+                return QVariant(-nan);
+            case 2:
+                return QVariant(inf);
+            case 3:
+                return QVariant(-inf);
+            default:
+                return QVariant(random.generateDouble());
+            }
+        },
+        5);
+    QTest::newRow("only NaN") << QVector<QVariant> {nan, QVariant(), nan};
+    QTest::newRow("doubles over a wide range") << column(
+        5000,
+        [&] {
+            return QVariant(
+                (random.generateDouble() - 0.5) * std::pow(10.0, int(random.bounded(40)) - 20));
+        },
+        0);
+    QTest::newRow("int") << column(
+        4000, [&] { return QVariant(int(random.bounded(200)) - 100); }, 10);
+    QTest::newRow("int extremes") << QVector<QVariant> {std::numeric_limits<int>::min(),
+        std::numeric_limits<int>::max(), -1, 0, 1, std::numeric_limits<int>::min()};
+    QTest::newRow("uint") << column(
+        4000, [&] { return QVariant(uint(random.generate())); }, 10);
     // Different above 2^53, where their doubles coincide: still distinct.
-    QTest::newRow("long long beyond a double's precision") << column(3000, [&] {
-        return QVariant(qlonglong((qint64(1) << 60) + random.bounded(4)) * (random.bounded(2) ? 1 : -1));
-    }, 5);
-    QTest::newRow("long long extremes")
-        << QVector<QVariant>{std::numeric_limits<qlonglong>::min(),
-                             std::numeric_limits<qlonglong>::max(), qlonglong(0), qlonglong(-1)};
-    QTest::newRow("one value") << QVector<QVariant>{2.5};
+    QTest::newRow("long long beyond a double's precision") << column(
+        3000,
+        [&] {
+            return QVariant(
+                qlonglong((qint64(1) << 60) + random.bounded(4)) * (random.bounded(2) ? 1 : -1));
+        },
+        5);
+    QTest::newRow("long long extremes") << QVector<QVariant> {std::numeric_limits<qlonglong>::min(),
+        std::numeric_limits<qlonglong>::max(), qlonglong(0), qlonglong(-1)};
+    QTest::newRow("one value") << QVector<QVariant> {2.5};
     QTest::newRow("only empty cells") << QVector<QVariant>(5);
     // Not one numeric type: the general path answers (and must agree anyway).
-    QTest::newRow("int and double") << QVector<QVariant>{1, 2.0, QVariant(), 3};
-    QTest::newRow("double then text") << QVector<QVariant>{1.5, QStringLiteral("2")};
-    QTest::newRow("ulonglong") << QVector<QVariant>{qulonglong(3), qulonglong(1)};
+    QTest::newRow("int and double") << QVector<QVariant> {1, 2.0, QVariant(), 3};
+    QTest::newRow("double then text") << QVector<QVariant> {1.5, QStringLiteral("2")};
+    QTest::newRow("ulonglong") << QVector<QVariant> {qulonglong(3), qulonglong(1)};
 }
 
 void tst_QVectorCalcStatistics::shortcutMatchesGeneralPath()
@@ -432,10 +473,19 @@ void tst_QVectorCalcStatistics::shortcutMatchesGeneralPath()
     const Stats fast = calc(values);
     const Stats slow = general(values);
     QVERIFY2(identical(fast, slow),
-             qPrintable(QStringLiteral("%1 %2 %3 %4 %5 %6 vs %7 %8 %9 %10 %11 %12")
-                            .arg(fast.count).arg(fast.distinct).arg(fast.min).arg(fast.max)
-                            .arg(fast.mean).arg(fast.stdev).arg(slow.count).arg(slow.distinct)
-                            .arg(slow.min).arg(slow.max).arg(slow.mean).arg(slow.stdev)));
+        qPrintable(QStringLiteral("%1 %2 %3 %4 %5 %6 vs %7 %8 %9 %10 %11 %12")
+                       .arg(fast.count)
+                       .arg(fast.distinct)
+                       .arg(fast.min)
+                       .arg(fast.max)
+                       .arg(fast.mean)
+                       .arg(fast.stdev)
+                       .arg(slow.count)
+                       .arg(slow.distinct)
+                       .arg(slow.min)
+                       .arg(slow.max)
+                       .arg(slow.mean)
+                       .arg(slow.stdev)));
 }
 
 void tst_QVectorCalcStatistics::textEquality()
@@ -446,9 +496,8 @@ void tst_QVectorCalcStatistics::textEquality()
     const QString shared = QStringLiteral("same");
     QString separate = QStringLiteral("sa");
     separate += QStringLiteral("me");
-    const QVector<QVariant> values = {shared, separate, shared,
-                                      QString::fromRawData(buffer, 2),
-                                      QString::fromRawData(buffer, 3), QString(), QString()};
+    const QVector<QVariant> values = {shared, separate, shared, QString::fromRawData(buffer, 2),
+        QString::fromRawData(buffer, 3), QString(), QString()};
     const Stats s = calc(values);
     QCOMPARE(s.count, 7.0);
     // "", "ab", "abc", "same"
@@ -458,10 +507,7 @@ void tst_QVectorCalcStatistics::textEquality()
 
 // Last: the reference's equality, Qt 5's written-out rules, was in a Qt 5
 // build also QVariant's own.
-void tst_QVectorCalcStatistics::oracleAgreedWithQt5()
-{
-    QCOMPARE(Qt5Oracle::mismatches(), 0);
-}
+void tst_QVectorCalcStatistics::oracleAgreedWithQt5() { QCOMPARE(Qt5Oracle::mismatches(), 0); }
 
 VEL_TEST_MAIN(tst_QVectorCalcStatistics)
 

@@ -38,8 +38,8 @@ bool sameValue(const QVariant &a, const QVariant &b)
 
 QString describe(const QVariant &v)
 {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(v.typeName() ? v.typeName() : "invalid"),
-                                        v.toString());
+    return QStringLiteral("%1(%2)").arg(
+        QLatin1String(v.typeName() ? v.typeName() : "invalid"), v.toString());
 }
 
 // What the grid's cells must equal: selectedRows(column), then data().
@@ -54,7 +54,7 @@ QVector<QVariant> referenceColumn(const QItemSelectionModel *selection, int colu
 // Every index whose rows can be selected: the root and each row with children.
 QVector<QModelIndex> parentsOf(const QAbstractItemModel *model)
 {
-    QVector<QModelIndex> parents{QModelIndex()};
+    QVector<QModelIndex> parents {QModelIndex()};
     for (int i = 0; i < parents.size(); ++i) {
         const QModelIndex parent = parents.at(i);
         for (int row = 0; row < model->rowCount(parent); ++row) {
@@ -89,19 +89,29 @@ void selectRandomly(QItemSelectionModel *selection, QRandomGenerator &random)
         }
         QItemSelectionModel::SelectionFlags command;
         switch (random.bounded(step == 0 ? 2 : 5)) {
-        case 0: command = QItemSelectionModel::ClearAndSelect; break;
-        case 1: command = QItemSelectionModel::Select; break;
-        case 2: command = QItemSelectionModel::Deselect; break;
-        case 3: command = QItemSelectionModel::Toggle; break;
-        default: command = QItemSelectionModel::Select; break;
+        case 0:
+            command = QItemSelectionModel::ClearAndSelect;
+            break;
+        case 1:
+            command = QItemSelectionModel::Select;
+            break;
+        case 2:
+            command = QItemSelectionModel::Deselect;
+            break;
+        case 3:
+            command = QItemSelectionModel::Toggle;
+            break;
+        default:
+            command = QItemSelectionModel::Select;
+            break;
         }
         if (random.bounded(2) == 0)
             command |= QItemSelectionModel::Rows;
         if (random.bounded(5) == 0)
             command |= QItemSelectionModel::Current;
-        selection->select(QItemSelection(model->index(top, left, parent),
-                                         model->index(bottom, right, parent)),
-                          command);
+        selection->select(
+            QItemSelection(model->index(top, left, parent), model->index(bottom, right, parent)),
+            command);
     }
 }
 
@@ -114,17 +124,18 @@ CMwGridTableModel *table(QObject *parent, int records, quint32 seed)
         QVector<QVariant> row;
         row.append(int(random.bounded(8)) - 3);
         const int kind = int(random.bounded(10));
-        row.append(kind == 0 ? QVariant() : kind == 1 ? QVariant(-0.0) : QVariant(random.bounded(20) / 4.0));
+        row.append(kind == 0 ? QVariant()
+                : kind == 1  ? QVariant(-0.0)
+                             : QVariant(random.bounded(20) / 4.0));
         row.append(QStringLiteral("t%1").arg(random.bounded(5)));
         row.append(random.bounded(6) == 0 ? QVariant() : QVariant(qlonglong(random.bounded(1000))));
         rows.append(row);
     }
     auto *model = new CMwGridTableModel(parent);
-    model->setTable({{QStringLiteral("Number")},
-                     {QStringLiteral("Doubles"), QStringLiteral("Value")},
-                     {QStringLiteral("Text")},
-                     {QStringLiteral("Long")}},
-                    rows);
+    model->setTable(
+        {{QStringLiteral("Number")}, {QStringLiteral("Doubles"), QStringLiteral("Value")},
+            {QStringLiteral("Text")}, {QStringLiteral("Long")}},
+        rows);
     return model;
 }
 
@@ -212,13 +223,17 @@ bool tst_SelectedRows::compareWithReference(const QItemSelectionModel *selection
         const QVector<QVariant> cells = rows.displayColumn(column);
         if (cells.size() != reference.size()) {
             *message = QStringLiteral("column %1: %2 cells instead of %3")
-                           .arg(column).arg(cells.size()).arg(reference.size());
+                           .arg(column)
+                           .arg(cells.size())
+                           .arg(reference.size());
             return false;
         }
         for (int i = 0; i < cells.size(); ++i) {
             if (!sameValue(cells.at(i), reference.at(i))) {
                 *message = QStringLiteral("column %1, cell %2: %3 instead of %4")
-                               .arg(column).arg(i).arg(describe(cells.at(i)), describe(reference.at(i)));
+                               .arg(column)
+                               .arg(i)
+                               .arg(describe(cells.at(i)), describe(reference.at(i)));
                 return false;
             }
         }
@@ -271,8 +286,8 @@ void tst_SelectedRows::matchesSelectedRows()
                 const QStringList ops = CMwSortFilterProxyModel::operatorTexts();
                 const QStringList comparators = CMwSortFilterProxyModel::comparatorTexts();
                 // Number >= 0 keeps about half of the rows.
-                proxy->setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Number"),
-                                       comparators.at(0), 0}});
+                proxy->setFilterRows(
+                    {{QVariant(), ops.at(0), QStringLiteral("Number"), comparators.at(0), 0}});
                 proxy->sort(1, Qt::AscendingOrder);
                 QVERIFY(proxy->rowCount() > 10);
                 QVERIFY(proxy->rowCount() < 50);
@@ -292,7 +307,7 @@ void tst_SelectedRows::matchesSelectedRows()
         selectRandomly(&selection, random);
         QString message;
         QVERIFY2(compareWithReference(&selection, &message),
-                 qPrintable(QStringLiteral("round %1: %2").arg(round).arg(message)));
+            qPrintable(QStringLiteral("round %1: %2").arg(round).arg(message)));
     }
 }
 
@@ -331,8 +346,8 @@ void tst_SelectedRows::gridStatisticsMatchReference()
             const int record = int(random.bounded(model->recordCount()));
             const int column = 2 + int(random.bounded(2));
             const QVariant value = random.bounded(3) == 0
-                                       ? QVariant(int(random.bounded(3)))
-                                       : QVariant(QStringLiteral("t%1").arg(random.bounded(7)));
+                ? QVariant(int(random.bounded(3)))
+                : QVariant(QStringLiteral("t%1").arg(random.bounded(7)));
             model->setValue(record, column, value);
             QCOMPARE(model->value(record, column), value);
         }
@@ -350,13 +365,16 @@ void tst_SelectedRows::gridStatisticsMatchReference()
         for (int column = 0; column < grid.model()->columnCount(); ++column) {
             double expected[6];
             QVectorCalcStatistics(referenceColumn(selection, column), expected[0], expected[1],
-                                  expected[2], expected[3], expected[4], expected[5]);
+                expected[2], expected[3], expected[4], expected[5]);
             for (int i = 0; i < 6; ++i) {
                 const QVariant value = shown->index(i, column).data();
                 QVERIFY2(sameValue(value, QVariant(expected[i])),
-                         qPrintable(QStringLiteral("round %1, column %2, row %3: %4 instead of %5")
-                                        .arg(round).arg(column).arg(i)
-                                        .arg(describe(value)).arg(expected[i])));
+                    qPrintable(QStringLiteral("round %1, column %2, row %3: %4 instead of %5")
+                                   .arg(round)
+                                   .arg(column)
+                                   .arg(i)
+                                   .arg(describe(value))
+                                   .arg(expected[i])));
             }
         }
     }
@@ -370,8 +388,10 @@ void tst_SelectedRows::limitStopsEarly()
     for (int row = 0; row < 10; ++row)
         model.setItem(row, 1, new QStandardItem(QString::number(row * 10)));
     QItemSelectionModel selection(&model);
-    selection.select(QItemSelection(model.index(6, 0), model.index(8, 1)), QItemSelectionModel::Select);
-    selection.select(QItemSelection(model.index(1, 0), model.index(2, 1)), QItemSelectionModel::Select);
+    selection.select(
+        QItemSelection(model.index(6, 0), model.index(8, 1)), QItemSelectionModel::Select);
+    selection.select(
+        QItemSelection(model.index(1, 0), model.index(2, 1)), QItemSelectionModel::Select);
     QCOMPARE(vel::SelectedRows(&selection, 2).count(), 2);
     QCOMPARE(vel::SelectedRows(&selection, 0).count(), 0);
     vel::SelectedRows all(&selection);
@@ -403,9 +423,10 @@ void tst_SelectedRows::toggleUnderOneParent()
     QItemSelectionModel selection(&model);
     for (const QModelIndex &parent : {first, second}) {
         selection.select(QItemSelection(model.index(0, 0, parent), model.index(2, 1, parent)),
-                         QItemSelectionModel::Select);
+            QItemSelectionModel::Select);
     }
-    selection.select(model.index(1, 0, first), QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+    selection.select(
+        model.index(1, 0, first), QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
     // Row 1 of the second parent is still in the selection...
     QVERIFY(selection.isSelected(model.index(1, 0, second)));
     // ...but not among the selected rows.

@@ -6,6 +6,7 @@
 #include "grid_test_support.h"
 #include "vel_test_main.h"
 
+#include <QAction>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
 #include <QtCore/QSet>
@@ -14,7 +15,6 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAbstractButton>
-#include <QAction>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>

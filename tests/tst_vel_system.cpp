@@ -14,10 +14,7 @@
 
 namespace {
 
-QString fromW(const wchar_t *text)
-{
-    return QString::fromWCharArray(text);
-}
+QString fromW(const wchar_t *text) { return QString::fromWCharArray(text); }
 
 } // namespace
 
@@ -57,21 +54,35 @@ void tst_VelSystem::everyTextIsTranslated_data()
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("german");
     const QString filter = QStringLiteral("CMwFilterWidget");
-    QTest::newRow("AND/OR") << filter << "AND/OR" << "UND/ODER";
-    QTest::newRow("Column") << filter << "Column" << "Spalte";
-    QTest::newRow("Comparison") << filter << "Comparison" << "Vergleich";
-    QTest::newRow("Value") << filter << "Value" << "Wert";
-    QTest::newRow("AND") << filter << "AND" << "UND";
-    QTest::newRow("OR") << filter << "OR" << "ODER";
-    QTest::newRow("GE") << filter << "Is Greater or Equal" << QString::fromUtf8("Ist größer oder gleich");
-    QTest::newRow("LE") << filter << "Is Smaller or Equal" << "Ist kleiner oder gleich";
+    QTest::newRow("AND/OR") << filter << "AND/OR"
+                            << "UND/ODER";
+    QTest::newRow("Column") << filter << "Column"
+                            << "Spalte";
+    QTest::newRow("Comparison") << filter << "Comparison"
+                                << "Vergleich";
+    QTest::newRow("Value") << filter << "Value"
+                           << "Wert";
+    QTest::newRow("AND") << filter << "AND"
+                         << "UND";
+    QTest::newRow("OR") << filter << "OR"
+                        << "ODER";
+    QTest::newRow("GE") << filter << "Is Greater or Equal"
+                        << QString::fromUtf8("Ist größer oder gleich");
+    QTest::newRow("LE") << filter << "Is Smaller or Equal"
+                        << "Ist kleiner oder gleich";
     QTest::newRow("GT") << filter << "Is Greater" << QString::fromUtf8("Ist größer");
-    QTest::newRow("LT") << filter << "Is Smaller" << "Ist kleiner";
-    QTest::newRow("EQ") << filter << "Is Equal" << "Ist gleich";
-    QTest::newRow("NE") << filter << "Is Not Equal" << "Ist ungleich";
-    QTest::newRow("EMPTY") << filter << "Is Empty" << "Ist leer";
-    QTest::newRow("NOTEMPTY") << filter << "Is Not Empty" << "Ist nicht leer";
-    QTest::newRow("select") << "CMwPickerForTable" << "<select>" << QString::fromUtf8("<auswählen>");
+    QTest::newRow("LT") << filter << "Is Smaller"
+                        << "Ist kleiner";
+    QTest::newRow("EQ") << filter << "Is Equal"
+                        << "Ist gleich";
+    QTest::newRow("NE") << filter << "Is Not Equal"
+                        << "Ist ungleich";
+    QTest::newRow("EMPTY") << filter << "Is Empty"
+                           << "Ist leer";
+    QTest::newRow("NOTEMPTY") << filter << "Is Not Empty"
+                              << "Ist nicht leer";
+    QTest::newRow("select") << "CMwPickerForTable"
+                            << "<select>" << QString::fromUtf8("<auswählen>");
 }
 
 void tst_VelSystem::everyTextIsTranslated()
@@ -89,8 +100,9 @@ void tst_VelSystem::everyTextIsTranslated()
 void tst_VelSystem::untranslatedTextComesBack()
 {
     QCOMPARE(fromW(MW_GetTranslation(L"Not in any catalogue", "CMwFilterWidget")),
-             QStringLiteral("Not in any catalogue"));
-    QCOMPARE(fromW(MW_GetTranslation(L"Gr\u00f6\u00dfe \u20ac", "X")), QString::fromUtf8("Größe €"));
+        QStringLiteral("Not in any catalogue"));
+    QCOMPARE(
+        fromW(MW_GetTranslation(L"Gr\u00f6\u00dfe \u20ac", "X")), QString::fromUtf8("Größe €"));
     QCOMPARE(fromW(MW_GetTranslation(L"", "CMwFilterWidget")), QString());
 }
 

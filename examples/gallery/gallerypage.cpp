@@ -16,7 +16,8 @@ GalleryLog::GalleryLog(QPlainTextEdit *view, QObject *parent)
 void GalleryLog::write(const QString &line)
 {
     if (m_view)
-        m_view->appendPlainText(QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz  ")) + line);
+        m_view->appendPlainText(
+            QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz  ")) + line);
 }
 
 namespace {
@@ -27,8 +28,8 @@ QVector<GalleryPage> &pageRegistry()
 }
 } // namespace
 
-bool registerGalleryPage(int order, const QString &title,
-                         std::function<QWidget *(GalleryLog *log)> create)
+bool registerGalleryPage(
+    int order, const QString &title, std::function<QWidget *(GalleryLog *log)> create)
 {
     pageRegistry().append({order, title, std::move(create)});
     return true;
@@ -38,7 +39,7 @@ QVector<GalleryPage> galleryPages()
 {
     QVector<GalleryPage> pages = pageRegistry();
     std::stable_sort(pages.begin(), pages.end(),
-                     [](const GalleryPage &a, const GalleryPage &b) { return a.order < b.order; });
+        [](const GalleryPage &a, const GalleryPage &b) { return a.order < b.order; });
     return pages;
 }
 

@@ -37,8 +37,8 @@ struct GalleryPage
 
 // Pages register themselves from their own source file, so that adding a page
 // touches nothing else.
-bool registerGalleryPage(int order, const QString &title,
-                         std::function<QWidget *(GalleryLog *log)> create);
+bool registerGalleryPage(
+    int order, const QString &title, std::function<QWidget *(GalleryLog *log)> create);
 QVector<GalleryPage> galleryPages();
 
 // The gallery's central widget: every page in a tab above the log pane. The
@@ -53,7 +53,7 @@ struct GalleryView
 GalleryView createGalleryView(QWidget *parent);
 
 #define VEL_GALLERY_PAGE(order, title, function)                                                   \
-    static const bool velGalleryPageRegistered_##function =                                        \
-        registerGalleryPage(order, QStringLiteral(title), function)
+    static const bool velGalleryPageRegistered_##function                                          \
+        = registerGalleryPage(order, QStringLiteral(title), function)
 
 #endif // VEL_GALLERY_GALLERYPAGE_H

@@ -21,7 +21,10 @@ class FrequencyProxy : public CMwQValueProxy
 public:
     using CMwQValueProxy::CMwQValueProxy;
     double proxyValueFromValue(double value) const override { return std::log10(value); }
-    double valueFromProxyValue(double proxyValue) const override { return std::pow(10.0, proxyValue); }
+    double valueFromProxyValue(double proxyValue) const override
+    {
+        return std::pow(10.0, proxyValue);
+    }
 };
 
 QString hertz(double value)
@@ -30,20 +33,17 @@ QString hertz(double value)
                            : QStringLiteral("%1 Hz").arg(value, 0, 'f', 1);
 }
 
-QString number(double value)
-{
-    return QString::number(value, 'g', 6);
-}
+QString number(double value) { return QString::number(value, 'g', 6); }
 
 CMwQDoubleSlider::TMwTickItemList decadeTicks()
 {
     // One word each: the slider wraps a label at its spaces.
     return {{1.0, QSlider::TicksBelow, QStringLiteral("1 Hz")},
-            {10.0, QSlider::TicksBelow, QStringLiteral("10 Hz")},
-            {100.0, QSlider::TicksBelow, QStringLiteral("100 Hz")},
-            {1000.0, QSlider::TicksBelow, QStringLiteral("1 kHz")},
-            {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")},
-            {20000.0, QSlider::TicksAbove, QStringLiteral("20 kHz")}};
+        {10.0, QSlider::TicksBelow, QStringLiteral("10 Hz")},
+        {100.0, QSlider::TicksBelow, QStringLiteral("100 Hz")},
+        {1000.0, QSlider::TicksBelow, QStringLiteral("1 kHz")},
+        {10000.0, QSlider::TicksBelow, QStringLiteral("10 kHz")},
+        {20000.0, QSlider::TicksAbove, QStringLiteral("20 kHz")}};
 }
 
 QWidget *createDoubleSlidersPage(GalleryLog *log)
@@ -64,10 +64,10 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     single->setTickPosition(QSlider::TicksAbove);
     single->setTickInterval(0.1);
     single->setTickItemList({{0.0, QSlider::TicksBelow, QStringLiteral("off")},
-                             {0.333, QSlider::TicksBelow, QStringLiteral("third")},
-                             {0.5, QSlider::TicksBelow, QStringLiteral("half")},
-                             {0.667, QSlider::TicksAbove, QStringLiteral("high")},
-                             {1.0, QSlider::TicksBelow, QStringLiteral("full")}});
+        {0.333, QSlider::TicksBelow, QStringLiteral("third")},
+        {0.5, QSlider::TicksBelow, QStringLiteral("half")},
+        {0.667, QSlider::TicksAbove, QStringLiteral("high")},
+        {1.0, QSlider::TicksBelow, QStringLiteral("full")}});
     single->setHandleToolTip(QStringLiteral("value %1"));
     single->setValue(0.333);
     auto *singleLabel = new QLabel;
@@ -100,12 +100,16 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     };
     showRange(range->minimumValue(), range->maximumValue());
     QObject::connect(range, &CMwQDoubleRangeSlider::valuesChanged, rangeLabel, showRange);
-    QObject::connect(range, &CMwQDoubleRangeSlider::valuesChanged, log, [log](double lo, double hi) {
-        log->write(QStringLiteral("double range slider: valuesChanged(%1, %2)").arg(number(lo), number(hi)));
-    });
-    QObject::connect(range, &CMwQDoubleRangeSlider::positionsChanged, log, [log](double lo, double hi) {
-        log->write(QStringLiteral("double range slider: positionsChanged(%1, %2)").arg(number(lo), number(hi)));
-    });
+    QObject::connect(
+        range, &CMwQDoubleRangeSlider::valuesChanged, log, [log](double lo, double hi) {
+            log->write(QStringLiteral("double range slider: valuesChanged(%1, %2)")
+                           .arg(number(lo), number(hi)));
+        });
+    QObject::connect(
+        range, &CMwQDoubleRangeSlider::positionsChanged, log, [log](double lo, double hi) {
+            log->write(QStringLiteral("double range slider: positionsChanged(%1, %2)")
+                           .arg(number(lo), number(hi)));
+        });
     linear->addWidget(new QLabel(QStringLiteral("CMwQDoubleRangeSlider")), 1, 0);
     linear->addWidget(range, 1, 1);
     linear->addWidget(rangeLabel, 1, 2);
@@ -114,7 +118,8 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
 
     // Logarithmic sliders: the range is set in Hz first, then the proxy, so
     // the public range stays 1 Hz .. 20 kHz while the slider runs over decades.
-    auto *logBox = new QGroupBox(QStringLiteral("Logarithmic value proxy from 1 Hz to 20 kHz in steps of 0.01 decade "));
+    auto *logBox = new QGroupBox(
+        QStringLiteral("Logarithmic value proxy from 1 Hz to 20 kHz in steps of 0.01 decade "));
     auto *logLayout = new QGridLayout(logBox);
 
     auto *frequency = new CMwQDoubleSlider(Qt::Horizontal);
@@ -133,7 +138,8 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
         log->write(QStringLiteral("frequency: valueChanged(%1)").arg(hertz(v)));
     });
     QObject::connect(frequency, &CMwQDoubleSlider::sliderMoved, log, [log](double p) {
-        log->write(QStringLiteral("frequency: sliderMoved(%1 decades, slider units)").arg(number(p)));
+        log->write(
+            QStringLiteral("frequency: sliderMoved(%1 decades, slider units)").arg(number(p)));
     });
     logLayout->addWidget(new QLabel(QStringLiteral("CMwQDoubleSlider")), 0, 0);
     logLayout->addWidget(frequency, 0, 1);
@@ -156,9 +162,10 @@ QWidget *createDoubleSlidersPage(GalleryLog *log)
     QObject::connect(band, &CMwQDoubleRangeSlider::valuesChanged, log, [log](double lo, double hi) {
         log->write(QStringLiteral("band: valuesChanged(%1, %2)").arg(hertz(lo), hertz(hi)));
     });
-    QObject::connect(band, &CMwQDoubleRangeSlider::positionsChanged, log, [log](double lo, double hi) {
-        log->write(QStringLiteral("band: positionsChanged(%1, %2)").arg(hertz(lo), hertz(hi)));
-    });
+    QObject::connect(
+        band, &CMwQDoubleRangeSlider::positionsChanged, log, [log](double lo, double hi) {
+            log->write(QStringLiteral("band: positionsChanged(%1, %2)").arg(hertz(lo), hertz(hi)));
+        });
     logLayout->addWidget(new QLabel(QStringLiteral("CMwQDoubleRangeSlider")), 1, 0);
     logLayout->addWidget(band, 1, 1);
     logLayout->addWidget(bandLabel, 1, 2);

@@ -65,14 +65,14 @@ QWidget *createFilterPage(GalleryLog *log)
 
     auto *bar = new QHBoxLayout;
     QToolButton *activate = toolButton(QStringLiteral(":/w32_commonres/res/filter.svg"),
-                                       QStringLiteral("Switch filtering on or off"), page);
+        QStringLiteral("Switch filtering on or off"), page);
     activate->setCheckable(true);
     QToolButton *up = toolButton(QStringLiteral(":/w32_commonres/res/arr/item_up.svg"),
-                                 QStringLiteral("Move the selected conditions up"), page);
+        QStringLiteral("Move the selected conditions up"), page);
     QToolButton *down = toolButton(QStringLiteral(":/w32_commonres/res/arr/item_down.svg"),
-                                   QStringLiteral("Move the selected conditions down"), page);
+        QStringLiteral("Move the selected conditions down"), page);
     QToolButton *remove = toolButton(QStringLiteral(":/w32_commonres/res/trash.svg"),
-                                     QStringLiteral("Remove the selected conditions"), page);
+        QStringLiteral("Remove the selected conditions"), page);
     auto *count = new QLabel(page);
     bar->addWidget(activate);
     bar->addWidget(up);
@@ -98,7 +98,9 @@ QWidget *createFilterPage(GalleryLog *log)
     layout->addWidget(view, 1);
 
     auto showCount = [count, proxy, model] {
-        count->setText(QStringLiteral("%1 of %2 rows pass the filter").arg(proxy->rowCount()).arg(model->rowCount()));
+        count->setText(QStringLiteral("%1 of %2 rows pass the filter")
+                           .arg(proxy->rowCount())
+                           .arg(model->rowCount()));
     };
     showCount();
     QObject::connect(activate, SIGNAL(toggled(bool)), editor, SLOT(onActivateFilter(bool)));
@@ -109,10 +111,12 @@ QWidget *createFilterPage(GalleryLog *log)
         showCount();
         QStringList conditions;
         for (const CMwSortFilterProxyModel::FilterCondition &c : proxy->filterConditions())
-            conditions << QStringLiteral("%1 %2 %3 '%4'").arg(c.op, c.column, c.comparator, c.value.toString());
+            conditions << QStringLiteral("%1 %2 %3 '%4'")
+                              .arg(c.op, c.column, c.comparator, c.value.toString());
         log->write(QStringLiteral("filterChanged(): %1 rows; %2")
                        .arg(proxy->rowCount())
-                       .arg(conditions.isEmpty() ? QStringLiteral("no conditions") : conditions.join(QStringLiteral(", "))));
+                       .arg(conditions.isEmpty() ? QStringLiteral("no conditions")
+                                                 : conditions.join(QStringLiteral(", "))));
     });
 
     // Two conditions to start with: Quantity >= 100 AND City == "Oslo".

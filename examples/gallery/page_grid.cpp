@@ -43,7 +43,8 @@ protected:
         if (!menuKey)
             return QObject::eventFilter(watched, event);
         int section = m_body->currentIndex().isValid() ? m_body->currentIndex().column() : -1;
-        for (int visual = 0; (section < 0 || m_header->isSectionHidden(section)) && visual < m_header->count();
+        for (int visual = 0;
+             (section < 0 || m_header->isSectionHidden(section)) && visual < m_header->count();
              ++visual)
             section = m_header->logicalIndex(visual);
         if (section >= 0 && !m_header->isSectionHidden(section))
@@ -81,10 +82,11 @@ QStandardItemModel *createHeaderModel(QObject *parent)
 {
     auto *model = new QStandardItemModel(parent);
     model->setItem(0, 0, parentCell(QStringLiteral("Sample"), {cell("Id"), cell("Name")}));
-    model->setItem(0, 1, parentCell(QStringLiteral("Measurements"),
-                                    {parentCell(QStringLiteral("Temperature °C"),
-                                                {cell("Min", false, 72), cell("Max", false, 72)}),
-                                     cell(QStringLiteral("Pressure kPa"), true)}));
+    model->setItem(0, 1,
+        parentCell(QStringLiteral("Measurements"),
+            {parentCell(QStringLiteral("Temperature °C"),
+                 {cell("Min", false, 72), cell("Max", false, 72)}),
+                cell(QStringLiteral("Pressure kPa"), true)}));
     model->setItem(0, 2, cell(QStringLiteral("Note")));
     return model;
 }
@@ -100,8 +102,8 @@ QStandardItemModel *createItemModel(QObject *parent)
     for (int batch = 0; batch < 2; ++batch) {
         QList<QStandardItem *> group;
         for (int c = 0; c < 6; ++c) {
-            auto *item = new QStandardItem(c == 0 ? QStringLiteral("Batch %1").arg(QChar('A' + batch))
-                                                  : QString());
+            auto *item = new QStandardItem(
+                c == 0 ? QStringLiteral("Batch %1").arg(QChar('A' + batch)) : QString());
             item->setData(true, BranchParentRole);
             group << item;
         }
@@ -128,9 +130,9 @@ QWidget *createGridPage(GalleryLog *log)
 {
     auto *page = new QWidget;
     auto *layout = new QVBoxLayout(page);
-    layout->addWidget(new QLabel(QStringLiteral(
-        "CMwHierarchicalHeaderView over CMwGridTreeView (CMwGridDelegate), CMwVHeaderView on the left. "
-        "Right-click the header for its menu.")));
+    layout->addWidget(new QLabel(QStringLiteral("CMwHierarchicalHeaderView over CMwGridTreeView "
+                                                "(CMwGridDelegate), CMwVHeaderView on the left. "
+                                                "Right-click the header for its menu.")));
 
     auto *grid = new QGridLayout;
     grid->setSpacing(0);
@@ -158,26 +160,28 @@ QWidget *createGridPage(GalleryLog *log)
     rows->setTreeView(body);
     rows->setModel(items);
     rows->setDefaultSectionSize(body->sizeHintForRow(0));
-    QObject::connect(body->verticalScrollBar(), SIGNAL(valueChanged(int)), rows, SLOT(setOffset(int)));
+    QObject::connect(
+        body->verticalScrollBar(), SIGNAL(valueChanged(int)), rows, SLOT(setOffset(int)));
 
     auto *fit = new QPushButton(QStringLiteral("↔"));
     fit->setToolTip(QStringLiteral("Resize the columns to their contents"));
     fit->setMaximumWidth(50);
     fit->setFixedHeight(header->sizeHint().height());
     QObject::connect(fit, &QPushButton::clicked, header,
-                     [header]() { header->resizeSections(QHeaderView::ResizeToContents); });
+        [header]() { header->resizeSections(QHeaderView::ResizeToContents); });
 
     grid->addWidget(fit, 0, 0);
     grid->addWidget(rows, 1, 0);
     grid->addWidget(body, 0, 1, 2, 1);
     grid->setRowStretch(1, 1);
 
-    QObject::connect(header, &CMwHierarchicalHeaderView::showColumn, log, [log](mw_int32 column, bool show) {
-        log->write(QStringLiteral("showColumn(%1, %2)").arg(column).arg(show ? "true" : "false"));
-    });
-    QObject::connect(header, &CMwHierarchicalHeaderView::groupByColumn, log, [log](mw_int32 column) {
-        log->write(QStringLiteral("groupByColumn(%1)").arg(column));
-    });
+    QObject::connect(
+        header, &CMwHierarchicalHeaderView::showColumn, log, [log](mw_int32 column, bool show) {
+            log->write(
+                QStringLiteral("showColumn(%1, %2)").arg(column).arg(show ? "true" : "false"));
+        });
+    QObject::connect(header, &CMwHierarchicalHeaderView::groupByColumn, log,
+        [log](mw_int32 column) { log->write(QStringLiteral("groupByColumn(%1)").arg(column)); });
     return page;
 }
 

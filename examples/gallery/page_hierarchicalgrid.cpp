@@ -14,14 +14,14 @@ namespace {
 CMwGridTableModel *createOrders(QObject *parent)
 {
     const QStringList regions = {QStringLiteral("North"), QStringLiteral("South"),
-                                 QStringLiteral("East"), QStringLiteral("West")};
-    const QStringList cities = {QStringLiteral("Arden"),   QStringLiteral("Brask"),
-                                QStringLiteral("Corvel"),  QStringLiteral("Dunmore"),
-                                QStringLiteral("Elsby"),   QStringLiteral("Farrow")};
+        QStringLiteral("East"), QStringLiteral("West")};
+    const QStringList cities
+        = {QStringLiteral("Arden"), QStringLiteral("Brask"), QStringLiteral("Corvel"),
+            QStringLiteral("Dunmore"), QStringLiteral("Elsby"), QStringLiteral("Farrow")};
     const QStringList products = {QStringLiteral("Bolts"), QStringLiteral("Cables"),
-                                  QStringLiteral("Gears"), QStringLiteral("Valves")};
-    const QStringList states = {QStringLiteral("open"), QStringLiteral("shipped"),
-                                QStringLiteral("paid")};
+        QStringLiteral("Gears"), QStringLiteral("Valves")};
+    const QStringList states
+        = {QStringLiteral("open"), QStringLiteral("shipped"), QStringLiteral("paid")};
 
     QRandomGenerator random(4711);
     QVector<QVector<QVariant>> records;
@@ -31,14 +31,9 @@ CMwGridTableModel *createOrders(QObject *parent)
         const int quantity = 1 + int(random.bounded(40));
         const double price = 2.5 + random.bounded(200) / 4.0;
         const int city = int(random.bounded(cities.size()));
-        QVector<QVariant> record{100000 + i,
-                                 regions.at(city % regions.size()),
-                                 cities.at(city),
-                                 products.at(int(random.bounded(products.size()))),
-                                 quantity,
-                                 price,
-                                 quantity * price,
-                                 states.at(int(random.bounded(states.size())))};
+        QVector<QVariant> record {100000 + i, regions.at(city % regions.size()), cities.at(city),
+            products.at(int(random.bounded(products.size()))), quantity, price, quantity * price,
+            states.at(int(random.bounded(states.size())))};
         // Some orders have no delivery time yet: empty cells.
         record.insert(7, random.bounded(10) == 0 ? QVariant() : QVariant(int(random.bounded(30))));
         records.append(record);
@@ -47,16 +42,16 @@ CMwGridTableModel *createOrders(QObject *parent)
     auto *model = new CMwGridTableModel(parent);
     const QString order = QStringLiteral("Order");
     const QString figures = QStringLiteral("Figures");
-    model->setTable({{order, QStringLiteral("Ref"), QStringLiteral("No.")},
-                     {order, QStringLiteral("Place"), QStringLiteral("Region")},
-                     {order, QStringLiteral("Place"), QStringLiteral("City")},
-                     {order, QStringLiteral("Item"), QStringLiteral("Product")},
-                     {figures, QStringLiteral("Amount"), QStringLiteral("Qty")},
-                     {figures, QStringLiteral("Amount"), QStringLiteral("Price")},
-                     {figures, QStringLiteral("Amount"), QStringLiteral("Total")},
-                     {figures, QStringLiteral("Time"), QStringLiteral("Days")},
-                     {QStringLiteral("Status")}},
-                    records);
+    model->setTable(
+        {{order, QStringLiteral("Ref"), QStringLiteral("No.")},
+            {order, QStringLiteral("Place"), QStringLiteral("Region")},
+            {order, QStringLiteral("Place"), QStringLiteral("City")},
+            {order, QStringLiteral("Item"), QStringLiteral("Product")},
+            {figures, QStringLiteral("Amount"), QStringLiteral("Qty")},
+            {figures, QStringLiteral("Amount"), QStringLiteral("Price")},
+            {figures, QStringLiteral("Amount"), QStringLiteral("Total")},
+            {figures, QStringLiteral("Time"), QStringLiteral("Days")}, {QStringLiteral("Status")}},
+        records);
     return model;
 }
 
@@ -75,15 +70,14 @@ QWidget *createHierarchicalGridPage(GalleryLog *log)
     CMwGridTableModel *model = createOrders(grid);
     grid->setModel(model);
     QObject::connect(grid->horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
-                     SLOT(groupByColumn(mw_int32)));
-    QObject::connect(model, &CMwGridTableModel::groupColumnChanged, log, [log](int column) {
-        log->write(QStringLiteral("groupColumnChanged(%1)").arg(column));
-    });
+        SLOT(groupByColumn(mw_int32)));
+    QObject::connect(model, &CMwGridTableModel::groupColumnChanged, log,
+        [log](int column) { log->write(QStringLiteral("groupColumnChanged(%1)").arg(column)); });
     QObject::connect(grid->findChild<CMwFilterWidget *>(QStringLiteral("FilterTable")),
-                     &CMwFilterWidget::filterChanged, log, [log, grid]() {
-                         log->write(QStringLiteral("filterChanged(): %1 rows shown")
-                                        .arg(grid->model()->rowCount()));
-                     });
+        &CMwFilterWidget::filterChanged, log, [log, grid]() {
+            log->write(
+                QStringLiteral("filterChanged(): %1 rows shown").arg(grid->model()->rowCount()));
+        });
     // Show a few rows selected, so that the statistics are the selection's.
     if (auto *view = grid->findChild<QTreeView *>(QStringLiteral("DataView"))) {
         view->selectionModel()->select(

@@ -45,7 +45,7 @@ int main(int argc, char *argv[])
         return cancelled ? 0 : 1;
     grid.setModel(model);
     QObject::connect(grid.horizontalHeader(), SIGNAL(groupByColumn(mw_int32)), model,
-                     SLOT(groupByColumn(mw_int32)));
+        SLOT(groupByColumn(mw_int32)));
 
     grid.setWindowTitle(fileName);
     grid.resize(760, 480);

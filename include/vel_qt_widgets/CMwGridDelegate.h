@@ -29,7 +29,7 @@ public:
     /*! Paints the cell \a index as the class description says; an invalid
         \a index paints an empty cell. */
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
+        const QModelIndex &index) const override;
 
 private:
     Q_DISABLE_COPY(CMwGridDelegate)

@@ -40,7 +40,6 @@
     it can be; the sort stays within the vector whatever the values are.
 */
 VEL_QT_WIDGETS_EXPORT void QVectorCalcStatistics(const QVector<QVariant> &values, double &count,
-                                                 double &distinct, double &min, double &max,
-                                                 double &mean, double &stdev);
+    double &distinct, double &min, double &max, double &mean, double &stdev);
 
 #endif // VEL_QT_WIDGETS_CMWGRIDSTATISTICS_H

@@ -74,7 +74,8 @@ public:
 
     /*! Replaces columns and records. Records shorter than the column count
         read as empty cells; longer ones are cut. Removes any grouping. */
-    void setTable(const QVector<QStringList> &headerPaths, const QVector<QVector<QVariant>> &records);
+    void setTable(
+        const QVector<QStringList> &headerPaths, const QVector<QVector<QVariant>> &records);
     /*! Replaces the columns, keeping the records. */
     void setHeaderPaths(const QVector<QStringList> &headerPaths);
     /*! Replaces the records, keeping the columns. */
@@ -126,11 +127,11 @@ public:
         one buffer), so that the model costs about the size of the file.
     */
     bool readCsv(QIODevice *device, QChar separator = QLatin1Char(','),
-                 QChar levelSeparator = QLatin1Char('|'));
+        QChar levelSeparator = QLatin1Char('|'));
     /*! readCsv() from a file, or returns false with a warning if the file
         cannot be opened. */
     bool loadCsv(const QString &fileName, QChar separator = QLatin1Char(','),
-                 QChar levelSeparator = QLatin1Char('|'));
+        QChar levelSeparator = QLatin1Char('|'));
 
     /*! The largest input readCsv() accepts, in bytes. */
     qint64 csvSizeLimit() const;
@@ -143,7 +144,8 @@ public:
 
     /*! The index of a record (top level, or below its group row when grouped)
         or of a group row. */
-    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    QModelIndex index(
+        int row, int column, const QModelIndex &parent = QModelIndex()) const override;
     /*! The group row of a record while grouped, otherwise the root. */
     QModelIndex parent(const QModelIndex &child) const override;
     /*! Records (or group rows, when grouped) at the root; a group row's records below it. */
@@ -155,8 +157,8 @@ public:
     /*! The values and grid roles listed in the class description. */
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     /*! The captions and grid roles listed in the class description. */
-    QVariant headerData(int section, Qt::Orientation orientation,
-                        int role = Qt::DisplayRole) const override;
+    QVariant headerData(
+        int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     /*! Enabled and selectable; records never have children. */
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 

@@ -52,7 +52,7 @@ class VEL_QT_WIDGETS_EXPORT CMwHierarchicalGridView : public QWidget
     Q_OBJECT
     /*! Band colour of group rows (light grey by default). */
     Q_PROPERTY(QColor colBranchParent READ colorBranchParent WRITE setColorBranchParent
-                   DESIGNABLE true STORED true)
+            DESIGNABLE true STORED true)
 
 public:
     /*! An empty grid with its toolbar, filter editor (hidden), headers, body

@@ -80,8 +80,8 @@ public Q_SLOTS:
 
 protected:
     /*! For subclasses that extend the private data: takes ownership of \a d. */
-    CMwHierarchicalHeaderView(CMwHierarchicalHeaderViewPrivate *d, Qt::Orientation orientation,
-                              QWidget *parent);
+    CMwHierarchicalHeaderView(
+        CMwHierarchicalHeaderViewPrivate *d, Qt::Orientation orientation, QWidget *parent);
 
     /*! Reimplemented to draw the leaf of \a logicalIndex with all its
         ancestors stacked above (beside) it; blank without a leaf. */

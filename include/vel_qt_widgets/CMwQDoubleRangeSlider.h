@@ -55,7 +55,8 @@ class VEL_QT_WIDGETS_EXPORT CMwQDoubleRangeSlider : public QWidget
     Q_PROPERTY(QSlider::TickPosition tickPosition READ tickPosition WRITE setTickPosition)
     // Qualified: the plain name TMwTickItemList is the integer list of CMwQSlider.
     /*! The extra tick items, in public units. */
-    Q_PROPERTY(CMwQDoubleSlider::TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList)
+    Q_PROPERTY(
+        CMwQDoubleSlider::TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList)
     /*! Whether dragging one handle moves the other the opposite way. */
     Q_PROPERTY(bool symmetricMoves READ symmetricMoves WRITE setSymmetricMoves)
     /*! Tool tip template shown over either handle; %1 is that handle's value. */
@@ -216,8 +217,8 @@ protected:
     /*! For subclasses that extend the private data: takes ownership of \a d. */
     CMwQDoubleRangeSlider(CMwQDoubleRangeSliderPrivate *d, QWidget *parent);
     /*! For subclasses that extend the private data: takes ownership of \a d. */
-    CMwQDoubleRangeSlider(CMwQDoubleRangeSliderPrivate *d, Qt::Orientation orientation,
-                          QWidget *parent);
+    CMwQDoubleRangeSlider(
+        CMwQDoubleRangeSliderPrivate *d, Qt::Orientation orientation, QWidget *parent);
 
     /*! The inner integer range slider. */
     CMwQRangeSlider *slider() const;

@@ -73,7 +73,8 @@ class VEL_QT_WIDGETS_EXPORT CMwQDoubleSlider : public QWidget
     Q_PROPERTY(Qt::Orientation orientation READ orientation WRITE setOrientation)
     // Qualified: the plain name TMwTickItemList is the integer list of CMwQSlider.
     /*! The extra tick items, in public units. */
-    Q_PROPERTY(CMwQDoubleSlider::TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList)
+    Q_PROPERTY(
+        CMwQDoubleSlider::TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList)
     /*! Tool tip template shown over the handle; %1 is value(). */
     Q_PROPERTY(QString handleToolTip READ handleToolTip WRITE setHandleToolTip)
     /*! As QAbstractSlider::invertedAppearance of the inner slider. */
@@ -250,7 +251,8 @@ private:
 };
 
 /*! Writes \a item (value, tick position, text) to \a out. */
-VEL_QT_WIDGETS_EXPORT QDataStream &operator<<(QDataStream &out, const CMwQDoubleSlider::SMwTickItem &item);
+VEL_QT_WIDGETS_EXPORT QDataStream &operator<<(
+    QDataStream &out, const CMwQDoubleSlider::SMwTickItem &item);
 /*! Reads \a item as written by operator<<(). */
 VEL_QT_WIDGETS_EXPORT QDataStream &operator>>(QDataStream &in, CMwQDoubleSlider::SMwTickItem &item);
 

@@ -29,9 +29,11 @@ class VEL_QT_WIDGETS_EXPORT CMwQRangeSlider : public CMwQSlider
     Q_PROPERTY(int maximumValue READ maximumValue WRITE setMaximumValue NOTIFY maximumValueChanged)
     /*! Where the lower handle is drawn; differs from minimumValue only while
         a handle is dragged with tracking off. */
-    Q_PROPERTY(int minimumPosition READ minimumPosition WRITE setMinimumPosition NOTIFY minimumPositionChanged)
+    Q_PROPERTY(int minimumPosition READ minimumPosition WRITE setMinimumPosition NOTIFY
+            minimumPositionChanged)
     /*! Where the upper handle is drawn; see minimumPosition. */
-    Q_PROPERTY(int maximumPosition READ maximumPosition WRITE setMaximumPosition NOTIFY maximumPositionChanged)
+    Q_PROPERTY(int maximumPosition READ maximumPosition WRITE setMaximumPosition NOTIFY
+            maximumPositionChanged)
     /*! Whether dragging one handle moves the other the opposite way. */
     Q_PROPERTY(bool symmetricMoves READ symmetricMoves WRITE setSymmetricMoves)
     /*! Tool tip template shown over a handle; %1 is that handle's value.

@@ -41,7 +41,8 @@ class VEL_QT_WIDGETS_EXPORT CMwQSlider : public QSlider
 {
     Q_OBJECT
     /*! The extra tick items, drawn in list order; stored by Designer forms. */
-    Q_PROPERTY(TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList DESIGNABLE true STORED true)
+    Q_PROPERTY(TMwTickItemList tickItemList READ tickItemList WRITE setTickItemList
+            DESIGNABLE true STORED true)
 
 public:
     /*! One extra tick mark. */
@@ -119,7 +120,8 @@ typedef CMwQSlider::SMwTickItem SMwTickItem;
 typedef CMwQSlider::TMwTickItemList TMwTickItemList;
 
 /*! Writes \a item (value, tick position, text) to \a out. */
-VEL_QT_WIDGETS_EXPORT QDataStream &operator<<(QDataStream &out, const CMwQSlider::SMwTickItem &item);
+VEL_QT_WIDGETS_EXPORT QDataStream &operator<<(
+    QDataStream &out, const CMwQSlider::SMwTickItem &item);
 /*! Reads \a item as written by operator<<(). */
 VEL_QT_WIDGETS_EXPORT QDataStream &operator>>(QDataStream &in, CMwQSlider::SMwTickItem &item);
 

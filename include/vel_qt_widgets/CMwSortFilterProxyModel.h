@@ -30,8 +30,8 @@ class CMwSortFilterProxyModelPrivate;
     proxy.setSourceModel(&model);
     const QStringList ops = CMwSortFilterProxyModel::operatorTexts();
     const QStringList cmp = CMwSortFilterProxyModel::comparatorTexts();
-    proxy.setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Price"), cmp.at(2), QStringLiteral("10")}});
-    \endcode
+    proxy.setFilterRows({{QVariant(), ops.at(0), QStringLiteral("Price"), cmp.at(2),
+   QStringLiteral("10")}}); \endcode
 */
 class VEL_QT_WIDGETS_EXPORT CMwSortFilterProxyModel : public QSortFilterProxyModel
 {
@@ -41,10 +41,10 @@ public:
     /*! One condition, built from one filter row. */
     struct FilterCondition
     {
-        QString op;         //!< "AND" or "OR" (translated); anything else acts as "OR"
-        QString column;     //!< header text of the source column
+        QString op; //!< "AND" or "OR" (translated); anything else acts as "OR"
+        QString column; //!< header text of the source column
         QString comparator; //!< one of comparatorTexts(); anything else never matches
-        QVariant value;     //!< the value the cell is compared with
+        QVariant value; //!< the value the cell is compared with
     };
 
     /*! A proxy without source model and without conditions (every row passes). */

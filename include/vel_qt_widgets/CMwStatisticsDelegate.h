@@ -21,7 +21,7 @@ public:
     /*! Paints the cell as QStyledItemDelegate does; the last column's cell
         also draws the grid lines on to the right edge of the view. */
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
+        const QModelIndex &index) const override;
 
 private:
     Q_DISABLE_COPY(CMwStatisticsDelegate)

@@ -36,8 +36,8 @@ public:
     /*! The source's data at the same top-level row and column. */
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     /*! The source's header data. */
-    QVariant headerData(int section, Qt::Orientation orientation,
-                        int role = Qt::DisplayRole) const override;
+    QVariant headerData(
+        int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private Q_SLOTS:
     void onSourceAboutToChange();

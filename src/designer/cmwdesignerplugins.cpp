@@ -98,10 +98,7 @@ const char nDoubleSlider[] = "sliderDouble";
 const char nRangeSlider[] = "sliderRange";
 const char nFlowWidget[] = "FlowLayoutWidget";
 
-QString widgetXml()
-{
-    return uiXml(kWidget, "widget", geometryXml(120, 80));
-}
+QString widgetXml() { return uiXml(kWidget, "widget", geometryXml(120, 80)); }
 
 const char textButtonIcon[] = ":/vel_qt_widgets/text_button.png";
 const char sliderIcon[] = ":/vel_qt_widgets/slider.png";
@@ -116,25 +113,13 @@ CMwDesignerPlugin::CMwDesignerPlugin(const SMwDesignerDescription &description, 
 
 CMwDesignerPlugin::~CMwDesignerPlugin() = default;
 
-QString CMwDesignerPlugin::name() const
-{
-    return QLatin1String(m_description.name);
-}
+QString CMwDesignerPlugin::name() const { return QLatin1String(m_description.name); }
 
-QString CMwDesignerPlugin::group() const
-{
-    return QStringLiteral("Zorvan Widgets");
-}
+QString CMwDesignerPlugin::group() const { return QStringLiteral("Zorvan Widgets"); }
 
-QString CMwDesignerPlugin::toolTip() const
-{
-    return QString();
-}
+QString CMwDesignerPlugin::toolTip() const { return QString(); }
 
-QString CMwDesignerPlugin::whatsThis() const
-{
-    return QString();
-}
+QString CMwDesignerPlugin::whatsThis() const { return QString(); }
 
 QString CMwDesignerPlugin::includeFile() const
 {
@@ -142,30 +127,15 @@ QString CMwDesignerPlugin::includeFile() const
         .arg(QLatin1String(m_description.header), QLatin1String(headerSuffix));
 }
 
-QIcon CMwDesignerPlugin::icon() const
-{
-    return QIcon(QLatin1String(m_description.icon));
-}
+QIcon CMwDesignerPlugin::icon() const { return QIcon(QLatin1String(m_description.icon)); }
 
-bool CMwDesignerPlugin::isContainer() const
-{
-    return m_description.container;
-}
+bool CMwDesignerPlugin::isContainer() const { return m_description.container; }
 
-bool CMwDesignerPlugin::isInitialized() const
-{
-    return m_initialized;
-}
+bool CMwDesignerPlugin::isInitialized() const { return m_initialized; }
 
-void CMwDesignerPlugin::initialize(QDesignerFormEditorInterface *)
-{
-    m_initialized = true;
-}
+void CMwDesignerPlugin::initialize(QDesignerFormEditorInterface *) { m_initialized = true; }
 
-QString CMwDesignerPlugin::domXml() const
-{
-    return m_description.domXml();
-}
+QString CMwDesignerPlugin::domXml() const { return m_description.domXml(); }
 
 CMwQWidgetPlugin::CMwQWidgetPlugin(QObject *parent)
     : CMwDesignerPlugin({kWidget, ":/vel_qt_widgets/widget.png", "Base", true, &widgetXml}, parent)
@@ -196,15 +166,15 @@ void CMwQWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
     if (core && core->extensionManager()) {
         QExtensionManager *manager = core->extensionManager();
         manager->registerExtensions(new TaskMenuExtension_StyleSheetFactory(manager),
-                                    QStringLiteral("org.qt-project.Qt.Designer.TaskMenu"));
+            QStringLiteral("org.qt-project.Qt.Designer.TaskMenu"));
     }
     m_initialized = true;
 }
 
 CMwTextPushButtonPlugin::CMwTextPushButtonPlugin(QObject *parent)
     : CMwDesignerPlugin({kTextButton, textButtonIcon, "PushButtons", false,
-                         &buttonSizedXml<kTextButton, nTextButton>},
-                        parent)
+                            &buttonSizedXml<kTextButton, nTextButton>},
+        parent)
 {
 }
 
@@ -215,8 +185,8 @@ QWidget *CMwTextPushButtonPlugin::createWidget(QWidget *parent)
 
 CMwIconFitButtonPlugin::CMwIconFitButtonPlugin(QObject *parent)
     : CMwDesignerPlugin({kIconFitButton, ":/vel_qt_widgets/icon_fit_button.png", "PushButtons",
-                         false, &buttonSizedXml<kIconFitButton, nIconFitButton>},
-                        parent)
+                            false, &buttonSizedXml<kIconFitButton, nIconFitButton>},
+        parent)
 {
 }
 
@@ -227,8 +197,8 @@ QWidget *CMwIconFitButtonPlugin::createWidget(QWidget *parent)
 
 CMwPickerPushButtonPlugin::CMwPickerPushButtonPlugin(QObject *parent)
     : CMwDesignerPlugin({kPickerButton, ":/vel_qt_widgets/picker_button.png", "PushButtons", false,
-                         &buttonSizedXml<kPickerButton, nPickerButton>},
-                        parent)
+                            &buttonSizedXml<kPickerButton, nPickerButton>},
+        parent)
 {
 }
 
@@ -239,8 +209,8 @@ QWidget *CMwPickerPushButtonPlugin::createWidget(QWidget *parent)
 
 CMwHierarchicalGridViewPlugin::CMwHierarchicalGridViewPlugin(QObject *parent)
     : CMwDesignerPlugin({kGrid, ":/vel_qt_widgets/HierarchicalGrid.png", "CMwHierarchicalGridView",
-                         false, &buttonSizedXml<kGrid, nGrid>},
-                        parent)
+                            false, &buttonSizedXml<kGrid, nGrid>},
+        parent)
 {
 }
 
@@ -250,20 +220,17 @@ QWidget *CMwHierarchicalGridViewPlugin::createWidget(QWidget *parent)
 }
 
 CMwQSliderPlugin::CMwQSliderPlugin(QObject *parent)
-    : CMwDesignerPlugin({kSlider, sliderIcon, "CMwQSlider", false, &horizontalSliderXml<kSlider, nSlider>},
-                        parent)
+    : CMwDesignerPlugin(
+        {kSlider, sliderIcon, "CMwQSlider", false, &horizontalSliderXml<kSlider, nSlider>}, parent)
 {
 }
 
-QWidget *CMwQSliderPlugin::createWidget(QWidget *parent)
-{
-    return new CMwQSlider(parent);
-}
+QWidget *CMwQSliderPlugin::createWidget(QWidget *parent) { return new CMwQSlider(parent); }
 
 CMwQDoubleSliderPlugin::CMwQDoubleSliderPlugin(QObject *parent)
     : CMwDesignerPlugin({kDoubleSlider, sliderIcon, "CMwQDoubleSlider", false,
-                         &horizontalSliderXml<kDoubleSlider, nDoubleSlider>},
-                        parent)
+                            &horizontalSliderXml<kDoubleSlider, nDoubleSlider>},
+        parent)
 {
 }
 
@@ -274,8 +241,8 @@ QWidget *CMwQDoubleSliderPlugin::createWidget(QWidget *parent)
 
 CMwQRangeSliderPlugin::CMwQRangeSliderPlugin(QObject *parent)
     : CMwDesignerPlugin({kRangeSlider, sliderIcon, "CMwQRangeSlider", false,
-                         &horizontalSliderXml<kRangeSlider, nRangeSlider>},
-                        parent)
+                            &horizontalSliderXml<kRangeSlider, nRangeSlider>},
+        parent)
 {
 }
 
@@ -286,8 +253,8 @@ QWidget *CMwQRangeSliderPlugin::createWidget(QWidget *parent)
 
 CMwQDoubleRangeSliderPlugin::CMwQDoubleRangeSliderPlugin(QObject *parent)
     : CMwDesignerPlugin({kDoubleRangeSlider, sliderIcon, "CMwQDoubleRangeSlider", false,
-                         &horizontalSliderXml<kDoubleRangeSlider, nDoubleSlider>},
-                        parent)
+                            &horizontalSliderXml<kDoubleRangeSlider, nDoubleSlider>},
+        parent)
 {
 }
 
@@ -299,8 +266,8 @@ QWidget *CMwQDoubleRangeSliderPlugin::createWidget(QWidget *parent)
 // The flow-layout widget shows the text button's icon (docs/compatibility.md).
 CMwQFlowLayoutPlugin::CMwQFlowLayoutPlugin(QObject *parent)
     : CMwDesignerPlugin({kFlowWidget, textButtonIcon, "FlowLayout", true,
-                         &buttonSizedXml<kFlowWidget, nFlowWidget>},
-                        parent)
+                            &buttonSizedXml<kFlowWidget, nFlowWidget>},
+        parent)
 {
 }
 

@@ -6,11 +6,11 @@
 // What Designer is told about one widget class.
 struct SMwDesignerDescription
 {
-    const char *name;      // class name, also the widget-box entry
-    const char *icon;      // resource path of the widget-box icon
-    const char *header;    // public header without its suffix
+    const char *name; // class name, also the widget-box entry
+    const char *icon; // resource path of the widget-box icon
+    const char *header; // public header without its suffix
     bool container;
-    QString (*domXml)();   // the form fragment put on a form when dropped
+    QString (*domXml)(); // the form fragment put on a form when dropped
 };
 
 // The common part of the ten plug-ins; each concrete plug-in adds how its

@@ -16,8 +16,8 @@ QFileInfoList velStyleSheetFiles(const QString &directory)
 
 QString velStyleSheetDirectory()
 {
-    return QProcessEnvironment::systemEnvironment().value(QStringLiteral("QT_DESIGNER_ZUN_DIR"),
-                                                          QString());
+    return QProcessEnvironment::systemEnvironment().value(
+        QStringLiteral("QT_DESIGNER_ZUN_DIR"), QString());
 }
 
 QString velReadStyleSheet(const QString &path)

@@ -2,9 +2,9 @@
 
 #include "qssdirectory.h"
 
+#include <QAction>
 #include <QtCore/QSignalMapper>
 #include <QtDesigner/QExtensionManager>
-#include <QAction>
 #include <QtWidgets/QWidget>
 
 namespace {
@@ -12,16 +12,15 @@ const char taskMenuIid[] = "org.qt-project.Qt.Designer.TaskMenu";
 const char clearKey[] = "CLEAR";
 } // namespace
 
-TaskMenuExtension_StyleSheet::TaskMenuExtension_StyleSheet(QWidget *widget, QObject *parent,
-                                                           const QString &directory)
+TaskMenuExtension_StyleSheet::TaskMenuExtension_StyleSheet(
+    QWidget *widget, QObject *parent, const QString &directory)
     : QObject(parent)
     , m_widget(widget)
 {
     auto *mapper = new QSignalMapper(this);
     // Qt 6 names the mapper's string signal mappedString.
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    connect(mapper, SIGNAL(mappedString(QString const &)), this,
-            SLOT(editState(QString const &)));
+    connect(mapper, SIGNAL(mappedString(QString const &)), this, SLOT(editState(QString const &)));
 #else
     connect(mapper, SIGNAL(mapped(QString const &)), this, SLOT(editState(QString const &)));
 #endif
@@ -46,10 +45,7 @@ QAction *TaskMenuExtension_StyleSheet::preferredEditAction() const
     return m_actions.isEmpty() ? nullptr : m_actions.first();
 }
 
-QList<QAction *> TaskMenuExtension_StyleSheet::taskActions() const
-{
-    return m_actions;
-}
+QList<QAction *> TaskMenuExtension_StyleSheet::taskActions() const { return m_actions; }
 
 void TaskMenuExtension_StyleSheet::editState(const QString &rFile)
 {
@@ -71,11 +67,12 @@ TaskMenuExtension_StyleSheetFactory::TaskMenuExtension_StyleSheetFactory(QExtens
 {
 }
 
-QObject *TaskMenuExtension_StyleSheetFactory::createExtension(QObject *object, const QString &iid,
-                                                              QObject *parent) const
+QObject *TaskMenuExtension_StyleSheetFactory::createExtension(
+    QObject *object, const QString &iid, QObject *parent) const
 {
     // Every widget of a form gets the entries, whatever library it comes from.
     if (iid != QLatin1String(taskMenuIid) || !object || !object->isWidgetType())
         return nullptr;
-    return new TaskMenuExtension_StyleSheet(static_cast<QWidget *>(object), parent, m_styleDirectory);
+    return new TaskMenuExtension_StyleSheet(
+        static_cast<QWidget *>(object), parent, m_styleDirectory);
 }

@@ -34,8 +34,8 @@ const wchar_t *MW_GetTranslation(const wchar_t *text, const char *context)
         return L"";
     }
     const QByteArray key = QString::fromWCharArray(text).toUtf8();
-    const std::wstring translated =
-        QCoreApplication::translate(context ? context : "", key.constData()).toStdWString();
+    const std::wstring translated
+        = QCoreApplication::translate(context ? context : "", key.constData()).toStdWString();
 
     TranslationPool &p = pool();
     const std::lock_guard<std::mutex> lock(p.mutex);

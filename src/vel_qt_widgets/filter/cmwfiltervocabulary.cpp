@@ -17,14 +17,14 @@ QString translate(const char *text, const char *context)
 
 namespace {
 
-QStringList translateAll(const char *const *texts, int count)
-{
-    QStringList result;
-    result.reserve(count);
-    for (int i = 0; i < count; ++i)
-        result.append(translate(texts[i], filterContext));
-    return result;
-}
+    QStringList translateAll(const char *const *texts, int count)
+    {
+        QStringList result;
+        result.reserve(count);
+        for (int i = 0; i < count; ++i)
+            result.append(translate(texts[i], filterContext));
+        return result;
+    }
 
 } // namespace
 

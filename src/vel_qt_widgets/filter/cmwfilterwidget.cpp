@@ -29,7 +29,14 @@ bool sameFilter(const QVector<QVector<QVariant>> &a, const QVector<QVector<QVari
     return true;
 }
 
-enum Column { CheckColumn = 0, OperatorColumn, ColumnColumn, ComparatorColumn, ValueColumn, ColumnCount };
+enum Column {
+    CheckColumn = 0,
+    OperatorColumn,
+    ColumnColumn,
+    ComparatorColumn,
+    ValueColumn,
+    ColumnCount
+};
 
 // Initial column widths in pixels; the value column then stretches to the
 // editor's width.
@@ -68,7 +75,8 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
     : QTableWidget(parent)
     , d_vel(d)
 {
-    setSizePolicy(QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding, QSizePolicy::DefaultType));
+    setSizePolicy(
+        QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding, QSizePolicy::DefaultType));
     verticalHeader()->hide();
     setColumnCount(ColumnCount);
     setHorizontalHeaderLabels(VelFilterVocabulary::headerTexts());
@@ -133,15 +141,17 @@ void CMwFilterWidget::addRow(int row)
     check->setFlags(Qt::ItemIsUserCheckable);
     check->setCheckState(Qt::Checked);
     setItem(row, CheckColumn, check);
-    connect(this, SIGNAL(itemPressed(QTableWidgetItem*)), this, SLOT(onItemPressed(QTableWidgetItem*)));
-    connect(this, SIGNAL(itemClicked(QTableWidgetItem*)), this, SLOT(onItemPressed(QTableWidgetItem*)));
+    connect(this, SIGNAL(itemPressed(QTableWidgetItem *)), this,
+        SLOT(onItemPressed(QTableWidgetItem *)));
+    connect(this, SIGNAL(itemClicked(QTableWidgetItem *)), this,
+        SLOT(onItemPressed(QTableWidgetItem *)));
 
     auto *op = new CMwPickerForTable(this);
     op->addItems(VelFilterVocabulary::operatorTexts());
     op->setCurrentIndex(0);
     op->setEnabled(false);
     connect(op, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboOperatorChanged(int)));
-    connect(op, SIGNAL(popupWillShow(bool&)), this, SLOT(onComboOperatorPopupWillShow(bool&)));
+    connect(op, SIGNAL(popupWillShow(bool &)), this, SLOT(onComboOperatorPopupWillShow(bool &)));
     setCellWidget(row, OperatorColumn, op);
 
     // The one control of the placeholder row that the user can operate.
@@ -149,18 +159,22 @@ void CMwFilterWidget::addRow(int row)
     const CMwSortFilterProxyModel *model = d->m_refModel.data();
     const int columns = model->columnCount();
     for (int column = 0; column < columns; ++column)
-        columnPicker->addItem(model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        columnPicker->addItem(
+            model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
     columnPicker->setCurrentIndex(-1);
     connect(columnPicker, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboColumnChanged(int)));
-    connect(columnPicker, SIGNAL(popupWillShow(bool&)), this, SLOT(onComboColumnPopupWillShow(bool&)));
+    connect(columnPicker, SIGNAL(popupWillShow(bool &)), this,
+        SLOT(onComboColumnPopupWillShow(bool &)));
     setCellWidget(row, ColumnColumn, columnPicker);
 
     auto *comparator = new CMwPickerForTable(this);
     comparator->addItems(VelFilterVocabulary::comparatorTexts());
     comparator->setCurrentIndex(VelFilterVocabulary::GreaterOrEqual);
     comparator->setEnabled(false);
-    connect(comparator, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboComparatorChanged(int)));
-    connect(comparator, SIGNAL(popupWillShow(bool&)), this, SLOT(onComboComparatorPopupWillShow(bool&)));
+    connect(
+        comparator, SIGNAL(currentIndexChanged(int)), this, SLOT(onComboComparatorChanged(int)));
+    connect(comparator, SIGNAL(popupWillShow(bool &)), this,
+        SLOT(onComboComparatorPopupWillShow(bool &)));
     setCellWidget(row, ComparatorColumn, comparator);
 
     // The pickers carry their column's caption as name for screen readers,
@@ -183,7 +197,8 @@ void CMwFilterWidget::addRow(int row)
     value->setFlags(value->flags() & ~Qt::ItemIsEnabled);
     setItem(row, ValueColumn, value);
     // Made again for every row, on purpose (docs/compatibility.md).
-    connect(this, SIGNAL(itemChanged(QTableWidgetItem*)), this, SLOT(onItemChanged(QTableWidgetItem*)));
+    connect(this, SIGNAL(itemChanged(QTableWidgetItem *)), this,
+        SLOT(onItemChanged(QTableWidgetItem *)));
 
     updateMaximumHeight();
 }
@@ -193,8 +208,8 @@ void CMwFilterWidget::updateMaximumHeight()
     // The header gets the height QTableView::updateGeometries gives it; using
     // the same rule keeps the limit right before the widget is first laid out.
     const QHeaderView *header = horizontalHeader();
-    const int headerHeight =
-        header->isHidden() ? 0 : qMax(header->minimumHeight(), header->sizeHint().height());
+    const int headerHeight
+        = header->isHidden() ? 0 : qMax(header->minimumHeight(), header->sizeHint().height());
     const int rowHeight0 = rowCount() > 0 ? rowHeight(0) : 0;
     setMaximumHeight(rowCount() * (rowHeight0 + 1) + (headerHeight - 1) + 3);
 }
@@ -211,7 +226,8 @@ void CMwFilterWidget::enableRow(int row, bool enable)
         if (column == CheckColumn && !enable)
             continue;
         if (QTableWidgetItem *cell = item(row, column)) {
-            cell->setFlags(enable ? cell->flags() | Qt::ItemIsEnabled : cell->flags() & ~Qt::ItemIsEnabled);
+            cell->setFlags(
+                enable ? cell->flags() | Qt::ItemIsEnabled : cell->flags() & ~Qt::ItemIsEnabled);
         } else if (QWidget *widget = cellWidget(row, column)) {
             widget->setEnabled(enable);
         }
@@ -372,13 +388,15 @@ void CMwFilterWidget::onComboColumnChanged(int index)
         else
             value->setText(sample.toString());
         // A float is aligned left, on purpose (docs/compatibility.md).
-        const bool right = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::UInt;
+        const bool right
+            = type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::UInt;
         value->setTextAlignment(right ? Qt::AlignRight : Qt::AlignLeft);
     }
 
     // The placeholder has just been used: the table gets a new one.
     if (rowCount() > 0) {
-        const auto *last = qobject_cast<const QComboBox *>(cellWidget(rowCount() - 1, ColumnColumn));
+        const auto *last
+            = qobject_cast<const QComboBox *>(cellWidget(rowCount() - 1, ColumnColumn));
         if (last && last->currentIndex() != -1)
             addRow(-1);
     }
@@ -422,10 +440,7 @@ void CMwFilterWidget::onComboComparatorPopupWillShow(bool &bShow)
     popupWillShow(bShow, ComparatorColumn);
 }
 
-void CMwFilterWidget::onActivateFilter(bool bEnable)
-{
-    onFilterChanged(bEnable);
-}
+void CMwFilterWidget::onActivateFilter(bool bEnable) { onFilterChanged(bEnable); }
 
 void CMwFilterWidget::onFilterChanged(bool active)
 {

@@ -40,7 +40,8 @@ CMwPickerForTable::CMwPickerForTable(QAbstractItemModel *model, QWidget *parent)
     setCurrentIndex(-1);
 }
 
-CMwPickerForTable::CMwPickerForTable(const QString &text, QAbstractItemModel *model, QWidget *parent)
+CMwPickerForTable::CMwPickerForTable(
+    const QString &text, QAbstractItemModel *model, QWidget *parent)
     : CMwPickerForTable(new CMwPickerForTablePrivate(this), parent)
 {
     Q_D(CMwPickerForTable);
@@ -71,20 +72,11 @@ void CMwPickerForTable::init(QAbstractItemModel *model, QWidget *parent)
     d->updateDescription();
 }
 
-void CMwPickerForTable::setIcon(const QIcon &icon)
-{
-    setItemIcon(0, icon);
-}
+void CMwPickerForTable::setIcon(const QIcon &icon) { setItemIcon(0, icon); }
 
-void CMwPickerForTable::setText(const QString &text)
-{
-    setItemText(0, text);
-}
+void CMwPickerForTable::setText(const QString &text) { setItemText(0, text); }
 
-QAbstractItemModel *CMwPickerForTable::model() const
-{
-    return QComboBox::model();
-}
+QAbstractItemModel *CMwPickerForTable::model() const { return QComboBox::model(); }
 
 void CMwPickerForTable::initStyleOption(QStyleOptionComboBox *option) const
 {

@@ -3,8 +3,8 @@
 
 #include <vel_qt_widgets/CMwPickerForTable.h>
 
-#include <QtGui/QIcon>
 #include <QtCore/QString>
+#include <QtGui/QIcon>
 
 class VEL_QT_WIDGETS_EXPORT CMwPickerForTablePrivate
 {
@@ -15,7 +15,7 @@ public:
     virtual ~CMwPickerForTablePrivate();
 
     CMwPickerForTable *q_ptr;
-    QIcon m_icon;   // beside the "<select>" placeholder
+    QIcon m_icon; // beside the "<select>" placeholder
     QString m_text; // caller's placeholder; empty means "<select>"
     // The accessible description this picker set itself (the placeholder);
     // one the application set is left alone.

@@ -190,10 +190,10 @@ void CMwSortFilterProxyModelPrivate::connectSource(QAbstractItemModel *model)
     if (!model)
         return;
     const char *const signalNames[] = {
-        SIGNAL(headerDataChanged(Qt::Orientation,int,int)),
-        SIGNAL(columnsInserted(QModelIndex,int,int)),
-        SIGNAL(columnsRemoved(QModelIndex,int,int)),
-        SIGNAL(columnsMoved(QModelIndex,int,int,QModelIndex,int)),
+        SIGNAL(headerDataChanged(Qt::Orientation, int, int)),
+        SIGNAL(columnsInserted(QModelIndex, int, int)),
+        SIGNAL(columnsRemoved(QModelIndex, int, int)),
+        SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
         SIGNAL(modelReset()),
         SIGNAL(destroyed()),
     };
@@ -282,8 +282,9 @@ void CMwSortFilterProxyModel::setFilterRows(QVector<QVector<QVariant>> filter)
     for (int i = 0; i < filter.size(); ++i) {
         const QVector<QVariant> &row = filter.at(i);
         if (row.size() < 5) {
-            qWarning("CMwSortFilterProxyModel::setFilterRows: row %d has %d elements, expected 5; ignored",
-                     i, int(row.size()));
+            qWarning("CMwSortFilterProxyModel::setFilterRows: row %d has %d elements, expected 5; "
+                     "ignored",
+                i, int(row.size()));
             continue;
         }
         FilterCondition condition;
@@ -333,7 +334,8 @@ int CMwSortFilterProxyModel::sourceColumnFromName(const QString &column) const
     return -1;
 }
 
-bool CMwSortFilterProxyModel::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
+bool CMwSortFilterProxyModel::filterAcceptsRow(
+    int source_row, const QModelIndex &source_parent) const
 {
     Q_D(const CMwSortFilterProxyModel);
     bool result = true;

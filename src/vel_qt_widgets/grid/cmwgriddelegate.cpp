@@ -132,8 +132,8 @@ void paintFillerBelow(
         drawEmptyItem(painter, filler);
         if (lastColumn) {
             QStyleOptionViewItem right = filler;
-            right.rect = QRect(filler.rect.right() + 1, filler.rect.top(), widgetWidth,
-                               filler.rect.height());
+            right.rect = QRect(
+                filler.rect.right() + 1, filler.rect.top(), widgetWidth, filler.rect.height());
             drawEmptyItem(painter, right);
         }
     };
@@ -152,7 +152,6 @@ void paintFillerBelow(
 }
 
 } // namespace
-
 
 CMwGridDelegate::CMwGridDelegate(QObject *parent)
     : QStyledItemDelegate(parent)

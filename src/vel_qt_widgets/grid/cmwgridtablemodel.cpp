@@ -1,7 +1,7 @@
 #include "cmwgridtablemodel_p.h"
 #include "cmwqtcompat_p.h"
-#include "qvectorcalcstatistics_p.h"
 #include "cmwvariantcompare_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 #include <vel_qt_widgets/CMwGridTableModel.h>
@@ -389,8 +389,8 @@ QVariant CMwGridTableModel::Private::groupData(int group, int column, int role) 
     if (column == 0) {
         const QStringList &path = paths.at(groupColumn);
         const QString caption = path.isEmpty() ? QString() : path.last();
-        const QString value = g.value.isValid() ? g.value.toString()
-                                                : CMwGridTableModel::tr("(empty)");
+        const QString value
+            = g.value.isValid() ? g.value.toString() : CMwGridTableModel::tr("(empty)");
         return CMwGridTableModel::tr("%1: %2 (%3)").arg(caption, value).arg(g.records.size());
     }
     // The grouped column carries the raw value, so sorting by it orders groups.
@@ -445,20 +445,14 @@ void CMwGridTableModel::appendRecord(const QVector<QVariant> &record)
     }
 }
 
-void CMwGridTableModel::clear()
-{
-    d->resetTable({}, {}, 0);
-}
+void CMwGridTableModel::clear() { d->resetTable({}, {}, 0); }
 
 QStringList CMwGridTableModel::headerPath(int column) const
 {
     return column >= 0 && column < d->columnCount() ? d->paths.at(column) : QStringList();
 }
 
-int CMwGridTableModel::recordCount() const
-{
-    return d->records;
-}
+int CMwGridTableModel::recordCount() const { return d->records; }
 
 QVariant CMwGridTableModel::value(int record, int column) const
 {
@@ -505,10 +499,7 @@ void CMwGridTableModel::setCsvSizeLimit(qint64 bytes)
     d->csvSizeLimit = bytes;
 }
 
-int CMwGridTableModel::groupColumn() const
-{
-    return d->groupColumn;
-}
+int CMwGridTableModel::groupColumn() const { return d->groupColumn; }
 
 void CMwGridTableModel::groupByColumn(mw_int32 iLogicalIndex)
 {
@@ -550,10 +541,7 @@ int CMwGridTableModel::rowCount(const QModelIndex &parent) const
     return d->groups.at(parent.row()).records.size();
 }
 
-int CMwGridTableModel::columnCount(const QModelIndex &) const
-{
-    return d->columnCount();
-}
+int CMwGridTableModel::columnCount(const QModelIndex &) const { return d->columnCount(); }
 
 bool CMwGridTableModel::hasChildren(const QModelIndex &parent) const
 {
@@ -805,9 +793,8 @@ class CsvReader
 public:
     explicit CsvReader(QChar fieldSeparator)
         // A lone surrogate matches no UTF-8 text.
-        : separator(
-            fieldSeparator.isSurrogate() ? QByteArray("\xFF\xFE\xFF")
-                                        : QString(fieldSeparator).toUtf8())
+        : separator(fieldSeparator.isSurrogate() ? QByteArray("\xFF\xFE\xFF")
+                                                 : QString(fieldSeparator).toUtf8())
     {
         stops[uchar('\r')] = stops[uchar('\n')] = true;
         stops[uchar(this->separator.at(0))] = true;

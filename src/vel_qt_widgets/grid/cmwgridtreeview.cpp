@@ -3,7 +3,6 @@
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
 
-
 CMwGridTreeView::CMwGridTreeView(QWidget *parent)
     : QTreeView(parent)
 {

@@ -1,21 +1,21 @@
 #include "cmwhierarchicalgridview_p.h"
 
+#include "cmwvariantcompare_p.h"
 #include "gridlookup_p.h"
 #include "gridmetrics_p.h"
 #include "qvectorcalcstatistics_p.h"
 #include "selectedrows_p.h"
 #include "statisticsheaderview_p.h"
-#include "cmwvariantcompare_p.h"
 
 #include <vel_system/MW_GetTranslation.h>
 
+#include <QAction>
 #include <QtCore/QEvent>
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QIcon>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QStandardItemModel>
-#include <QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
@@ -62,8 +62,8 @@ const char *const statisticsLabels[statisticsRows] = {
     QT_TRANSLATE_NOOP("CMwHierarchicalGridView", "StDev"),
 };
 
-const int statisticsRoles[statisticsRows] = {StatCountRole, StatDistinctRole, StatMinRole,
-                                             StatMaxRole,   StatMeanRole,     StatStDevRole};
+const int statisticsRoles[statisticsRows]
+    = {StatCountRole, StatDistinctRole, StatMinRole, StatMaxRole, StatMeanRole, StatStDevRole};
 
 } // namespace
 
@@ -406,9 +406,8 @@ void CMwHierarchicalGridView::setModel(QAbstractItemModel *model)
         auto *proxy = new CMwSortFilterProxyModel(this);
         proxy->setSourceModel(model);
         view->setModel(proxy);
-        connect(view->selectionModel(),
-                SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
-                SLOT(onTreeViewSelectionChanged(QItemSelection, QItemSelection)));
+        connect(view->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)),
+            this, SLOT(onTreeViewSelectionChanged(QItemSelection, QItemSelection)));
         if (CMwFilterWidget *filter = d->filterTable())
             filter->setRefModel(proxy);
         d->shownProxy = proxy;
@@ -555,7 +554,7 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
         // A lone text is no path (it adds no cell); Qt 6 would read it as a
         // one-caption list, Qt 5 as none.
         const bool isText = pathValue.userType() == QMetaType::QString
-                            || pathValue.userType() == QMetaType::QByteArray;
+            || pathValue.userType() == QMetaType::QByteArray;
         const QVariantList path = isText ? QVariantList() : pathValue.toList();
         QStandardItem *candidate = headerModel->item(0, qMax(headerModel->columnCount() - 1, 0));
         QStandardItem *parent = candidate;
@@ -695,7 +694,7 @@ void CMwHierarchicalGridView::updateControl()
         rowNumbers->update();
 }
 
-void CMwHierarchicalGridView::onTreeGeometriesChanged() {}
+void CMwHierarchicalGridView::onTreeGeometriesChanged() { }
 
 void CMwHierarchicalGridView::onShowColumn(mw_int32 iCol, bool bShow)
 {
@@ -704,7 +703,7 @@ void CMwHierarchicalGridView::onShowColumn(mw_int32 iCol, bool bShow)
         table->setColumnHidden(iCol, !bShow);
 }
 
-void CMwHierarchicalGridView::onExpanded(QModelIndex) {}
+void CMwHierarchicalGridView::onExpanded(QModelIndex) { }
 
 // By value: the public signature is fixed.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
@@ -722,10 +721,7 @@ void CMwHierarchicalGridView::onTreeViewSelectionChanged(QItemSelection, QItemSe
         updateStatisticDataModel();
 }
 
-void CMwHierarchicalGridView::onSortIndicatorChanged(int, Qt::SortOrder)
-{
-    updateControl();
-}
+void CMwHierarchicalGridView::onSortIndicatorChanged(int, Qt::SortOrder) { updateControl(); }
 
 void CMwHierarchicalGridView::sectionResized(int logicalIndex, int, int newSize)
 {
@@ -750,7 +746,7 @@ void CMwHierarchicalGridView::showStatistics()
         table->setHidden(!table->isHidden());
 }
 
-void CMwHierarchicalGridView::activateFilter() {}
+void CMwHierarchicalGridView::activateFilter() { }
 
 void CMwHierarchicalGridView::editFilter()
 {
@@ -763,7 +759,7 @@ void CMwHierarchicalGridView::editFilter()
         filter->defineFilter();
 }
 
-void CMwHierarchicalGridView::onFilterChanged() {}
+void CMwHierarchicalGridView::onFilterChanged() { }
 
 bool CMwHierarchicalGridView::eventFilter(QObject *watched, QEvent *event)
 {

@@ -13,10 +13,7 @@ namespace {
 
 // mw_int32 is a typedef moc cannot see through; the name must be known for
 // queued connections and signal spies.
-void registerGridTypes()
-{
-    qRegisterMetaType<mw_int32>("mw_int32");
-}
+void registerGridTypes() { qRegisterMetaType<mw_int32>("mw_int32"); }
 
 // Room for the sort arrow on top of the style's own (docs/compatibility.md).
 constexpr int sortIndicatorAllowance = 12;
@@ -70,8 +67,8 @@ QModelIndex CMwHierarchicalHeaderViewPrivate::leafForSection(int section) const
                                                           : QModelIndex();
 }
 
-int CMwHierarchicalHeaderViewPrivate::spanLength(const QModelIndex &cell, const QModelIndex &leaf,
-                                                 int section) const
+int CMwHierarchicalHeaderViewPrivate::spanLength(
+    const QModelIndex &cell, const QModelIndex &leaf, int section) const
 {
     Q_UNUSED(leaf) // its place follows from the section number
     Q_Q(const CMwHierarchicalHeaderView);
@@ -90,8 +87,8 @@ int CMwHierarchicalHeaderViewPrivate::spanLength(const QModelIndex &cell, const 
     return length;
 }
 
-int CMwHierarchicalHeaderViewPrivate::spanStart(const QModelIndex &cell, const QModelIndex &leaf,
-                                                int section, int sectionStart) const
+int CMwHierarchicalHeaderViewPrivate::spanStart(
+    const QModelIndex &cell, const QModelIndex &leaf, int section, int sectionStart) const
 {
     Q_UNUSED(leaf) // its place follows from the section number
     Q_Q(const CMwHierarchicalHeaderView);
@@ -161,8 +158,7 @@ QSize CMwHierarchicalHeaderViewPrivate::measureCell(
 }
 
 void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect &rect,
-                                                 const QModelIndex &leaf, int section,
-                                                 const QStyleOptionHeader &option) const
+    const QModelIndex &leaf, int section, const QStyleOptionHeader &option) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
     const QPointF brushOrigin = painter->brushOrigin();
@@ -179,9 +175,8 @@ void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect 
 }
 
 int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &rect,
-                                               const QModelIndex &cell, const QModelIndex &leaf,
-                                               int section, int offset,
-                                               const QStyleOptionHeader &option) const
+    const QModelIndex &cell, const QModelIndex &leaf, int section, int offset,
+    const QStyleOptionHeader &option) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
     QStyleOptionHeader opt = option;
@@ -205,11 +200,11 @@ int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &r
     if (horizontal) {
         thickness = isLeaf ? rect.height() - offset : measured.height();
         cellRect = QRect(spanStart(cell, leaf, section, rect.left()), offset,
-                         spanLength(cell, leaf, section), thickness);
+            spanLength(cell, leaf, section), thickness);
     } else {
         thickness = isLeaf ? rect.width() - offset : measured.width();
         cellRect = QRect(offset, spanStart(cell, leaf, section, rect.top()), thickness,
-                         spanLength(cell, leaf, section));
+            spanLength(cell, leaf, section));
     }
 
     opt.text = cell.data(Qt::DisplayRole).toString();
@@ -233,8 +228,8 @@ int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &r
     return offset + thickness;
 }
 
-void CMwHierarchicalHeaderViewPrivate::drawTrailingPiece(QPainter *painter,
-                                                         const QRect &lastSection) const
+void CMwHierarchicalHeaderViewPrivate::drawTrailingPiece(
+    QPainter *painter, const QRect &lastSection) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
     painter->save();
@@ -252,8 +247,8 @@ CMwHierarchicalHeaderView::CMwHierarchicalHeaderView(Qt::Orientation orientation
 {
 }
 
-CMwHierarchicalHeaderView::CMwHierarchicalHeaderView(CMwHierarchicalHeaderViewPrivate *d,
-                                                     Qt::Orientation orientation, QWidget *parent)
+CMwHierarchicalHeaderView::CMwHierarchicalHeaderView(
+    CMwHierarchicalHeaderViewPrivate *d, Qt::Orientation orientation, QWidget *parent)
     : QHeaderView(orientation, parent)
     , d_vel(d)
 {
@@ -270,7 +265,7 @@ void CMwHierarchicalHeaderView::init()
     connect(this, SIGNAL(sectionCountChanged(int, int)), d->cache, SLOT(invalidate()));
     connect(this, SIGNAL(sectionResized(int, int, int)), this, SLOT(onSectionResized(int)));
     connect(this, SIGNAL(customContextMenuRequested(QPoint)), this,
-            SLOT(onCustomMenuRequested(QPoint)));
+        SLOT(onCustomMenuRequested(QPoint)));
     setSortIndicatorShown(true);
     setSortIndicator(0, Qt::AscendingOrder);
     setSectionsClickable(true);
@@ -309,8 +304,8 @@ void CMwHierarchicalHeaderView::setModel(QAbstractItemModel *model)
 {
     QAbstractItemModel *supplied = nullptr;
     if (model) {
-        const int role = orientation() == Qt::Horizontal ? HorizontalHeaderModelRole
-                                                         : VerticalHeaderModelRole;
+        const int role
+            = orientation() == Qt::Horizontal ? HorizontalHeaderModelRole : VerticalHeaderModelRole;
         const QVariant value = model->data(QModelIndex(), role);
         if (value.isValid())
             supplied = qobject_cast<QAbstractItemModel *>(value.value<QObject *>());
@@ -320,8 +315,8 @@ void CMwHierarchicalHeaderView::setModel(QAbstractItemModel *model)
     QHeaderView::setModel(model);
 
     if (model) {
-        const int count = orientation() == Qt::Horizontal ? model->columnCount()
-                                                          : model->rowCount();
+        const int count
+            = orientation() == Qt::Horizontal ? model->columnCount() : model->rowCount();
         if (count > 0)
             initializeSections(0, count - 1);
     }
@@ -374,7 +369,8 @@ QStyleOptionHeader CMwHierarchicalHeaderView::styleOptionForCell(int logicalInde
     }
     if (selection) {
         const bool previous = visual > 0 && wholly(this->logicalIndex(visual - 1));
-        const bool next = visual >= 0 && visual + 1 < count() && wholly(this->logicalIndex(visual + 1));
+        const bool next
+            = visual >= 0 && visual + 1 < count() && wholly(this->logicalIndex(visual + 1));
         if (previous && next)
             opt.selectedPosition = QStyleOptionHeader::NextAndPreviousAreSelected;
         else if (previous)
@@ -387,8 +383,8 @@ QStyleOptionHeader CMwHierarchicalHeaderView::styleOptionForCell(int logicalInde
     return opt;
 }
 
-void CMwHierarchicalHeaderView::paintSection(QPainter *painter, const QRect &rect,
-                                             int logicalIndex) const
+void CMwHierarchicalHeaderView::paintSection(
+    QPainter *painter, const QRect &rect, int logicalIndex) const
 {
     Q_D(const CMwHierarchicalHeaderView);
     if (!rect.isValid()) {

@@ -40,10 +40,9 @@ public:
 
     QSize measureCell(const QModelIndex &cell, const QStyleOptionHeader &option) const;
     void drawStack(QPainter *painter, const QRect &rect, const QModelIndex &leaf, int section,
-                   const QStyleOptionHeader &option) const;
+        const QStyleOptionHeader &option) const;
     int drawCell(QPainter *painter, const QRect &rect, const QModelIndex &cell,
-                 const QModelIndex &leaf, int section, int offset,
-                 const QStyleOptionHeader &option) const;
+        const QModelIndex &leaf, int section, int offset, const QStyleOptionHeader &option) const;
     // The empty header piece right of the last section.
     void drawTrailingPiece(QPainter *painter, const QRect &lastSection) const;
     // The column menu for section (-1 is passed on unchecked), moved to pos

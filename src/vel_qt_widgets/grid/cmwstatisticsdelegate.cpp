@@ -5,12 +5,15 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTableView>
 
-CMwStatisticsDelegate::CMwStatisticsDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
+CMwStatisticsDelegate::CMwStatisticsDelegate(QObject *parent)
+    : QStyledItemDelegate(parent)
+{
+}
 
 CMwStatisticsDelegate::~CMwStatisticsDelegate() = default;
 
-void CMwStatisticsDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                                  const QModelIndex &index) const
+void CMwStatisticsDelegate::paint(
+    QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const QAbstractItemModel *model = index.model();
     const int columns = model ? model->columnCount(index.parent()) : 0;
@@ -21,9 +24,10 @@ void CMwStatisticsDelegate::paint(QPainter *painter, const QStyleOptionViewItem 
     // The last column continues the grid lines to the table's right edge.
     if (auto *table = qobject_cast<const QTableView *>(option.widget)) {
         painter->save();
-        const int gridHint = table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table);
+        const int gridHint
+            = table->style()->styleHint(QStyle::SH_Table_GridLineColor, &option, table);
         const QPen pen(QColor::fromRgb(static_cast<QRgb>(gridHint)), 0, table->gridStyle(),
-                       Qt::SquareCap, Qt::BevelJoin);
+            Qt::SquareCap, Qt::BevelJoin);
         painter->setPen(pen);
         QRect rect = option.rect.translated(option.rect.width(), 0);
         rect.setRight(rect.left() + table->width() - 1);

@@ -9,12 +9,11 @@
 #include <QtWidgets/QStyleOptionHeader>
 #include <QtWidgets/QTreeView>
 
-
 class CMwVHeaderView::Private
 {
 public:
-    static void drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
-                               const QRect &lastSection);
+    static void drawCellsBelow(
+        const CMwVHeaderView *q, QPainter *painter, const QRect &lastSection);
 
     QPointer<QTreeView> treeView;
     QPointer<CMwVHeaderViewModel> wrapper;
@@ -40,10 +39,7 @@ void CMwVHeaderView::setTreeView(QTreeView *treeView)
     viewport()->update();
 }
 
-QTreeView *CMwVHeaderView::treeView() const
-{
-    return d->treeView.data();
-}
+QTreeView *CMwVHeaderView::treeView() const { return d->treeView.data(); }
 
 void CMwVHeaderView::setModel(QAbstractItemModel *model)
 {
@@ -63,8 +59,8 @@ void CMwVHeaderView::paintEvent(QPaintEvent *event)
         // the cells the last section drew below itself; they go on top again.
         const int last = count() - 1;
         if (last >= 0 && !isSectionHidden(last)) {
-            const QRect rect(0, sectionViewportPosition(last), viewport()->width(),
-                             sectionSize(last));
+            const QRect rect(
+                0, sectionViewportPosition(last), viewport()->width(), sectionSize(last));
             if (rect.isValid() && rect.bottom() < viewport()->height()) {
                 QPainter painter(viewport());
                 d->drawCellsBelow(this, &painter, rect);
@@ -119,8 +115,8 @@ void CMwVHeaderView::paintSection(QPainter *painter, const QRect &rect, int logi
         d->drawCellsBelow(this, painter, rect);
 }
 
-void CMwVHeaderView::Private::drawCellsBelow(const CMwVHeaderView *q, QPainter *painter,
-                                             const QRect &lastSection)
+void CMwVHeaderView::Private::drawCellsBelow(
+    const CMwVHeaderView *q, QPainter *painter, const QRect &lastSection)
 {
     if (q->height() <= lastSection.bottom())
         return;

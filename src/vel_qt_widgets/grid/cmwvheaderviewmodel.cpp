@@ -36,17 +36,14 @@ void CMwVHeaderViewModel::setSourceModel(QAbstractItemModel *model)
         velConnectShapeAboutToChange(model, this, SLOT(onSourceAboutToChange()));
         velConnectShapeChanged(model, this, SLOT(onSourceChanged()));
         connect(model, SIGNAL(headerDataChanged(Qt::Orientation, int, int)), this,
-                SLOT(onSourceHeaderDataChanged(Qt::Orientation)));
+            SLOT(onSourceHeaderDataChanged(Qt::Orientation)));
         connect(model, SIGNAL(destroyed()), this, SLOT(onSourceAboutToChange()));
         connect(model, SIGNAL(destroyed()), this, SLOT(onSourceChanged()));
     }
     endResetModel();
 }
 
-QAbstractItemModel *CMwVHeaderViewModel::sourceModel() const
-{
-    return d->source.data();
-}
+QAbstractItemModel *CMwVHeaderViewModel::sourceModel() const { return d->source.data(); }
 
 int CMwVHeaderViewModel::rowCount(const QModelIndex &parent) const
 {

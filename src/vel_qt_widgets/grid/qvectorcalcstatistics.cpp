@@ -1,5 +1,5 @@
-#include "qvectorcalcstatistics_p.h"
 #include "cmwvariantcompare_p.h"
+#include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>
 
@@ -164,10 +164,7 @@ constexpr quint32 invalidRank = std::numeric_limits<quint32>::max();
 
 constexpr quint64 signFlip = quint64(1) << 63;
 
-inline quint64 signedBits(qint64 v)
-{
-    return quint64(v) ^ signFlip;
-}
+inline quint64 signedBits(qint64 v) { return quint64(v) ^ signFlip; }
 
 // Monotone map of a non-NaN double onto unsigned integers; -0.0 and 0.0 are
 // equal for operator< and must stay equal here.
@@ -183,8 +180,8 @@ inline quint64 doubleBits(double d)
 // True when \a order lists \a texts in localeAwareCompare order; \a rises
 // receives, per position, whether the text there is greater than the one
 // before it (the ranks need exactly that).
-bool isLocaleOrdered(const QVector<QString> &texts, const QVector<int> &order,
-                     std::vector<bool> &rises)
+bool isLocaleOrdered(
+    const QVector<QString> &texts, const QVector<int> &order, std::vector<bool> &rises)
 {
     rises.assign(static_cast<size_t>(order.size()), false);
     for (int i = 1; i < order.size(); ++i) {
@@ -378,13 +375,12 @@ QVector<quint64> stringRanks(const QVector<QString> &texts)
     if (!isLocaleOrdered(texts, order, rises)) {
         ++fallbackCount;
         std::iota(order.begin(), order.end(), 0);
-        vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
-            return texts.at(a).localeAwareCompare(texts.at(b)) < 0;
-        });
+        vel::boundedMergeSort(order.data(), n,
+            [&texts](int a, int b) { return texts.at(a).localeAwareCompare(texts.at(b)) < 0; });
         rises.assign(static_cast<size_t>(n), false);
         for (int i = 1; i < n; ++i) {
-            rises[static_cast<size_t>(i)] =
-                texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0;
+            rises[static_cast<size_t>(i)]
+                = texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0;
         }
     }
     QVector<quint64> ranks(n);
@@ -550,8 +546,8 @@ void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const Q
                     : Equality::Different;
             }
         }
-        const bool differs
-            = known == Equality::Different || (known == Equality::Unknown && !vel::Qt5Variant::equal(v, previous));
+        const bool differs = known == Equality::Different
+            || (known == Equality::Unknown && !vel::Qt5Variant::equal(v, previous));
         if (differs) {
             previous = v;
             previousKey = key;
@@ -613,7 +609,7 @@ constexpr quint64 digitMask = (quint64(1) << digitBits) - 1;
 // Stable least-significant-digit radix sort of 64-bit items by keyOf(item),
 // 11 bits a pass: six passes for a million values instead of eight, and
 // eight bytes moved per value instead of the sixteen of a SortKey.
-template <typename KeyOf>
+template<typename KeyOf>
 void radixSortItems(std::vector<quint64> &items, KeyOf keyOf)
 {
     const size_t n = items.size();
@@ -848,9 +844,9 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct, doub
     return true;
 }
 
-template <typename Cells>
+template<typename Cells>
 void generalStatisticsOf(const Cells &values, double &count, double &distinct, double &min,
-                         double &max, double &mean, double &stdev)
+    double &max, double &mean, double &stdev)
 {
     count = 0;
     distinct = 0;
@@ -884,9 +880,9 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
         stdev = standardDeviation(sum, n);
 }
 
-template <typename Cells>
+template<typename Cells>
 void statisticsOf(const Cells &values, double &count, double &distinct, double &min, double &max,
-                  double &mean, double &stdev)
+    double &mean, double &stdev)
 {
     count = 0;
     distinct = 0;
@@ -915,7 +911,7 @@ void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbe
 } // namespace vel
 
 void QVectorCalcStatistics(const QVector<QVariant> &values, double &count, double &distinct,
-                           double &min, double &max, double &mean, double &stdev)
+    double &min, double &max, double &mean, double &stdev)
 {
-    statisticsOf(VectorCells{values}, count, distinct, min, max, mean, stdev);
+    statisticsOf(VectorCells {values}, count, distinct, min, max, mean, stdev);
 }

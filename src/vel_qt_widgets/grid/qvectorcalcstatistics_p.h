@@ -16,7 +16,7 @@ namespace vel {
 // every loop is bounded by indices, never by what less() answers, so an
 // inconsistent comparator (NaN, address order) yields some permutation
 // instead of undefined behaviour. Stable for a consistent comparator.
-template <typename T, typename Less>
+template<typename T, typename Less>
 void boundedMergeSort(T *first, qint64 n, Less less)
 {
     if (n < 2)

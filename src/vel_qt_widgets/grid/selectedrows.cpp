@@ -21,17 +21,17 @@ namespace {
     {
         const auto *proxy = qobject_cast<const CMwSortFilterProxyModel *>(model);
         return proxy && typeid(*proxy) == typeid(CMwSortFilterProxyModel) ? proxy : nullptr;
-}
+    }
 
-// True when no index of \a model has children: an ungrouped
-// CMwGridTableModel, also seen through the grid's proxy.
-bool knownFlat(const QAbstractItemModel *model)
-{
-    if (const CMwSortFilterProxyModel *proxy = exactProxy(model))
-        model = proxy->sourceModel();
-    const GridTableCells *table = GridTableCells::of(model);
-    return table && table->isFlat();
-}
+    // True when no index of \a model has children: an ungrouped
+    // CMwGridTableModel, also seen through the grid's proxy.
+    bool knownFlat(const QAbstractItemModel *model)
+    {
+        if (const CMwSortFilterProxyModel *proxy = exactProxy(model))
+            model = proxy->sourceModel();
+        const GridTableCells *table = GridTableCells::of(model);
+        return table && table->isFlat();
+    }
 
 } // namespace
 
@@ -83,7 +83,8 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
                 continue;
             looked[static_cast<size_t>(row)] = true;
             bool selected = false;
-            if (wholeRows && (m_model->flags(m_model->index(row, 0, parentIndex)) & Qt::ItemIsSelectable)) {
+            if (wholeRows
+                && (m_model->flags(m_model->index(row, 0, parentIndex)) & Qt::ItemIsSelectable)) {
                 if (flat) {
                     selected = true;
                 } else {
@@ -99,7 +100,7 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
             }
             if (!selected)
                 continue;
-            m_rows.push_back(Row{p, row});
+            m_rows.push_back(Row {p, row});
             m_parents[p].anyRow = row;
             if (limit > 0 && int(m_rows.size()) >= limit)
                 return;
@@ -135,8 +136,8 @@ void SelectedRows::mapToSource()
         const Row &row = m_rows[i];
         if (m_parents.at(row.parent).columns <= 0)
             continue;
-        const QModelIndex source =
-            proxy->mapToSource(proxy->index(row.row, 0, m_parents.at(row.parent).index));
+        const QModelIndex source
+            = proxy->mapToSource(proxy->index(row.row, 0, m_parents.at(row.parent).index));
         if (!source.isValid())
             continue;
         m_sourceRows[i] = source.row();

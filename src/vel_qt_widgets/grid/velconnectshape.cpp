@@ -5,7 +5,7 @@
 namespace {
 
 void connectAll(const QAbstractItemModel *model, const char *const (&signalList)[8],
-                const QObject *receiver, const char *slot)
+    const QObject *receiver, const char *slot)
 {
     if (!model || !receiver)
         return;
@@ -15,7 +15,8 @@ void connectAll(const QAbstractItemModel *model, const char *const (&signalList)
 
 } // namespace
 
-void velConnectShapeChanged(const QAbstractItemModel *model, const QObject *receiver, const char *slot)
+void velConnectShapeChanged(
+    const QAbstractItemModel *model, const QObject *receiver, const char *slot)
 {
     static const char *const signalList[8] = {
         SIGNAL(modelReset()),
@@ -30,12 +31,13 @@ void velConnectShapeChanged(const QAbstractItemModel *model, const QObject *rece
     connectAll(model, signalList, receiver, slot);
 }
 
-void velConnectShapeAboutToChange(const QAbstractItemModel *model, const QObject *receiver,
-                                  const char *slot)
+void velConnectShapeAboutToChange(
+    const QAbstractItemModel *model, const QObject *receiver, const char *slot)
 {
     static const char *const signalList[8] = {
         SIGNAL(modelAboutToBeReset()),
-        SIGNAL(layoutAboutToBeChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+        SIGNAL(layoutAboutToBeChanged(
+            QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
         SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
         SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)),
         SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),

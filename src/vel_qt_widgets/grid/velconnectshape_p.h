@@ -11,10 +11,11 @@ QT_END_NAMESPACE
 // Connects every signal a model sends after its rows or columns may stand
 // elsewhere (reset, layout change, rows or columns inserted, removed or
 // moved) to \a slot of \a receiver, in the string-based form.
-void velConnectShapeChanged(const QAbstractItemModel *model, const QObject *receiver, const char *slot);
+void velConnectShapeChanged(
+    const QAbstractItemModel *model, const QObject *receiver, const char *slot);
 
 // The same for the matching "about to" signals.
-void velConnectShapeAboutToChange(const QAbstractItemModel *model, const QObject *receiver,
-                                  const char *slot);
+void velConnectShapeAboutToChange(
+    const QAbstractItemModel *model, const QObject *receiver, const char *slot);
 
 #endif // VEL_QT_WIDGETS_VELCONNECTSHAPE_P_H

@@ -12,8 +12,8 @@ namespace {
 // spacings saturate instead of overflowing.
 int clampToInt(qint64 value)
 {
-    return int(
-        qBound(qint64(std::numeric_limits<int>::min()), value, qint64(std::numeric_limits<int>::max())));
+    return int(qBound(
+        qint64(std::numeric_limits<int>::min()), value, qint64(std::numeric_limits<int>::max())));
 }
 
 // Coordinates and sizes handed to QRect stay within half the int range, so

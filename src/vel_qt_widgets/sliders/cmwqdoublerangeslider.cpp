@@ -40,13 +40,14 @@ void CMwQDoubleRangeSliderPrivate::init()
 void CMwQDoubleRangeSliderPrivate::connectSlider()
 {
     Q_Q(CMwQDoubleRangeSlider);
-    QObject::connect(slider, SIGNAL(valuesChanged(int,int)), q, SLOT(onValuesChanged(int,int)));
+    QObject::connect(slider, SIGNAL(valuesChanged(int, int)), q, SLOT(onValuesChanged(int, int)));
     QObject::connect(slider, SIGNAL(minimumPositionChanged(int)), q, SLOT(onMinPosChanged(int)));
     QObject::connect(slider, SIGNAL(maximumPositionChanged(int)), q, SLOT(onMaxPosChanged(int)));
-    QObject::connect(slider, SIGNAL(positionsChanged(int,int)), q, SLOT(onPositionsChanged(int,int)));
+    QObject::connect(
+        slider, SIGNAL(positionsChanged(int, int)), q, SLOT(onPositionsChanged(int, int)));
     QObject::connect(slider, SIGNAL(sliderPressed()), q, SIGNAL(sliderPressed()));
     QObject::connect(slider, SIGNAL(sliderReleased()), q, SIGNAL(sliderReleased()));
-    QObject::connect(slider, SIGNAL(rangeChanged(int,int)), q, SLOT(onRangeChanged(int,int)));
+    QObject::connect(slider, SIGNAL(rangeChanged(int, int)), q, SLOT(onRangeChanged(int, int)));
     // Assistive technology sees this widget, not the inner slider.
     CMwQRangeSliderPrivate::get(slider)->outerWidget = q;
     // The widget's own handle tool tip speaks in public units, ahead of the
@@ -102,8 +103,8 @@ void CMwQDoubleRangeSliderPrivate::setHandleValue(Handle handle, double value)
     // gives way here, as it would have through the integer slider.
     if (lower ? otherValue < v : v < otherValue)
         otherValue = v;
-    announceValues(movedBeyondNoise(minimumValue, oldLower),
-                   movedBeyondNoise(maximumValue, oldUpper));
+    announceValues(
+        movedBeyondNoise(minimumValue, oldLower), movedBeyondNoise(maximumValue, oldUpper));
 }
 
 void CMwQDoubleRangeSliderPrivate::setHandlePosition(Handle handle, double position)
@@ -133,15 +134,9 @@ void CMwQDoubleRangeSliderPrivate::announceValues(bool lowerChanged, bool upperC
             q, lowerChanged, q->minimumValue(), upperChanged, q->maximumValue());
 }
 
-void CMwQDoubleRangeSliderPrivate::rebuildTickItems()
-{
-    setInnerTickItems(tickItems);
-}
+void CMwQDoubleRangeSliderPrivate::rebuildTickItems() { setInnerTickItems(tickItems); }
 
-CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const
-{
-    return slider;
-}
+CMwQSlider *CMwQDoubleRangeSliderPrivate::innerSlider() const { return slider; }
 
 void CMwQDoubleRangeSliderPrivate::applyPublicRange(double min, double max)
 {
@@ -174,7 +169,7 @@ void CMwQDoubleRangeSliderPrivate::reapplyValues()
 {
     Q_Q(CMwQDoubleRangeSlider);
     q->setValues(slider->property("inputMinimumValue").toDouble(),
-                 slider->property("inputMaximumValue").toDouble());
+        slider->property("inputMaximumValue").toDouble());
 }
 
 CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(QWidget *parent)
@@ -195,8 +190,8 @@ CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(CMwQDoubleRangeSliderPrivate *d, QW
     d->init();
 }
 
-CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(CMwQDoubleRangeSliderPrivate *d,
-                                             Qt::Orientation orientation, QWidget *parent)
+CMwQDoubleRangeSlider::CMwQDoubleRangeSlider(
+    CMwQDoubleRangeSliderPrivate *d, Qt::Orientation orientation, QWidget *parent)
     : CMwQDoubleRangeSlider(d, parent)
 {
     setOrientation(orientation);
@@ -217,8 +212,8 @@ void CMwQDoubleRangeSlider::setRange(double min, double max)
 
     // When a handle's integer survives the new range the inner slider reports
     // nothing, yet its double value may now lie outside; read it back then.
-    if (d->minimumValue < d->minimum || d->maximumValue > d->maximum
-        || d->maximumValue < d->minimum || d->minimumValue > d->maximum)
+    if (d->minimumValue < d->minimum || d->maximumValue > d->maximum || d->maximumValue < d->minimum
+        || d->minimumValue > d->maximum)
         onValuesChanged(d->slider->minimumValue(), d->slider->maximumValue());
 }
 
@@ -301,13 +296,15 @@ void CMwQDoubleRangeSlider::setMaximumValue(double maxVal)
 double CMwQDoubleRangeSlider::minimumPosition() const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    return d->toValue(d->handleValues(d->slider->minimumPosition(), d->slider->maximumPosition()).first);
+    return d->toValue(
+        d->handleValues(d->slider->minimumPosition(), d->slider->maximumPosition()).first);
 }
 
 double CMwQDoubleRangeSlider::maximumPosition() const
 {
     Q_D(const CMwQDoubleRangeSlider);
-    return d->toValue(d->handleValues(d->slider->minimumPosition(), d->slider->maximumPosition()).second);
+    return d->toValue(
+        d->handleValues(d->slider->minimumPosition(), d->slider->maximumPosition()).second);
 }
 
 void CMwQDoubleRangeSlider::setMinimumPosition(double position)
@@ -397,13 +394,15 @@ void CMwQDoubleRangeSlider::onValuesChanged(int min, int max)
 void CMwQDoubleRangeSlider::onMinPosChanged(int value)
 {
     Q_D(CMwQDoubleRangeSlider);
-    Q_EMIT minimumPositionChanged(d->toValue(d->handleValues(value, d->slider->maximumPosition()).first));
+    Q_EMIT minimumPositionChanged(
+        d->toValue(d->handleValues(value, d->slider->maximumPosition()).first));
 }
 
 void CMwQDoubleRangeSlider::onMaxPosChanged(int value)
 {
     Q_D(CMwQDoubleRangeSlider);
-    Q_EMIT maximumPositionChanged(d->toValue(d->handleValues(d->slider->minimumPosition(), value).second));
+    Q_EMIT maximumPositionChanged(
+        d->toValue(d->handleValues(d->slider->minimumPosition(), value).second));
 }
 
 void CMwQDoubleRangeSlider::onPositionsChanged(int min, int max)
@@ -445,8 +444,8 @@ bool CMwQDoubleRangeSlider::eventFilter(QObject *watched, QEvent *event)
                 QStyle::CC_Slider, &fitted, helpEvent->pos(), d->slider);
         }
         if (hit == QStyle::SC_SliderHandle) {
-            QToolTip::showText(helpEvent->globalPos(),
-                               d->handleToolTip.arg(shown, 0, 'g', -1, QLatin1Char(' ')));
+            QToolTip::showText(
+                helpEvent->globalPos(), d->handleToolTip.arg(shown, 0, 'g', -1, QLatin1Char(' ')));
             event->accept();
             return true;
         }

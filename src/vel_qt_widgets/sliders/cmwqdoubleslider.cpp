@@ -89,28 +89,16 @@ void CMwQDoubleSliderPrivate::init()
     QObject::connect(slider, SIGNAL(sliderMoved(int)), q, SLOT(onSliderMoved(int)));
     QObject::connect(slider, SIGNAL(sliderPressed()), q, SIGNAL(sliderPressed()));
     QObject::connect(slider, SIGNAL(sliderReleased()), q, SIGNAL(sliderReleased()));
-    QObject::connect(slider, SIGNAL(rangeChanged(int,int)), q, SLOT(onRangeChanged(int,int)));
+    QObject::connect(slider, SIGNAL(rangeChanged(int, int)), q, SLOT(onRangeChanged(int, int)));
 }
 
-double CMwQDoubleSliderPrivate::safeFromInteger(int i) const
-{
-    return safeFromInteger(i, offset);
-}
+double CMwQDoubleSliderPrivate::safeFromInteger(int i) const { return safeFromInteger(i, offset); }
 
-void CMwQDoubleSliderPrivate::updateOffset(double v)
-{
-    offset = offsetFor(v);
-}
+void CMwQDoubleSliderPrivate::updateOffset(double v) { offset = offsetFor(v); }
 
-void CMwQDoubleSliderPrivate::rebuildTickItems()
-{
-    setInnerTickItems(tickItems);
-}
+void CMwQDoubleSliderPrivate::rebuildTickItems() { setInnerTickItems(tickItems); }
 
-CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const
-{
-    return slider;
-}
+CMwQSlider *CMwQDoubleSliderPrivate::innerSlider() const { return slider; }
 
 void CMwQDoubleSliderPrivate::applyPublicRange(double min, double max)
 {
@@ -156,8 +144,8 @@ CMwQDoubleSlider::CMwQDoubleSlider(CMwQDoubleSliderPrivate *d, QWidget *parent)
     d->init();
 }
 
-CMwQDoubleSlider::CMwQDoubleSlider(CMwQDoubleSliderPrivate *d, Qt::Orientation orientation,
-                                   QWidget *parent)
+CMwQDoubleSlider::CMwQDoubleSlider(
+    CMwQDoubleSliderPrivate *d, Qt::Orientation orientation, QWidget *parent)
     : CMwQDoubleSlider(d, parent)
 {
     setOrientation(orientation);
@@ -322,7 +310,7 @@ bool CMwQDoubleSlider::eventFilter(QObject *watched, QEvent *event)
             QStyle::CC_Slider, &option, helpEvent->pos(), this);
         if (!d->handleToolTip.isEmpty() && hit == QStyle::SC_SliderHandle) {
             QToolTip::showText(helpEvent->globalPos(),
-                               d->handleToolTip.arg(value(), 0, 'g', -1, QLatin1Char(' ')));
+                d->handleToolTip.arg(value(), 0, 'g', -1, QLatin1Char(' ')));
             event->accept();
             return true;
         }

@@ -28,16 +28,16 @@ CMwQRangeSlider::CMwQRangeSlider(CMwQRangeSliderPrivate *d, QWidget *parent)
 {
     d->minimumValue = d->minimumPosition = minimum();
     d->maximumValue = d->maximumPosition = maximum();
-    connect(this, SIGNAL(rangeChanged(int,int)), this, SLOT(onRangeChanged(int,int)));
+    connect(this, SIGNAL(rangeChanged(int, int)), this, SLOT(onRangeChanged(int, int)));
 }
 
-CMwQRangeSlider::CMwQRangeSlider(CMwQRangeSliderPrivate *d, Qt::Orientation orientation,
-                                 QWidget *parent)
+CMwQRangeSlider::CMwQRangeSlider(
+    CMwQRangeSliderPrivate *d, Qt::Orientation orientation, QWidget *parent)
     : CMwQSlider(d, orientation, parent)
 {
     d->minimumValue = d->minimumPosition = minimum();
     d->maximumValue = d->maximumPosition = maximum();
-    connect(this, SIGNAL(rangeChanged(int,int)), this, SLOT(onRangeChanged(int,int)));
+    connect(this, SIGNAL(rangeChanged(int, int)), this, SLOT(onRangeChanged(int, int)));
 }
 
 CMwQRangeSlider::~CMwQRangeSlider() = default;
@@ -235,8 +235,10 @@ Track trackOf(const QSlider *slider, QStyleOptionSlider option)
 {
     CMwQSliderGeometry::fitStyleOption(&option);
     const QStyle *style = slider->style();
-    const QRect gr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
-    const QRect sr = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
+    const QRect gr
+        = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
+    const QRect sr
+        = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
     Track track;
     track.upsideDown = option.upsideDown;
     if (option.orientation == Qt::Horizontal) {
@@ -261,7 +263,7 @@ struct HandleHit
 };
 
 HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate *d,
-                                const QStyleOptionSlider &base, const QPoint &pos)
+    const QStyleOptionSlider &base, const QPoint &pos)
 {
     const QStyle *style = q->style();
     QStyleOptionSlider option = base;
@@ -269,15 +271,19 @@ HandleHit hitTestHandles(const CMwQRangeSlider *q, const CMwQRangeSliderPrivate 
     option.sliderPosition = d->minimumPosition;
     option.sliderValue = d->minimumValue;
     CMwQSliderGeometry::fitStyleOption(&option);
-    const QStyle::SubControl hitMin = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
-    const QRect minRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
+    const QStyle::SubControl hitMin
+        = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
+    const QRect minRect
+        = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
     option = base;
     option.sliderPosition = d->maximumPosition;
     option.sliderValue = d->maximumValue;
     CMwQSliderGeometry::fitStyleOption(&option);
-    const QStyle::SubControl hitMax = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
-    const QRect maxRect = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
+    const QStyle::SubControl hitMax
+        = style->hitTestComplexControl(QStyle::CC_Slider, &option, pos, q);
+    const QRect maxRect
+        = style->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, q);
 
     HandleHit hit;
     if (hitMin == QStyle::SC_SliderHandle && hitMax == QStyle::SC_SliderHandle) {
@@ -328,8 +334,9 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
     const bool horizontal = orientation() == Qt::Horizontal;
 
     if (hit.handle != CMwQRangeSliderPrivate::NoHandle) {
-        d->dragAnchorPosition = hit.handle == CMwQRangeSliderPrivate::LowerHandle ? d->minimumPosition
-                                                                                  : d->maximumPosition;
+        d->dragAnchorPosition = hit.handle == CMwQRangeSliderPrivate::LowerHandle
+            ? d->minimumPosition
+            : d->maximumPosition;
         d->dragClickOffset = mepos - (horizontal ? hit.rect.left() : hit.rect.top());
         setSliderDown(true);
         if (d->selectedHandles != CMwQRangeSliderPrivate::Handles(hit.handle)) {
@@ -358,8 +365,8 @@ void CMwQRangeSlider::mousePressEvent(QMouseEvent *e)
                 + track.start);
         d->dragHalfWidth = float((double(d->maximumPosition) - d->minimumPosition) * 0.5);
         setSliderDown(true);
-        const CMwQRangeSliderPrivate::Handles both =
-            CMwQRangeSliderPrivate::LowerHandle | CMwQRangeSliderPrivate::UpperHandle;
+        const CMwQRangeSliderPrivate::Handles both
+            = CMwQRangeSliderPrivate::LowerHandle | CMwQRangeSliderPrivate::UpperHandle;
         if (d->selectedHandles != both) {
             d->selectedHandles = both;
             update(hit.rect.united(groove));
@@ -452,13 +459,15 @@ void CMwQRangeSlider::paintEvent(QPaintEvent *)
         CMwQSliderGeometry::fitStyleOption(&handle);
         // Only the focused handle shows the focus; the groove on the other
         // handle's side still does, as it would on a focused QSlider.
-        const CMwQRangeSliderPrivate::Handle which =
-            lowerHandle ? CMwQRangeSliderPrivate::LowerHandle : CMwQRangeSliderPrivate::UpperHandle;
-        const bool focusElsewhere = (handle.state & QStyle::State_HasFocus) && d->focusedHandle != which;
-        const QRect grooveRect =
-            style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
-        const QRect handleRect =
-            style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderHandle, this);
+        const CMwQRangeSliderPrivate::Handle which = lowerHandle
+            ? CMwQRangeSliderPrivate::LowerHandle
+            : CMwQRangeSliderPrivate::UpperHandle;
+        const bool focusElsewhere
+            = (handle.state & QStyle::State_HasFocus) && d->focusedHandle != which;
+        const QRect grooveRect
+            = style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderGroove, this);
+        const QRect handleRect
+            = style()->subControlRect(QStyle::CC_Slider, &handle, QStyle::SC_SliderHandle, this);
         // Each handle redraws the groove on its outer side with itself; only
         // the horizontal edges are cut (docs/compatibility.md).
         QRect clip = grooveRect.united(handleRect);

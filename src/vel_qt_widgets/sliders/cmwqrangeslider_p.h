@@ -65,7 +65,6 @@ public:
     // The focus of a focused widget outside its handles.
     void drawFocusFrame(QStylePainter *painter) const;
 
-
 private:
     // Where a key takes the focused handle; false for keys that are not ours.
     bool keyTarget(const QKeyEvent *e, int *target) const;

@@ -160,7 +160,8 @@ struct TickGeometry
     QRect groove;
 };
 
-void drawMark(QPainter *painter, Qt::Orientation orientation, const QRect &groove, int pos, int sides)
+void drawMark(
+    QPainter *painter, Qt::Orientation orientation, const QRect &groove, int pos, int sides)
 {
     if (orientation == Qt::Horizontal) {
         // The "above" mark runs inward, on purpose (docs/compatibility.md).
@@ -216,7 +217,8 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
             qint64(opt.maximum) + (interval == 1 ? 0 : 1), std::numeric_limits<int>::max());
         const qint64 lastStep = lastValue < opt.minimum ? -1 : (lastValue - opt.minimum) / interval;
         const auto positionOfStep = [&](qint64 k) {
-            return geometry.position(opt, int(qMin<qint64>(opt.minimum + k * interval, opt.maximum)));
+            return geometry.position(
+                opt, int(qMin<qint64>(opt.minimum + k * interval, opt.maximum)));
         };
         // Marks that land on the same pixel are drawn once, and the next step
         // on a new pixel is found by bisection, so that a huge range with a
@@ -244,7 +246,7 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
             continue;
         drawMark(painter, opt.orientation, geometry.groove, geometry.position(opt, item.value),
-                 item.tickPosition);
+            item.tickPosition);
     }
 
     painter->restore();
@@ -470,14 +472,12 @@ QSize CMwQSlider::sizeHint() const
 
     const QSize size = orientation() == Qt::Horizontal ? QSize(sizeHintLength, thick)
                                                        : QSize(thick, sizeHintLength);
-    return style()->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
+    return style()
+        ->sizeFromContents(QStyle::CT_Slider, &opt, size, this)
         .expandedTo(velGlobalStrut());
 }
 
-QSize CMwQSlider::minimumSizeHint() const
-{
-    return QSlider::minimumSizeHint();
-}
+QSize CMwQSlider::minimumSizeHint() const { return QSlider::minimumSizeHint(); }
 
 void CMwQSlider::mouseDoubleClickEvent(QMouseEvent *e)
 {
@@ -576,7 +576,8 @@ bool CMwQSliderPrivate::widePress(QMouseEvent *e)
         widePressedControl = QStyle::SC_SliderHandle;
         q->update();
     } else if ((e->button() & style->styleHint(QStyle::SH_Slider_PageSetButtons)) == e->button()) {
-        widePressedControl = style->hitTestComplexControl(QStyle::CC_Slider, &opt, VelQt::eventPos(e), q);
+        widePressedControl
+            = style->hitTestComplexControl(QStyle::CC_Slider, &opt, VelQt::eventPos(e), q);
         if (widePressedControl == QStyle::SC_SliderGroove) {
             const int pressValue = pixelToValue(along(start));
             QAbstractSlider::SliderAction action = QAbstractSlider::SliderNoAction;

@@ -61,8 +61,8 @@ double CMwQStepMappedSliderPrivate::toValue(double sliderUnits) const
     return CMwQStepMapping::toValue(valueProxy, sliderUnits);
 }
 
-bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double value,
-                                                   double *units) const
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(
+    const char *function, double value, double *units) const
 {
     *units = toSliderUnits(value);
     if (!std::isnan(*units))
@@ -71,8 +71,8 @@ bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double 
     return false;
 }
 
-bool CMwQStepMappedSliderPrivate::mapToSliderUnits(const char *function, double a, double b,
-                                                   double *unitsA, double *unitsB) const
+bool CMwQStepMappedSliderPrivate::mapToSliderUnits(
+    const char *function, double a, double b, double *unitsA, double *unitsB) const
 {
     *unitsA = toSliderUnits(a);
     *unitsB = toSliderUnits(b);
@@ -189,8 +189,8 @@ void CMwQStepMappedSliderPrivate::applyInnerRange()
     settingRange = wasSettingRange;
 }
 
-void CMwQStepMappedSliderPrivate::innerRangeChanged(int min, int max, double minimumOffset,
-                                                    double maximumOffset)
+void CMwQStepMappedSliderPrivate::innerRangeChanged(
+    int min, int max, double minimumOffset, double maximumOffset)
 {
     if (settingRange)
         return;
@@ -206,8 +206,8 @@ void CMwQStepMappedSliderPrivate::innerRangeChanged(int min, int max, double min
     if (!std::isfinite(toSliderUnits(a)) || !std::isfinite(toSliderUnits(b))) {
         // A range with no finite double counterpart cannot be followed; the
         // inner slider is put back on ours so that the two never disagree.
-        warnRejected("onRangeChanged", {double(min), double(max)},
-                     CMwQStepMapping::restoredRangeReason);
+        warnRejected(
+            "onRangeChanged", {double(min), double(max)}, CMwQStepMapping::restoredRangeReason);
         applyInnerRange();
         return;
     }
@@ -271,8 +271,8 @@ void CMwQStepMappedSliderPrivate::setValueProxy(CMwQValueProxy *proxy)
         QObject::disconnect(valueProxy.data(), nullptr, q, nullptr);
     valueProxy = proxy;
     if (proxy) {
-        QObject::connect(proxy, SIGNAL(proxyAboutToBeModified()), q,
-                         SLOT(onValueProxyAboutToBeModified()));
+        QObject::connect(
+            proxy, SIGNAL(proxyAboutToBeModified()), q, SLOT(onValueProxyAboutToBeModified()));
         QObject::connect(proxy, SIGNAL(proxyModified()), q, SLOT(onValueProxyModified()));
     }
     reapplyInputs();
@@ -294,7 +294,7 @@ void CMwQStepMappedSliderPrivate::reapplyInputs()
     const bool wasSettingRange = settingRange;
     settingRange = true;
     applyPublicRange(innerSlider()->property("inputMinimum").toDouble(),
-                     innerSlider()->property("inputMaximum").toDouble());
+        innerSlider()->property("inputMaximum").toDouble());
     keepEndsFinite();
     settingRange = wasSettingRange;
     reapplyValues();
@@ -302,10 +302,9 @@ void CMwQStepMappedSliderPrivate::reapplyInputs()
     q->blockSignals(wasBlocked);
 }
 
-void CMwQStepMappedSliderPrivate::warnRejected(const char *function,
-                                               std::initializer_list<double> arguments,
-                                               const char *reason) const
+void CMwQStepMappedSliderPrivate::warnRejected(
+    const char *function, std::initializer_list<double> arguments, const char *reason) const
 {
-    CMwQStepMapping::warnIgnored((QByteArray(className) + "::" + function).constData(), arguments,
-                                 reason);
+    CMwQStepMapping::warnIgnored(
+        (QByteArray(className) + "::" + function).constData(), arguments, reason);
 }

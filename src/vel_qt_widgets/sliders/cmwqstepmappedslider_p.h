@@ -47,8 +47,8 @@ public:
     // toSliderUnits() for the public setters: false (after a warning naming
     // \a function) when a value has no place in slider units.
     bool mapToSliderUnits(const char *function, double value, double *units) const;
-    bool mapToSliderUnits(const char *function, double a, double b, double *unitsA,
-                          double *unitsB) const;
+    bool mapToSliderUnits(
+        const char *function, double a, double b, double *unitsA, double *unitsB) const;
     // Moves far below one step are rounding noise of the mapping (or of a
     // proxy's round trip): applied, but not announced.
     bool movedBeyondNoise(double now, double before) const;
@@ -95,8 +95,8 @@ public:
     void reapplyInputs();
 
     // CMwQStepMapping::warnIgnored() for "<className>::<function>".
-    void warnRejected(const char *function, std::initializer_list<double> arguments,
-                      const char *reason) const;
+    void warnRejected(
+        const char *function, std::initializer_list<double> arguments, const char *reason) const;
 
     // The owning widget; each subclass's Q_DECLARE_PUBLIC casts it back.
     QWidget *q_ptr = nullptr;

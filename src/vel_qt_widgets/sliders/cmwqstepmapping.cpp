@@ -34,6 +34,7 @@ void warnIgnored(const char *function, std::initializer_list<double> arguments, 
 
 const char *const notANumberReason = "is not a number in slider units and is ignored.";
 const char *const notFiniteReason = "is not finite in slider units and is ignored.";
-const char *const restoredRangeReason = "has no finite range in values; the previous range is restored.";
+const char *const restoredRangeReason
+    = "has no finite range in values; the previous range is restored.";
 
 } // namespace CMwQStepMapping
