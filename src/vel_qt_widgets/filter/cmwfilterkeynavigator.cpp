@@ -1,7 +1,5 @@
 #include "cmwfilterkeynavigator_p.h"
 
-#include <vel_qt_widgets/CMwFilterWidget.h>
-
 #include <QtCore/QEvent>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QKeyEvent>
@@ -24,9 +22,10 @@ CMwFilterKeyNavigator::TabKey CMwFilterKeyNavigator::tabKey(const QKeyEvent *key
     return key->key() == Qt::Key_Tab ? TabKey::Forward : TabKey::None;
 }
 
-CMwFilterKeyNavigator::CMwFilterKeyNavigator(CMwFilterWidget *editor)
+CMwFilterKeyNavigator::CMwFilterKeyNavigator(QTableWidget *editor, CheckToggled checkToggled)
     : QObject(editor)
     , m_editor(editor)
+    , m_checkToggled(std::move(checkToggled))
 {
     editor->installEventFilter(this);
 }
@@ -121,7 +120,7 @@ bool CMwFilterKeyNavigator::handleKey(QObject *watched, QKeyEvent *key)
                 QTableWidgetItem *check = m_editor->item(row, column);
                 check->setCheckState(
                     check->checkState() == Qt::Unchecked ? Qt::Checked : Qt::Unchecked);
-                m_editor->onItemPressed(check);
+                m_checkToggled(check);
                 return true;
             }
             return false;

@@ -3,11 +3,13 @@
 
 #include <QtCore/QObject>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QKeyEvent;
+class QTableWidget;
+class QTableWidgetItem;
 QT_END_NAMESPACE
-
-class CMwFilterWidget;
 
 // Keyboard walk through the filter editor: Tab and Shift+Tab go row by row
 // through the enabled check box, operator, column, comparison and value
@@ -25,7 +27,11 @@ public:
     enum class TabKey { None, Forward, Backward };
     static TabKey tabKey(const QKeyEvent *key);
 
-    explicit CMwFilterKeyNavigator(CMwFilterWidget *editor);
+    // The editor is seen as the table it is, so that this helper does not
+    // depend on the editor's own class; checkToggled is what a click on a
+    // check box runs, called after Space switched one.
+    using CheckToggled = std::function<void(QTableWidgetItem *)>;
+    CMwFilterKeyNavigator(QTableWidget *editor, CheckToggled checkToggled);
 
     // Watches the cell widget of a new row.
     void watch(QWidget *cellWidget);
@@ -42,7 +48,8 @@ private:
     bool findWidget(const QObject *widget, int &row, int &column) const;
     bool handleKey(QObject *watched, QKeyEvent *key);
 
-    CMwFilterWidget *m_editor;
+    QTableWidget *m_editor;
+    CheckToggled m_checkToggled;
     bool m_moving = false;
 };
 

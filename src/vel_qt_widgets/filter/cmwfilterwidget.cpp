@@ -96,7 +96,8 @@ CMwFilterWidget::CMwFilterWidget(CMwFilterWidgetPrivate *d, QWidget *parent)
     header->setHighlightSections(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
 
-    d->navigator = new CMwFilterKeyNavigator(this);
+    d->navigator
+        = new CMwFilterKeyNavigator(this, [this](QTableWidgetItem *item) { onItemPressed(item); });
     setItemDelegateForColumn(ValueColumn, new CMwFilterValueDelegate(d->navigator, this));
 }
 
