@@ -9,14 +9,6 @@
 #include <QtCore/QVariant>
 #include <QtGui/QMouseEvent>
 
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-#include <QtCore/QStringDecoder>
-#else
-#include <QtCore/QTextCodec>
-
-#include <memory>
-#endif
-
 namespace VelQt {
 
 // The nearest integer with halves going up (2.5 gives 3, -2.5 gives -2):
@@ -64,36 +56,5 @@ inline bool convert(QVariant &value, int typeId)
 
 // The meta type id a variant holds (Qt 6: typeId(); userType() in both).
 inline int typeId(const QVariant &value) { return value.userType(); }
-
-// Decodes UTF-8 given in pieces; a character split between two pieces is
-// decoded whole, and bytes that are no UTF-8 become U+FFFD.
-class Utf8Decoder
-{
-public:
-    Utf8Decoder()
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-        : m_decoder(QStringConverter::Utf8)
-#else
-        : m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
-#endif
-    {
-    }
-
-    QString decode(const QByteArray &bytes)
-    {
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-        return m_decoder.decode(bytes);
-#else
-        return m_decoder->toUnicode(bytes);
-#endif
-    }
-
-private:
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    QStringDecoder m_decoder;
-#else
-    std::unique_ptr<QTextDecoder> m_decoder;
-#endif
-};
 
 } // namespace VelQt
