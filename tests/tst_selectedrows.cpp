@@ -5,8 +5,8 @@
 // trees and cells that cannot be selected.
 #include <vel_qt_widgets/CMwHierarchicalGridView.h>
 
-#include "cmwgridtablemodel_p.h"
 #include "grid_view_watch.h"
+#include "gridtablecells_p.h"
 #include "selectedrows_p.h"
 #include "vel_test_main.h"
 

@@ -1,6 +1,6 @@
-#include "cmwgridtablemodel_p.h"
 #include "cmwqtcompat_p.h"
 #include "cmwvariantcompare_p.h"
+#include "gridtablecells_p.h"
 #include "qvectorcalcstatistics_p.h"
 
 #include <vel_qt_widgets/CMwGridStatistics.h>

@@ -1,6 +1,6 @@
 #include "selectedrows_p.h"
 
-#include "cmwgridtablemodel_p.h"
+#include "gridtablecells_p.h"
 
 #include <vel_qt_widgets/CMwSortFilterProxyModel.h>
 

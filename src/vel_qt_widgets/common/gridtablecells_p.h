@@ -1,5 +1,5 @@
-#ifndef VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_P_H
-#define VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_P_H
+#ifndef VEL_QT_WIDGETS_GRIDTABLECELLS_P_H
+#define VEL_QT_WIDGETS_GRIDTABLECELLS_P_H
 
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
@@ -14,8 +14,10 @@ QT_END_NAMESPACE
 namespace vel {
 
 // Direct reads of a CMwGridTableModel's cells for code that walks many at
-// once (the grid's statistics over a selection); data() answers the same,
-// one call a cell. Every CMwGridTableModel offers them, a subclass too.
+// once (the grid's statistics over a selection, the filter proxy's sort);
+// data() answers the same, one call a cell. Every CMwGridTableModel offers
+// them, a subclass too. Declared here, below both families that read them;
+// the grid's ready model implements it.
 class VEL_QT_WIDGETS_EXPORT GridTableCells
 {
 public:
@@ -40,4 +42,4 @@ protected:
 
 } // namespace vel
 
-#endif // VEL_QT_WIDGETS_CMWGRIDTABLEMODEL_P_H
+#endif // VEL_QT_WIDGETS_GRIDTABLECELLS_P_H
