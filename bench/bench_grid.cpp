@@ -22,7 +22,8 @@
 
 namespace {
 
-constexpr int rowCount = 1000000;
+// Rows of the data built next; the benchmarks taking a row count set it.
+int rowCount = 1000000;
 constexpr int columnCount = 10;
 
 QVector<QVariant> numericColumn(int seed)
@@ -57,6 +58,7 @@ QVector<QVariant> uniqueTextColumn(int seed)
 template<QVector<QVariant> (*make)(int)>
 void BM_ColumnStatistics(benchmark::State &state)
 {
+    rowCount = 1000000;
     QVector<QVector<QVariant>> columns;
     for (int c = 0; c < columnCount; ++c)
         columns.append(make(c + 1));
@@ -97,6 +99,7 @@ QVector<QVector<QVariant>> records()
 // so the whole-column statistics are computed inside the measurement.
 void BM_SetModelAndFirstPaint(benchmark::State &state)
 {
+    rowCount = int(state.range(0));
     const QVector<QVector<QVariant>> rows = records<numericColumn>();
     CMwHierarchicalGridView grid;
     grid.resize(1200, 800);
@@ -114,7 +117,7 @@ void BM_SetModelAndFirstPaint(benchmark::State &state)
         delete model;
         state.ResumeTiming();
     }
-    state.SetLabel("1 000 000 rows x 10 numeric columns, sorted by column 0");
+    state.SetLabel("10 numeric columns, sorted by column 0");
 }
 
 // Selecting every row: the grid computes the six statistics of every column
@@ -122,6 +125,7 @@ void BM_SetModelAndFirstPaint(benchmark::State &state)
 template<QVector<QVariant> (*make)(int)>
 void BM_SelectionStatistics(benchmark::State &state)
 {
+    rowCount = int(state.range(0));
     CMwHierarchicalGridView grid;
     CMwGridTableModel model;
     model.setTable(headerPaths(), records<make>());
@@ -136,7 +140,7 @@ void BM_SelectionStatistics(benchmark::State &state)
         view->selectionModel()->clearSelection();
         state.ResumeTiming();
     }
-    state.SetLabel("selection of 1 000 000 rows x 10 columns");
+    state.SetLabel("selection of every row x 10 columns");
 }
 
 // One column of values as a list model, for Qt's own sorting proxy.
@@ -168,6 +172,7 @@ private:
 template<QVector<QVariant> (*make)(int)>
 void BM_QSortFilterProxyModelSort(benchmark::State &state)
 {
+    rowCount = 1000000;
     std::vector<std::unique_ptr<ColumnModel>> columns;
     for (int c = 0; c < columnCount; ++c)
         columns.push_back(std::make_unique<ColumnModel>(make(c + 1)));
@@ -186,6 +191,7 @@ void BM_QSortFilterProxyModelSort(benchmark::State &state)
 // proxy on the same ready model, sorted by column 0, painted once.
 void BM_QTreeViewSetModelAndFirstPaint(benchmark::State &state)
 {
+    rowCount = int(state.range(0));
     const QVector<QVector<QVariant>> rows = records<numericColumn>();
     QTreeView view;
     view.setRootIsDecorated(false);
@@ -218,6 +224,7 @@ void BM_QTreeViewSetModelAndFirstPaint(benchmark::State &state)
 template<QVector<QVariant> (*make)(int)>
 void BM_QTreeViewSelection(benchmark::State &state)
 {
+    rowCount = int(state.range(0));
     CMwGridTableModel model;
     model.setTable(headerPaths(), records<make>());
     QTreeView view;
@@ -243,13 +250,30 @@ void BM_QTreeViewSelection(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(BM_SetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_SetModelAndFirstPaint)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2)
+    ->Arg(100000)
+    ->Arg(1000000);
+BENCHMARK(BM_QTreeViewSetModelAndFirstPaint)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2)
+    ->Arg(100000)
+    ->Arg(1000000);
 BENCHMARK_TEMPLATE(BM_SelectionStatistics, numericColumn)
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(2);
+    ->Iterations(2)
+    ->Arg(100000)
+    ->Arg(1000000);
+BENCHMARK_TEMPLATE(BM_QTreeViewSelection, numericColumn)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2)
+    ->Arg(100000)
+    ->Arg(1000000);
 BENCHMARK_TEMPLATE(BM_SelectionStatistics, textColumn)
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
+    ->Iterations(1)
+    ->Arg(1000000);
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, numericColumn)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(2);
@@ -257,11 +281,10 @@ BENCHMARK_TEMPLATE(BM_ColumnStatistics, textColumn)->Unit(benchmark::kMillisecon
 BENCHMARK_TEMPLATE(BM_ColumnStatistics, uniqueTextColumn)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
-BENCHMARK(BM_QTreeViewSetModelAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(2);
-BENCHMARK_TEMPLATE(BM_QTreeViewSelection, numericColumn)
+BENCHMARK_TEMPLATE(BM_QTreeViewSelection, textColumn)
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(2);
-BENCHMARK_TEMPLATE(BM_QTreeViewSelection, textColumn)->Unit(benchmark::kMillisecond)->Iterations(1);
+    ->Iterations(1)
+    ->Arg(1000000);
 BENCHMARK_TEMPLATE(BM_QSortFilterProxyModelSort, numericColumn)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
