@@ -702,6 +702,14 @@ int compare(const QVariant &a, const QVariant &b)
     return a.userType() < b.userType() ? -1 : 1;
 }
 
+QVariantList toList(const QVariant &value)
+{
+    const int type = value.userType();
+    if (type == QMetaType::QString || type == QMetaType::QByteArray)
+        return QVariantList();
+    return value.toList();
+}
+
 bool statisticsLess(const QVariant &a, const QVariant &b)
 {
     const int type = a.userType();
