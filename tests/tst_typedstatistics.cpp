@@ -16,6 +16,7 @@
 #include <QtCore/QRandomGenerator>
 #include <QtTest/QAbstractItemModelTester>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <functional>

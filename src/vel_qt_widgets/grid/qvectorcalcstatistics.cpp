@@ -770,6 +770,18 @@ inline double scalarValue(int type, quint64 item)
     }
 }
 
+// Whether two doubles, neither NaN, of different keys are different values
+// for QVariant: far apart they are; close ones are left to Qt 5's (fuzzy)
+// QVariant equality.
+inline bool unequalDoublesDiffer(double x, double previous)
+{
+    if (std::isfinite(x) && std::isfinite(previous)
+        && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
+        return true;
+    }
+    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+}
+
 // Whether two neighbours in order are different values, as QVariant
 // equality says: integers exactly, also beyond a double's 53 bits, doubles
 // by their bits first and by QVariant's (fuzzy) comparison where close.
@@ -782,12 +794,7 @@ inline bool scalarsDiffer(bool isDouble, quint64 item, double x, bool isNan, qui
         return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
     if (doubleBits(x) == doubleBits(previous))
         return false; // 0.0 and -0.0 included
-    if (std::isfinite(x) && std::isfinite(previous)
-        && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
-        return true;
-    }
-    // Close doubles: Qt 5's (fuzzy) QVariant equality decides.
-    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+    return unequalDoublesDiffer(x, previous);
 }
 
 // Stable sort of 64-bit keys that are the items themselves (equal keys are
@@ -870,13 +877,32 @@ void scalarWalk(int type, std::vector<quint64> &items, const std::vector<double>
     bool plain = nans.empty();
     if (isDouble && plain)
         plain = std::find(items.begin(), items.end(), signFlip) == items.end();
-    if (plain && isDouble) {
+    if (plain && isDouble && !items.empty()) {
         for (quint64 &item : items)
             item = doubleBits(doubleOf(item));
         sortKeys(items);
-        for (quint64 &item : items)
-            item = itemOfDoubleKey(item);
-    } else if (plain) {
+        // The walk below, on the keys: equal keys are equal bits here.
+        distinct = 1;
+        qint64 n = 0;
+        double sum = 0;
+        quint64 previousKey = items.front();
+        double previous = doubleOf(itemOfDoubleKey(previousKey));
+        min = max = previous;
+        for (const quint64 key : items) {
+            const double x = doubleOf(itemOfDoubleKey(key));
+            if (key != previousKey && unequalDoublesDiffer(x, previous)) {
+                previousKey = key;
+                previous = x;
+                distinct += 1;
+            }
+            n += 1;
+            accumulate(x, n, mean, sum, min, max);
+        }
+        count = double(n);
+        stdev = standardDeviation(sum, n);
+        return;
+    }
+    if (plain) {
         sortKeys(items);
     } else if (isDouble) {
         // Doubles are kept as they are (so that -0.0 stays -0.0) and keyed by
@@ -1035,10 +1061,9 @@ public:
             const int id = m_slots[slot];
             if (id < 0) {
                 m_slots[slot] = int(m_texts.size());
-                Text text {qint64(bytes - m_text), length, false, hash};
+                Text text {qint64(bytes - m_text), length, hash};
                 if (!ascii) {
-                    text.begin = qint64(m_side.size());
-                    text.side = true;
+                    text.begin = -1 - qint64(m_side.size());
                     m_side.append(bytes, size_t(length));
                 }
                 m_texts.push_back(text);
@@ -1066,17 +1091,18 @@ public:
     }
 
 private:
+    // Where a text's bytes are: at begin in the column's buffer, or, for a
+    // negative begin, at -1 - begin in m_side.
     struct Text
     {
         qint64 begin;
         int length;
-        bool side;
         uint hash;
     };
 
     const char *bytesOf(const Text &text) const
     {
-        return (text.side ? m_side.data() : m_text) + text.begin;
+        return text.begin >= 0 ? m_text + text.begin : m_side.data() + (-1 - text.begin);
     }
 
     void grow()
