@@ -278,6 +278,36 @@ void tst_TypedStatistics::textColumns_data()
     }
     QTest::newRow("repeated texts") << repeated;
     QTest::newRow("unique texts") << unique;
+    // All different as far as the first thousand go, then repeats: equal
+    // texts must still count once, also ones that differ only in their
+    // bytes (invalid UTF-8 reads as U+FFFD, as does U+FFFD itself).
+    QByteArray lateRepeats = "Name,Number\n";
+    for (int i = 0; i < 1500; ++i)
+        lateRepeats += "Text " + QByteArray::number(i) + ",1\n";
+    for (int i = 0; i < 1500; ++i) {
+        switch (random.bounded(4)) {
+        case 0:
+            lateRepeats += "Text " + QByteArray::number(random.bounded(1500)) + ",2\n";
+            break;
+        case 1:
+            lateRepeats += "\xff,3\n";
+            break;
+        case 2:
+            lateRepeats += "\xef\xbf\xbd,4\n";
+            break;
+        default:
+            lateRepeats += ",5\n";
+            break;
+        }
+    }
+    QTest::newRow("unique at first, repeats later") << lateRepeats;
+    // Different texts that collate alike share a rank: composed and
+    // decomposed accents, each once, among unique texts.
+    QByteArray tiesAmongUnique = "Name,Number\n";
+    for (int i = 0; i < 1200; ++i)
+        tiesAmongUnique += "w" + QByteArray::number(i) + ",1\n";
+    tiesAmongUnique += "\xc3\xa9,2\ne\xcc\x81,3\n\xc3\xa9,4\n";
+    QTest::newRow("unique texts with collation ties") << tiesAmongUnique;
     // Numbers among texts keep the column a text column; "12" reads as 12
     // only where it is the first value.
     QTest::newRow("texts and numbers") << QByteArray("A,B\n12,1\nabc,2\n,3\n7.5,4\nabc,5\n12,6\n");

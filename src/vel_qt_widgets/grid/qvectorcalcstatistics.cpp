@@ -1027,7 +1027,35 @@ struct TypedCells
 
     int record(int i) const { return records ? records[i] : i; }
     bool present(int record) const { return (*column.present)[static_cast<size_t>(record)]; }
+    const char *bytes(int record) const
+    {
+        return column.text + (record == 0 ? 0 : column.ends[record - 1]);
+    }
+    int length(int record) const
+    {
+        return int(column.ends[record] - (record == 0 ? 0 : column.ends[record - 1]));
+    }
+    QString text(int record) const { return QString::fromUtf8(bytes(record), length(record)); }
 };
+
+// True when the first texts among the cells (up to a thousand) are all
+// different: then texts are unlikely to repeat, and numbering the equal
+// ones would cost about as much as ranking each cell's text.
+bool typedTextsLookUnique(const TypedCells &cells)
+{
+    QSet<QString> seen;
+    int sampled = 0;
+    for (int i = 0; i < cells.size && sampled < 1024; ++i) {
+        const int record = cells.record(i);
+        if (!cells.present(record))
+            continue;
+        seen.insert(cells.text(record));
+        ++sampled;
+        if (seen.size() != sampled)
+            return false;
+    }
+    return true;
+}
 
 // The distinct texts among some cells of a column of UTF-8 texts, numbered
 // by their bytes without a QString a cell. Texts that are not ASCII are
@@ -1135,15 +1163,26 @@ void textStatistics(
     std::vector<int> numberOf(static_cast<size_t>(cells.size), -1);
     QVector<QString> texts;
     qint64 present = 0;
-    {
+    // Texts that do not repeat are not numbered at all: each cell's text
+    // gets its own number, and equal texts are told apart by comparing them.
+    const bool perCell = typedTextsLookUnique(cells);
+    if (perCell) {
+        for (int i = 0; i < cells.size; ++i) {
+            const int record = cells.record(i);
+            if (!cells.present(record))
+                continue;
+            numberOf[static_cast<size_t>(i)] = texts.size();
+            texts.append(cells.text(record));
+            ++present;
+        }
+    } else {
         TextNumbering numbering(column.text);
         for (int i = 0; i < cells.size; ++i) {
             const int record = cells.record(i);
             if (!cells.present(record))
                 continue;
-            const qint64 begin = record == 0 ? 0 : column.ends[record - 1];
             numberOf[static_cast<size_t>(i)]
-                = numbering.number(column.text + begin, int(column.ends[record] - begin));
+                = numbering.number(cells.bytes(record), cells.length(record));
             ++present;
         }
         texts = numbering.takeTexts();
@@ -1187,7 +1226,7 @@ void textStatistics(
         first = order.front();
         int previous = first;
         for (const int number : order) {
-            if (number != previous) {
+            if (perCell ? texts.at(number) != texts.at(previous) : number != previous) {
                 previous = number;
                 distinct += 1;
             }
