@@ -1167,6 +1167,7 @@ void textStatistics(
     // gets its own number, and equal texts are told apart by comparing them.
     const bool perCell = typedTextsLookUnique(cells);
     if (perCell) {
+        texts.reserve(cells.size);
         for (int i = 0; i < cells.size; ++i) {
             const int record = cells.record(i);
             if (!cells.present(record))
