@@ -321,6 +321,12 @@ void tst_TypedStatistics::textColumns_data()
                       "\xe6\x97\xa5,5\nEte,6\n\xc3\xa9t\xc3\xa9,7\n,8\n");
     QTest::newRow("spaces kept") << QByteArray("A,B\n a,1\na,2\na ,3\n\" a\",4\n");
     QTest::newRow("only empty cells") << QByteArray("A,B\n,1\n,2\n");
+    // Whole numbers beyond an int, and beyond a double's 53 bits, whatever
+    // the loader makes of them.
+    QTest::newRow("huge whole numbers")
+        << QByteArray("A,B\n9007199254740993,1\n9007199254740992,2\n2147483648,3\n"
+                      "-2147483649,4\n,5\n9007199254740993,6\n-9223372036854775808,7\n");
+    QTest::newRow("ints and doubles") << QByteArray("A,B\n1,1\n2.5,2\n,3\n-0.0,4\n1,5\n0,6\n");
 }
 
 void tst_TypedStatistics::textColumns()
@@ -357,7 +363,7 @@ void tst_TypedStatistics::selections()
     const double nan = std::numeric_limits<double>::quiet_NaN();
     QRandomGenerator random(31);
     const int records = 2000;
-    QByteArray csv = "Int,Double,Text,Signed\n";
+    QByteArray csv = "Int,Double,Text,Signed,Unique\n";
     for (int r = 0; r < records; ++r) {
         const QByteArray number = random.bounded(10) == 0
             ? QByteArray()
@@ -369,7 +375,11 @@ void tst_TypedStatistics::selections()
             ? QByteArray()
             : "t" + QByteArray::number(random.bounded(300));
         const QByteArray zero = random.bounded(3) == 0 ? "-0" : random.bounded(2) ? "0.0" : "2.5";
-        csv += number + "," + x + "," + text + "," + zero + "\n";
+        // Different texts (the per-cell numbering), a few repeated late.
+        const QByteArray unique = random.bounded(20) == 0
+            ? QByteArray()
+            : "u" + QByteArray::number(r < 1500 ? r : int(random.bounded(1500)));
+        csv += number + "," + x + "," + text + "," + zero + "," + unique + "\n";
     }
     QBuffer buffer(&csv);
     QVERIFY(buffer.open(QIODevice::ReadOnly));
@@ -379,6 +389,7 @@ void tst_TypedStatistics::selections()
     QCOMPARE(int(kindOf(model, 1)), int(vel::GridTableCells::Typed::Doubles));
     QCOMPARE(int(kindOf(model, 2)), int(vel::GridTableCells::Typed::Texts));
     QCOMPARE(int(kindOf(model, 3)), int(vel::GridTableCells::Typed::Doubles));
+    QCOMPARE(int(kindOf(model, 4)), int(vel::GridTableCells::Typed::Texts));
     // NaN has no CSV form: one set afterwards keeps the column typed.
     model.setValue(5, 3, nan);
     QCOMPARE(int(kindOf(model, 3)), int(vel::GridTableCells::Typed::Doubles));
@@ -394,12 +405,12 @@ void tst_TypedStatistics::selections()
     for (int i = 0; i < 40; ++i) {
         const int top = int(random.bounded(records));
         const int bottom = std::min(records - 1, top + int(random.bounded(80)));
-        selection.select(QItemSelection(proxy.index(top, 0), proxy.index(bottom, 3)),
+        selection.select(QItemSelection(proxy.index(top, 0), proxy.index(bottom, 4)),
             QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     vel::SelectedRows rows(&selection);
     QVERIFY(rows.count() > 100);
-    for (int c = 0; c < 4; ++c) {
+    for (int c = 0; c < 5; ++c) {
         Stats typed;
         QVERIFY(rows.typedStatistics(
             c, typed.count, typed.distinct, typed.min, typed.max, typed.mean, typed.stdev));
@@ -412,7 +423,7 @@ void tst_TypedStatistics::selections()
     // A column the proxy does not have is no typed column.
     Stats none;
     QVERIFY(!rows.typedStatistics(
-        4, none.count, none.distinct, none.min, none.max, none.mean, none.stdev));
+        5, none.count, none.distinct, none.min, none.max, none.mean, none.stdev));
     QCOMPARE(none.count, -1.0);
 }
 
