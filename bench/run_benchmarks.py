@@ -514,9 +514,13 @@ def main():
             for b in builds_to_run:
                 exe = b["dir"] / "bench" / program
                 out = b["json_dir"] / (program + ".json")
+                # Written aside and moved in place once complete, so that an
+                # interrupted run leaves the last complete figures.
+                partial = out.with_suffix(".json.partial")
                 started = time.monotonic()
-                run([str(exe), "--benchmark_out=%s" % out, "--benchmark_out_format=json"], env=env)
+                run([str(exe), "--benchmark_out=%s" % partial, "--benchmark_out_format=json"], env=env)
                 seconds = time.monotonic() - started
+                partial.replace(out)
                 memory_seconds = None
                 if program in PEAK_MEMORY and Path("/usr/bin/time").exists():
                     started = time.monotonic()
@@ -540,7 +544,10 @@ def main():
         for program in all_programs:
             out = b["json_dir"] / (program + ".json")
             if out.exists():
-                b["contexts"][program], b["results"][program] = results_of(out)
+                try:
+                    b["contexts"][program], b["results"][program] = results_of(out)
+                except ValueError as error:
+                    print("run_benchmarks: %s skipped, not complete JSON (%s)" % (out, error))
             d = b["json_dir"] / (program + ".duration.json")
             if d.exists():
                 b["durations"][program] = json.loads(d.read_text())
