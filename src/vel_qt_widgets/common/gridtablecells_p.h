@@ -6,6 +6,8 @@
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 
+#include <vector>
+
 QT_BEGIN_NAMESPACE
 class QAbstractItemModel;
 class QModelIndex;
@@ -35,6 +37,25 @@ public:
     virtual const QVector<int> &textNumbers(int column, int *count) const = 0;
     // True while no row of the model has children.
     virtual bool isFlat() const = 0;
+
+    // A column as the model holds it, for code that reads whole columns:
+    // plain arrays instead of a QVariant a cell. Kind None means the cells
+    // are held as QVariants and are read through cell().
+    struct Typed
+    {
+        enum Kind { None, Ints, Doubles, Texts };
+        Kind kind = None;
+        int size = 0;
+        const int *ints = nullptr;
+        const double *doubles = nullptr;
+        // Texts: record r's UTF-8 is text[ends[r - 1] .. ends[r]) (from 0 for r = 0).
+        const char *text = nullptr;
+        const qint64 *ends = nullptr;
+        // Whether a record's cell holds a value; an empty cell otherwise.
+        const std::vector<bool> *present = nullptr;
+    };
+    // \a column as held now; valid until the column changes.
+    virtual Typed typed(int column) const = 0;
 
 protected:
     ~GridTableCells() = default;

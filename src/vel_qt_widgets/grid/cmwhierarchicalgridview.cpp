@@ -638,9 +638,12 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
             // same order (a row counts as selected whatever the column asked
             // for), so the rows are found once for all columns.
             double results[statisticsRows];
-            const std::vector<const QVariant *> &cells = rows.displayCells(column);
-            vel::calcStatistics(cells, rows.textNumbers(), rows.storageCells(), results[0],
-                results[1], results[2], results[3], results[4], results[5]);
+            if (!rows.typedStatistics(column, results[0], results[1], results[2], results[3],
+                    results[4], results[5])) {
+                const std::vector<const QVariant *> &cells = rows.displayCells(column);
+                vel::calcStatistics(cells, rows.textNumbers(), rows.storageCells(), results[0],
+                    results[1], results[2], results[3], results[4], results[5]);
+            }
             for (int i = 0; i < statisticsRows; ++i)
                 values[i] = results[i];
         } else {

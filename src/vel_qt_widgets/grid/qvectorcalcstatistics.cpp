@@ -8,6 +8,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QSet>
 #include <QtCore/QString>
+#include <QtCore/qalgorithms.h>
 
 #if VEL_HAVE_ICU
 #include <unicode/ucol.h>
@@ -20,6 +21,7 @@
 #include <limits>
 #include <memory>
 #include <numeric>
+#include <string>
 
 namespace {
 
@@ -768,6 +770,18 @@ inline double scalarValue(int type, quint64 item)
     }
 }
 
+// Whether two doubles, neither NaN, of different keys are different values
+// for QVariant: far apart they are; close ones are left to Qt 5's (fuzzy)
+// QVariant equality.
+inline bool unequalDoublesDiffer(double x, double previous)
+{
+    if (std::isfinite(x) && std::isfinite(previous)
+        && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
+        return true;
+    }
+    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+}
+
 // Whether two neighbours in order are different values, as QVariant
 // equality says: integers exactly, also beyond a double's 53 bits, doubles
 // by their bits first and by QVariant's (fuzzy) comparison where close.
@@ -780,36 +794,123 @@ inline bool scalarsDiffer(bool isDouble, quint64 item, double x, bool isNan, qui
         return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
     if (doubleBits(x) == doubleBits(previous))
         return false; // 0.0 and -0.0 included
-    if (std::isfinite(x) && std::isfinite(previous)
-        && std::abs(x - previous) > 1e-9 * std::max(std::abs(x), std::abs(previous))) {
-        return true;
-    }
-    // Close doubles: Qt 5's (fuzzy) QVariant equality decides.
-    return !vel::Qt5Variant::equal(QVariant(x), QVariant(previous));
+    return unequalDoublesDiffer(x, previous);
 }
 
-// The common column: every non-empty cell holds one type among Int, UInt,
-// LongLong and Double. The values are taken out of their QVariants once and
-// sorted as plain 64-bit items; the walk below is the general one's, step
-// for step, so every result is the same to the bit. Returns false, having
-// set nothing, for any other column.
-template<typename Cells>
-bool scalarStatistics(const Cells &values, double &count, double &distinct, double &min,
-    double &max, double &mean, double &stdev)
+// Stable sort of 64-bit keys that are the items themselves (equal keys are
+// equal items, so stability is moot). Only the bits in which the keys
+// differ from the smallest are sorted: a range of whole numbers smaller than
+// the count is counted instead of sorted, and wider ones take as few radix
+// passes of up to 11 bits as their spread needs.
+void sortKeys(std::vector<quint64> &keys)
 {
-    std::vector<quint64> items;
-    std::vector<double> nans;
-    const int type = scalarItems(values, items, nans);
-    if (type == QMetaType::UnknownType)
-        return false;
+    const size_t n = keys.size();
+    if (n < 2)
+        return;
+    quint64 lo = keys.front();
+    quint64 hi = lo;
+    for (const quint64 key : keys) {
+        lo = std::min(lo, key);
+        hi = std::max(hi, key);
+    }
+    const quint64 range = hi - lo;
+    if (range == 0)
+        return;
+    if (range < quint64(n) && range < (quint64(1) << 22)) {
+        std::vector<quint32> counts(static_cast<size_t>(range) + 1, 0);
+        for (const quint64 key : keys)
+            ++counts[static_cast<size_t>(key - lo)];
+        size_t at = 0;
+        for (size_t v = 0; v < counts.size(); ++v) {
+            for (quint32 c = counts[v]; c > 0; --c)
+                keys[at++] = lo + v;
+        }
+        return;
+    }
+    const int bits = 64 - int(qCountLeadingZeroBits(range));
+    const int passes = (bits + digitBits - 1) / digitBits;
+    const int width = (bits + passes - 1) / passes;
+    const quint64 mask = (quint64(1) << width) - 1;
+    const size_t buckets = size_t(1) << width;
+    std::vector<size_t> counts(static_cast<size_t>(passes) * buckets, 0);
+    for (const quint64 key : keys) {
+        const quint64 d = key - lo;
+        for (int p = 0; p < passes; ++p)
+            ++counts[size_t(p) * buckets + ((d >> (width * p)) & mask)];
+    }
+    std::vector<quint64> buffer(n);
+    quint64 *src = keys.data();
+    quint64 *dst = buffer.data();
+    for (int p = 0; p < passes; ++p) {
+        const int shift = width * p;
+        size_t *count = counts.data() + size_t(p) * buckets;
+        if (count[((src[0] - lo) >> shift) & mask] == n)
+            continue;
+        size_t offset = 0;
+        for (size_t b = 0; b < buckets; ++b) {
+            const size_t here = count[b];
+            count[b] = offset;
+            offset += here;
+        }
+        for (size_t i = 0; i < n; ++i) {
+            const quint64 key = src[i];
+            dst[count[((key - lo) >> shift) & mask]++] = key;
+        }
+        std::swap(src, dst);
+    }
+    if (src != keys.data())
+        std::copy(src, src + n, keys.data());
+}
 
+// The inverse of doubleBits() for every double but -0.0.
+inline quint64 itemOfDoubleKey(quint64 key) { return (key & signFlip) ? (key & ~signFlip) : ~key; }
+
+// Orders the items of a column of one scalar \a type (as scalarItems()
+// takes them out) and walks them as the general path walks its values,
+// step for step, so every result is the same to the bit.
+void scalarWalk(int type, std::vector<quint64> &items, const std::vector<double> &nans,
+    double &count, double &distinct, double &min, double &max, double &mean, double &stdev)
+{
     const bool isDouble = type == QMetaType::Double;
-    // Doubles are kept as they are (so that -0.0 stays -0.0) and keyed by
-    // the same monotone map as the general path; integers are their keys.
-    if (isDouble)
+    // Without NaN and -0.0 a double is told by its key alone: the keys are
+    // sorted as they are and turned back into the doubles after.
+    bool plain = nans.empty();
+    if (isDouble && plain)
+        plain = std::find(items.begin(), items.end(), signFlip) == items.end();
+    if (plain && isDouble && !items.empty()) {
+        for (quint64 &item : items)
+            item = doubleBits(doubleOf(item));
+        sortKeys(items);
+        // The walk below, on the keys: equal keys are equal bits here.
+        distinct = 1;
+        qint64 n = 0;
+        double sum = 0;
+        quint64 previousKey = items.front();
+        double previous = doubleOf(itemOfDoubleKey(previousKey));
+        min = max = previous;
+        for (const quint64 key : items) {
+            const double x = doubleOf(itemOfDoubleKey(key));
+            if (key != previousKey && unequalDoublesDiffer(x, previous)) {
+                previousKey = key;
+                previous = x;
+                distinct += 1;
+            }
+            n += 1;
+            accumulate(x, n, mean, sum, min, max);
+        }
+        count = double(n);
+        stdev = standardDeviation(sum, n);
+        return;
+    }
+    if (plain) {
+        sortKeys(items);
+    } else if (isDouble) {
+        // Doubles are kept as they are (so that -0.0 stays -0.0) and keyed by
+        // the same monotone map as the general path.
         radixSortItems(items, [](quint64 item) { return doubleBits(doubleOf(item)); });
-    else
+    } else {
         radixSortItems(items, [](quint64 item) { return item; });
+    }
 
     distinct = 1;
     qint64 n = 0;
@@ -841,6 +942,22 @@ bool scalarStatistics(const Cells &values, double &count, double &distinct, doub
 
     count = double(n);
     stdev = standardDeviation(sum, n);
+}
+
+// The common column: every non-empty cell holds one type among Int, UInt,
+// LongLong and Double. The values are taken out of their QVariants once and
+// sorted as plain 64-bit items. Returns false, having set nothing, for any
+// other column.
+template<typename Cells>
+bool scalarStatistics(const Cells &values, double &count, double &distinct, double &min,
+    double &max, double &mean, double &stdev)
+{
+    std::vector<quint64> items;
+    std::vector<double> nans;
+    const int type = scalarItems(values, items, nans);
+    if (type == QMetaType::UnknownType)
+        return false;
+    scalarWalk(type, items, nans, count, distinct, min, max, mean, stdev);
     return true;
 }
 
@@ -898,7 +1015,294 @@ void statisticsOf(const Cells &values, double &count, double &distinct, double &
 
 } // namespace
 
+namespace {
+
+// The cells of a typed column to read, in order: the listed records, or
+// every record.
+struct TypedCells
+{
+    const vel::GridTableCells::Typed &column;
+    const int *records;
+    int size;
+
+    int record(int i) const { return records ? records[i] : i; }
+    bool present(int record) const { return (*column.present)[static_cast<size_t>(record)]; }
+    const char *bytes(int record) const
+    {
+        return column.text + (record == 0 ? 0 : column.ends[record - 1]);
+    }
+    int length(int record) const
+    {
+        return int(column.ends[record] - (record == 0 ? 0 : column.ends[record - 1]));
+    }
+    QString text(int record) const { return QString::fromUtf8(bytes(record), length(record)); }
+};
+
+// True when the first texts among the cells (up to a thousand) are all
+// different: then texts are unlikely to repeat, and numbering the equal
+// ones would cost about as much as ranking each cell's text.
+bool typedTextsLookUnique(const TypedCells &cells)
+{
+    QSet<QString> seen;
+    int sampled = 0;
+    for (int i = 0; i < cells.size && sampled < 1024; ++i) {
+        const int record = cells.record(i);
+        if (!cells.present(record))
+            continue;
+        seen.insert(cells.text(record));
+        ++sampled;
+        if (seen.size() != sampled)
+            return false;
+    }
+    return true;
+}
+
+// The distinct texts among some cells of a column of UTF-8 texts, numbered
+// by their bytes without a QString a cell. Texts that are not ASCII are
+// numbered by the UTF-8 of what QString::fromUtf8 makes of them, so that
+// two cells share a number exactly when their QStrings are equal (an
+// invalid sequence and U+FFFD read alike, for one).
+class TextNumbering
+{
+public:
+    explicit TextNumbering(const char *text)
+        : m_text(text)
+    {
+    }
+
+    int number(const char *bytes, int length)
+    {
+        bool ascii = true;
+        for (int i = 0; i < length && ascii; ++i)
+            ascii = uchar(bytes[i]) < 0x80;
+        QByteArray canonical;
+        if (!ascii) {
+            canonical = QString::fromUtf8(bytes, length).toUtf8();
+            bytes = canonical.constData();
+            length = canonical.size();
+        }
+        const uint hash = uint(qHashBits(bytes, size_t(length), 0));
+        if (2 * (m_texts.size() + 1) > m_slots.size())
+            grow();
+        const size_t mask = m_slots.size() - 1;
+        for (size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+            const int id = m_slots[slot];
+            if (id < 0) {
+                m_slots[slot] = int(m_texts.size());
+                Text text {qint64(bytes - m_text), length, hash};
+                if (!ascii) {
+                    text.begin = -1 - qint64(m_side.size());
+                    m_side.append(bytes, size_t(length));
+                }
+                m_texts.push_back(text);
+                return int(m_texts.size()) - 1;
+            }
+            const Text &known = m_texts[static_cast<size_t>(id)];
+            if (known.hash == hash && known.length == length
+                && std::memcmp(bytesOf(known), bytes, size_t(length)) == 0) {
+                return id;
+            }
+        }
+    }
+
+    // The numbered texts as QStrings, by number; the numbering is dropped.
+    QVector<QString> takeTexts()
+    {
+        m_slots = {};
+        QVector<QString> texts;
+        texts.reserve(int(m_texts.size()));
+        for (const Text &text : m_texts)
+            texts.append(QString::fromUtf8(bytesOf(text), text.length));
+        m_texts = {};
+        m_side = {};
+        return texts;
+    }
+
+private:
+    // Where a text's bytes are: at begin in the column's buffer, or, for a
+    // negative begin, at -1 - begin in m_side.
+    struct Text
+    {
+        qint64 begin;
+        int length;
+        uint hash;
+    };
+
+    const char *bytesOf(const Text &text) const
+    {
+        return text.begin >= 0 ? m_text + text.begin : m_side.data() + (-1 - text.begin);
+    }
+
+    void grow()
+    {
+        std::vector<int> slots(std::max<size_t>(1024, 2 * m_slots.size()), -1);
+        const size_t mask = slots.size() - 1;
+        for (size_t id = 0; id < m_texts.size(); ++id) {
+            size_t slot = m_texts[id].hash & mask;
+            while (slots[slot] >= 0)
+                slot = (slot + 1) & mask;
+            slots[slot] = int(id);
+        }
+        m_slots = std::move(slots);
+    }
+
+    const char *m_text;
+    std::vector<int> m_slots;
+    std::vector<Text> m_texts;
+    std::string m_side;
+};
+
+// The general path for a column of texts (and empty cells), without its
+// QVariants: the texts numbered, the distinct ones ranked by stringRanks(),
+// the cells ordered by (rank, position) and walked for "Distinct" and the
+// first value.
+void textStatistics(
+    const TypedCells &cells, double &count, double &distinct, double &min, double &max)
+{
+    const vel::GridTableCells::Typed &column = cells.column;
+    std::vector<int> numberOf(static_cast<size_t>(cells.size), -1);
+    QVector<QString> texts;
+    qint64 present = 0;
+    // Texts that do not repeat are not numbered at all: each cell's text
+    // gets its own number, and equal texts are told apart by comparing them.
+    const bool perCell = typedTextsLookUnique(cells);
+    if (perCell) {
+        texts.reserve(cells.size);
+        for (int i = 0; i < cells.size; ++i) {
+            const int record = cells.record(i);
+            if (!cells.present(record))
+                continue;
+            numberOf[static_cast<size_t>(i)] = texts.size();
+            texts.append(cells.text(record));
+            ++present;
+        }
+    } else {
+        TextNumbering numbering(column.text);
+        for (int i = 0; i < cells.size; ++i) {
+            const int record = cells.record(i);
+            if (!cells.present(record))
+                continue;
+            numberOf[static_cast<size_t>(i)]
+                = numbering.number(cells.bytes(record), cells.length(record));
+            ++present;
+        }
+        texts = numbering.takeTexts();
+    }
+    distinct = 1;
+    if (present == 0)
+        return;
+    count = double(present);
+
+    const QVector<quint64> ranks = stringRanks(texts);
+    // Ranks run from 0 without gaps; texts that collate alike share one.
+    size_t rankCount = 0;
+    for (const quint64 rank : ranks)
+        rankCount = std::max(rankCount, static_cast<size_t>(rank) + 1);
+    std::vector<int> textsOfRank(rankCount, 0);
+    for (const quint64 rank : ranks)
+        ++textsOfRank[static_cast<size_t>(rank)];
+    const bool shared = std::any_of(
+        textsOfRank.begin(), textsOfRank.end(), [](int textCount) { return textCount > 1; });
+
+    int first = -1;
+    if (!shared) {
+        // One text a rank: the order is the texts' own, each a run.
+        distinct = double(rankCount);
+        first = int(std::find(ranks.begin(), ranks.end(), quint64(0)) - ranks.begin());
+    } else {
+        // Texts of one rank follow each other in position order, and each
+        // change of text among them counts.
+        std::vector<size_t> start(rankCount + 1, 0);
+        for (const int number : numberOf) {
+            if (number >= 0)
+                ++start[static_cast<size_t>(ranks.at(number)) + 1];
+        }
+        std::partial_sum(start.begin(), start.end(), start.begin());
+        std::vector<int> order(static_cast<size_t>(present));
+        for (size_t i = 0; i < numberOf.size(); ++i) {
+            const int number = numberOf[i];
+            if (number >= 0)
+                order[start[static_cast<size_t>(ranks.at(number))]++] = number;
+        }
+        first = order.front();
+        int previous = first;
+        for (const int number : order) {
+            if (perCell ? texts.at(number) != texts.at(previous) : number != previous) {
+                previous = number;
+                distinct += 1;
+            }
+        }
+    }
+    min = max = QVariant(texts.at(first)).toDouble();
+}
+
+} // namespace
+
 namespace vel {
+
+bool typedStatistics(const GridTableCells::Typed &column, const int *records, int size,
+    const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
+    double &mean, double &stdev)
+{
+    if (column.kind == GridTableCells::Typed::None)
+        return false;
+    count = 0;
+    distinct = 0;
+    min = 0;
+    max = 0;
+    mean = 0;
+    stdev = 0;
+    if (!records)
+        size = column.size;
+    if (size <= 0)
+        return true;
+    if (column.kind == GridTableCells::Typed::Texts) {
+        textStatistics(TypedCells {column, records, size}, count, distinct, min, max);
+        return true;
+    }
+
+    // As scalarItems() takes them out of QVariants: in storage order unless
+    // a NaN or a -0.0 makes the reading order tell.
+    const bool isDouble = column.kind == GridTableCells::Typed::Doubles;
+    std::vector<quint64> items;
+    std::vector<double> nans;
+    auto read = [&](const int *order) {
+        const TypedCells cells {column, order, size};
+        items.clear();
+        nans.clear();
+        items.reserve(static_cast<size_t>(size));
+        bool signedZeros = false;
+        for (int i = 0; i < size; ++i) {
+            const int record = cells.record(i);
+            if (!cells.present(record))
+                continue;
+            if (!isDouble) {
+                items.push_back(signedBits(column.ints[record]));
+                continue;
+            }
+            const double x = column.doubles[record];
+            if (std::isnan(x)) {
+                nans.push_back(x);
+                signedZeros = true;
+            } else {
+                if (x == 0.0 && std::signbit(x))
+                    signedZeros = true;
+                items.push_back(bitsOf(x));
+            }
+        }
+        return signedZeros;
+    };
+    const int *first = records && inStorageOrder ? inStorageOrder : records;
+    if (read(first) && first != records)
+        read(records);
+    if (items.empty() && nans.empty()) {
+        distinct = 1;
+        return true;
+    }
+    scalarWalk(isDouble ? QMetaType::Double : QMetaType::Int, items, nans, count, distinct, min,
+        max, mean, stdev);
+    return true;
+}
 
 void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,
     const std::vector<const QVariant *> *inStorageOrder, double &count, double &distinct,

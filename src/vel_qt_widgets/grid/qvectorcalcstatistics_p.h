@@ -1,6 +1,8 @@
 #ifndef VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
 #define VEL_QT_WIDGETS_QVECTORCALCSTATISTICS_P_H
 
+#include "gridtablecells_p.h"
+
 #include <vel_qt_widgets/vel_qt_widgets_export.h>
 
 #include <QtCore/QVariant>
@@ -98,6 +100,17 @@ struct TextNumbers
 VEL_QT_WIDGETS_EXPORT void calcStatistics(const std::vector<const QVariant *> &values,
     const TextNumbers *textNumbers, const std::vector<const QVariant *> *inStorageOrder,
     double &count, double &distinct, double &min, double &max, double &mean, double &stdev);
+
+// QVectorCalcStatistics of cells of a column held typed (ints, doubles or
+// UTF-8 texts), read from its arrays: the same results to the bit, without
+// a QVariant a cell. \a records (if not null, \a size of them) lists the
+// records to read, in order; otherwise the column's records 0 .. size - 1
+// are read. \a inStorageOrder (if given) holds the same records ascending,
+// the cheapest order to read them; the results do not depend on it.
+// Returns false, having set nothing, for a column held as QVariants.
+VEL_QT_WIDGETS_EXPORT bool typedStatistics(const GridTableCells::Typed &column, const int *records,
+    int size, const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
+    double &mean, double &stdev);
 
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);

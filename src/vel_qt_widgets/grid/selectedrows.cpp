@@ -144,6 +144,8 @@ void SelectedRows::mapToSource()
         if (m_table)
             m_records[i] = m_table->record(source);
     }
+    m_allRecords = m_table
+        && std::all_of(m_records.begin(), m_records.end(), [](int record) { return record >= 0; });
 }
 
 int SelectedRows::sourceColumn(Parent &parent, int column)
@@ -223,9 +225,9 @@ const std::vector<const QVariant *> &SelectedRows::displayCells(int column)
     return m_cells;
 }
 
-const std::vector<const QVariant *> *SelectedRows::storageCells()
+const std::vector<int> *SelectedRows::recordsInOrder()
 {
-    if (m_tableColumn < 0)
+    if (!m_allRecords)
         return nullptr;
     if (m_recordsInOrder.size() != m_rows.size()) {
         // A counting sort on the records, found once for every column.
@@ -247,11 +249,49 @@ const std::vector<const QVariant *> *SelectedRows::storageCells()
             return nullptr;
         }
     }
+    return &m_recordsInOrder;
+}
+
+const std::vector<const QVariant *> *SelectedRows::storageCells()
+{
+    if (m_tableColumn < 0 || !recordsInOrder())
+        return nullptr;
     m_storageCells.clear();
     m_storageCells.reserve(m_recordsInOrder.size());
     for (const int record : m_recordsInOrder)
         m_storageCells.push_back(&m_table->cell(record, m_tableColumn));
     return &m_storageCells;
+}
+
+bool SelectedRows::typedStatistics(int column, double &count, double &distinct, double &min,
+    double &max, double &mean, double &stdev)
+{
+    if (m_rows.empty())
+        return false;
+    if (!m_mapped)
+        mapToSource();
+    if (!m_allRecords)
+        return false;
+    // Every row under a parent reads the same source column.
+    int sourceCol = -1;
+    for (Parent &parent : m_parents) {
+        if (parent.anyRow < 0)
+            continue;
+        if (column < 0 || column >= parent.columns)
+            return false;
+        const int known = sourceColumn(parent, column);
+        if (known < 0 || (sourceCol >= 0 && known != sourceCol))
+            return false;
+        sourceCol = known;
+    }
+    if (sourceCol < 0)
+        return false;
+    const GridTableCells::Typed cells = m_table->typed(sourceCol);
+    if (cells.kind == GridTableCells::Typed::None)
+        return false;
+    const std::vector<int> *inOrder = recordsInOrder();
+    return vel::typedStatistics(cells, m_records.data(), int(m_records.size()),
+        inOrder ? inOrder->data() : nullptr, count, distinct, min, max, mean, stdev);
 }
 
 } // namespace vel

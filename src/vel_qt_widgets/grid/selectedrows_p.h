@@ -61,6 +61,12 @@ public:
     // cell.
     const std::vector<const QVariant *> *storageCells();
 
+    // The statistics of \a column read from the model's typed arrays, when
+    // every cell of it comes from one column of a CMwGridTableModel held
+    // typed (see typedStatistics()); false, having set nothing, otherwise.
+    bool typedStatistics(int column, double &count, double &distinct, double &min, double &max,
+        double &mean, double &stdev);
+
 private:
     struct Parent
     {
@@ -80,6 +86,8 @@ private:
 
     void mapToSource();
     int sourceColumn(Parent &parent, int column);
+    // m_records ascending, or null when a record is missing or repeats.
+    const std::vector<int> *recordsInOrder();
 
     const QAbstractItemModel *m_model = nullptr;
     QVector<Parent> m_parents;
@@ -93,6 +101,8 @@ private:
     // CMwGridTableModel, its record (-1: ask data()).
     std::vector<int> m_sourceRows;
     std::vector<int> m_records;
+    // Set when every row has its record.
+    bool m_allRecords = false;
 
     std::vector<const QVariant *> m_cells;
     // Cells read through data(); a deque keeps each where it was put.
