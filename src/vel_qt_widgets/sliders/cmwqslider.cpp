@@ -9,7 +9,9 @@
 #include <QtCore/QStringList>
 #include <QtCore/QtMath>
 #include <QtGui/QFontMetrics>
+#include <QtGui/QGlyphRun>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
@@ -367,9 +369,155 @@ const CMwQSliderPrivate::TickLabelCache &CMwQSliderPrivate::tickLabels(
         if (r.right() > half + available)
             r.moveRight(half + available);
         cache.labels.append(
-            {layOutLabel(item.text, font, direction, r.size()), r, item.tickPosition});
+            {layOutLabel(item.text, font, direction, r.size()), r, item.tickPosition, {}});
     }
     return cache;
+}
+
+// Blending glyphs into the raster engine's 32-bit pixels and blitting an
+// image over them use the same arithmetic: a glyph pixel of coverage c adds
+// pen * c and keeps the rest of what was there, and so does a pixel of the
+// pen drawn at coverage c on a transparent image. Blitting a label drawn
+// once therefore gives the pixels of drawing it again, as long as no pixel
+// is blended twice (overlapping glyphs, decorations) and the painter does
+// nothing else to them: plain source-over, full opacity, a solid pen, a
+// whole-pixel translation, one device pixel per pixel, and a 32-bit image
+// underneath. Anything else draws the text as before.
+bool CMwQSliderPrivate::canStamp(const QPainter *painter) const
+{
+    if (!stampLabels || painter->paintEngine()->type() != QPaintEngine::Raster
+        || painter->compositionMode() != QPainter::CompositionMode_SourceOver
+        || painter->opacity() != 1.0 || painter->pen().style() != Qt::SolidLine
+        || painter->pen().brush().style() != Qt::SolidPattern)
+        return false;
+    const QFont &font = painter->font();
+    if (font.underline() || font.overline() || font.strikeOut())
+        return false;
+    const QTransform transform = painter->deviceTransform();
+    if (transform.type() > QTransform::TxTranslate || transform.dx() != qFloor(transform.dx())
+        || transform.dy() != qFloor(transform.dy()))
+        return false;
+    const QPaintDevice *device = painter->paintEngine()->paintDevice();
+    if (!device || device->devType() != QInternal::Image)
+        return false;
+    const QImage *image = static_cast<const QImage *>(device);
+    if (image->devicePixelRatio() != 1.0)
+        return false;
+    return image->format() == QImage::Format_ARGB32_Premultiplied
+        || image->format() == QImage::Format_RGB32;
+}
+
+namespace {
+
+// Every pixel that more than one glyph of the layout touches: drawn one by
+// one, a second glyph over the first blends differently from the pair
+// blitted at once.
+bool glyphsOverlap(
+    const QTextLayout &layout, const QPointF &origin, const QSize &size, const QPainter &like)
+{
+    QImage total(size, QImage::Format_ARGB32_Premultiplied);
+    total.fill(Qt::transparent);
+    QImage single(size, QImage::Format_ARGB32_Premultiplied);
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    for (const QGlyphRun &run : runs) {
+        const QVector<quint32> indexes = run.glyphIndexes();
+        const QVector<QPointF> positions = run.positions();
+        for (int i = 0; i < indexes.size(); ++i) {
+            QGlyphRun glyph = run;
+            glyph.setGlyphIndexes({indexes.at(i)});
+            glyph.setPositions({positions.at(i)});
+            single.fill(Qt::transparent);
+            {
+                QPainter painter(&single);
+                painter.setRenderHints(like.renderHints());
+                painter.setPen(Qt::black);
+                painter.drawGlyphRun(origin, glyph);
+            }
+            for (int y = 0; y < size.height(); ++y) {
+                const QRgb *from = reinterpret_cast<const QRgb *>(single.constScanLine(y));
+                QRgb *to = reinterpret_cast<QRgb *>(total.scanLine(y));
+                for (int x = 0; x < size.width(); ++x) {
+                    if (!from[x])
+                        continue;
+                    if (to[x])
+                        return true;
+                    to[x] = from[x];
+                }
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void CMwQSliderPrivate::drawStamped(QPainter *painter, TickLabelCache::Label &label, const QRect &r,
+    Qt::LayoutDirection direction) const
+{
+    const QTextLayout &layout = *label.layout;
+    if (layout.lineCount() == 0)
+        return;
+    // Where drawLabel() puts the text; the lines keep their places in it.
+    const QPointF origin(direction == Qt::RightToLeft
+            ? r.x() + r.width() - layout.lineAt(0).horizontalAdvance()
+            : r.x(),
+        r.y());
+    for (int i = 1; i < layout.lineCount(); ++i) {
+        // Lines of different advances move apart right to left.
+        if (direction == Qt::RightToLeft
+            && layout.lineAt(i).horizontalAdvance() != layout.lineAt(0).horizontalAdvance()) {
+            drawLabel(painter, layout, r, direction);
+            return;
+        }
+    }
+    const QPointF whole(qFloor(origin.x()), qFloor(origin.y()));
+    const QPointF fraction = origin - whole;
+    const QRgba64 pen = painter->pen().color().rgba64();
+    const int hints = int(painter->renderHints());
+
+    TickLabelCache::Label::Stamp &stamp = label.stamp;
+    if (stamp.hints != hints || stamp.pen != pen || stamp.fraction != fraction) {
+        stamp = TickLabelCache::Label::Stamp();
+        stamp.hints = hints;
+        stamp.pen = pen;
+        stamp.fraction = fraction;
+        // Room for glyphs reaching out of their advances on every side.
+        const QFontMetrics fm(layout.font());
+        const int pad = fm.height() + fm.maxWidth();
+        const QRectF bounds = layout.boundingRect();
+        const QSize size(qCeil(bounds.right()) + 2 * pad, qCeil(bounds.bottom()) + 2 * pad);
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        const QPointF at = QPointF(pad, pad) + fraction;
+        {
+            QPainter stampPainter(&image);
+            stampPainter.setRenderHints(painter->renderHints());
+            stampPainter.setFont(painter->font());
+            stampPainter.setPen(painter->pen());
+            for (int i = 0; i < layout.lineCount(); ++i)
+                layout.lineAt(i).draw(&stampPainter, at);
+        }
+        // Only the inked part is kept.
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x) {
+                if (line[x])
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        stamp.usable = !glyphsOverlap(layout, at, size, *painter);
+        if (stamp.usable && !ink.isEmpty()) {
+            stamp.image = image.copy(ink);
+            stamp.offset = ink.topLeft() - QPoint(pad, pad);
+        }
+    }
+    if (!stamp.usable) {
+        drawLabel(painter, layout, r, direction);
+        return;
+    }
+    if (!stamp.image.isNull())
+        painter->drawImage(whole.toPoint() + stamp.offset, stamp.image);
 }
 
 void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const
@@ -388,16 +536,24 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     // past the box (by more at larger font sizes). Clipping there would cut
     // it, wrapping there would drop every word after the first, so labels
     // are neither clipped nor wrapped; the rectangle only places them.
-    const TickLabelCache &cache = tickLabels(painter, opt, geometry.half, geometry.available);
-    for (const TickLabelCache::Label &label : cache.labels) {
+    tickLabels(painter, opt, geometry.half, geometry.available);
+    TickLabelCache &cache = tickLabelCache;
+    const bool stamped = canStamp(painter);
+    for (TickLabelCache::Label &label : cache.labels) {
         QRect r = label.rect;
         if (label.sides & sideAbove) {
             r.moveBottom(geometry.groove.top() - labelGapAbove);
-            drawLabel(painter, *label.layout, r, cache.direction);
+            if (stamped)
+                drawStamped(painter, label, r, cache.direction);
+            else
+                drawLabel(painter, *label.layout, r, cache.direction);
         }
         if (label.sides & sideBelow) {
             r.moveTop(geometry.groove.bottom() + labelGapBelow);
-            drawLabel(painter, *label.layout, r, cache.direction);
+            if (stamped)
+                drawStamped(painter, label, r, cache.direction);
+            else
+                drawLabel(painter, *label.layout, r, cache.direction);
         }
     }
 

@@ -6,6 +6,8 @@
 #include <QtCore/QSharedPointer>
 #include <QtCore/QVector>
 #include <QtGui/QFont>
+#include <QtGui/QImage>
+#include <QtGui/QRgba64>
 #include <QtGui/QTextLayout>
 #include <QtWidgets/QStyle>
 
@@ -76,6 +78,9 @@ public:
 
     CMwQSlider *q_ptr = nullptr;
     TMwTickItemList tickItems;
+    // Labels are blitted from images of them drawn once (see
+    // drawTickLabels()); cleared, they are drawn as text every time.
+    bool stampLabels = true;
 
 private:
     int pixelToValue(int pixel) const;
@@ -98,6 +103,19 @@ private:
             QSharedPointer<QTextLayout> layout;
             QRect rect; // where the text is drawn from, before the side is chosen
             int sides = 0;
+            // The label drawn on a transparent image; offset is the image's
+            // corner from the pixel the text is drawn from. Made for one pen,
+            // one set of render hints and one fraction of a pixel.
+            struct Stamp
+            {
+                QImage image;
+                QPoint offset;
+                QRgba64 pen;
+                int hints = -1;
+                QPointF fraction;
+                bool usable = false;
+            };
+            Stamp stamp;
         };
         TMwTickItemList items;
         QFont font;
@@ -111,6 +129,9 @@ private:
         bool valid = false;
         QVector<Label> labels;
     };
+    bool canStamp(const QPainter *painter) const;
+    void drawStamped(QPainter *painter, TickLabelCache::Label &label, const QRect &r,
+        Qt::LayoutDirection direction) const;
     const TickLabelCache &tickLabels(
         const QPainter *painter, const QStyleOptionSlider &option, int half, int available) const;
     mutable TickLabelCache tickLabelCache;
