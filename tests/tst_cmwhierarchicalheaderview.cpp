@@ -7,10 +7,13 @@
 
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
+#include <cstring>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -182,6 +185,8 @@ private Q_SLOTS:
     void cacheFollowsChanges();
     void cachedPaintingMatchesWalk();
     void paintMeasuresFollowChanges();
+    void spanningCellsDrawnOnceLookTheSame_data();
+    void spanningCellsDrawnOnceLookTheSame();
     void modelsDeletedWhileShown_data();
     void modelsDeletedWhileShown();
 
@@ -1117,6 +1122,133 @@ void tst_CMwHierarchicalHeaderView::paintMeasuresFollowChanges()
     cachedAndWalked(&smaller, &walked);
     QCOMPARE(smaller, walked);
     QVERIFY(smaller != after);
+}
+
+void tst_CMwHierarchicalHeaderView::spanningCellsDrawnOnceLookTheSame_data()
+{
+    QTest::addColumn<QString>("styleName");
+    QTest::addColumn<QString>("setup");
+    const QStringList setups {"plain", "vertical", "rightToLeft", "sortedInGroup",
+        "sortedInGroupVertical", "selected", "scrolled", "hiddenLast", "emptyLast", "moved",
+        "translucentGroup", "opaqueGroup", "gradientGroup", "dark", "disabled", "partial",
+        "partialVertical", "rotatedGroup", "groupFont"};
+    for (const QString &styleName : {QStringLiteral("Fusion"), QStringLiteral("Windows")})
+        for (const QString &setup : setups)
+            QTest::newRow(qPrintable(styleName + ' ' + setup)) << styleName << setup;
+}
+
+// A cell over several sections drawn only by the last section a paint event
+// draws under it gives the very pixels of drawing it for every section.
+void tst_CMwHierarchicalHeaderView::spanningCellsDrawnOnceLookTheSame()
+{
+    QFETCH(QString, styleName);
+    QFETCH(QString, setup);
+    const std::unique_ptr<QStyle> style(QStyleFactory::create(styleName));
+    QVERIFY(style);
+    const bool vertical = setup.contains("Vertical") || setup == "vertical";
+    QStandardItemModel items(14, 14);
+    TestHeader header(vertical ? Qt::Vertical : Qt::Horizontal);
+    header.setStyle(style.get());
+    header.setStretchLastSection(false);
+    header.setModel(&items);
+    QStandardItemModel *cells = buildHeaderModel(
+        {group("Group 0",
+             {group("Block 0", {leaf("c0"), leaf("c1"), leaf("c2")}),
+                 group("Block 1", {leaf("c3"), leaf("c4")})}),
+            leaf("c5"),
+            group("Group 1",
+                {group("Block 2", {leaf("c6"), leaf("c7"), leaf("c8"), leaf("c9")}),
+                    group("Block 3", {leaf("c10"), leaf("c11"), leaf("c12"), leaf("c13")})})},
+        &header);
+    header.setHeaderModel(cells);
+    header.setDefaultSectionSize(vertical ? 24 : 46);
+    for (int i = 0; i < header.count(); ++i)
+        header.resizeSection(i, vertical ? 20 + i % 3 * 4 : 40 + i % 4 * 7);
+    QStandardItem *group0 = cells->item(0, 0);
+    QStandardItem *group1 = cells->item(0, 2);
+    QRegion region;
+    if (setup == "rightToLeft")
+        header.setLayoutDirection(Qt::RightToLeft);
+    if (setup.startsWith("sortedInGroup"))
+        header.setSortIndicator(3, Qt::DescendingOrder);
+    if (setup == "selected") {
+        header.setHighlightSections(true);
+        auto *selection = new QItemSelectionModel(&items, &header);
+        header.setSelectionModel(selection);
+        selection->select(QItemSelection(items.index(0, 7), items.index(13, 8)),
+            QItemSelectionModel::Select | QItemSelectionModel::Columns);
+    }
+    if (setup == "hiddenLast")
+        header.hideSection(4);
+    if (setup == "emptyLast")
+        header.resizeSection(13, 0);
+    if (setup == "moved")
+        header.moveSection(7, 11);
+    if (setup == "translucentGroup")
+        group1->setData(QColor(0, 160, 0, 90), Qt::BackgroundRole);
+    if (setup == "opaqueGroup")
+        group1->child(0, 1)->setData(QColor(200, 220, 90), Qt::BackgroundRole);
+    if (setup == "gradientGroup") {
+        QLinearGradient gradient(0, 0, 0, 20);
+        gradient.setColorAt(0, QColor(255, 0, 0, 40));
+        gradient.setColorAt(1, Qt::blue);
+        group0->setData(QBrush(gradient), Qt::BackgroundRole);
+    }
+    if (setup == "dark") {
+        QPalette palette = header.palette();
+        palette.setColor(QPalette::Button, QColor(45, 45, 48));
+        palette.setColor(QPalette::Window, QColor(37, 37, 38));
+        palette.setColor(QPalette::ButtonText, QColor(230, 230, 230));
+        palette.setColor(QPalette::Light, QColor(80, 80, 80));
+        palette.setColor(QPalette::Dark, QColor(20, 20, 20));
+        header.setPalette(palette);
+    }
+    if (setup == "disabled")
+        header.setEnabled(false);
+    if (setup == "rotatedGroup")
+        group1->child(0, 0)->setData(true, Qt::UserRole);
+    if (setup == "groupFont") {
+        QFont font = header.font();
+        font.setItalic(true);
+        items.setHeaderData(9, header.orientation(), font, Qt::FontRole);
+        items.setHeaderData(7, header.orientation(), QColor(Qt::red), Qt::ForegroundRole);
+    }
+    const QSize size = vertical ? QSize(header.sizeHint().width() + 10, 250)
+                                : QSize(420, header.sizeHint().height() + 6);
+    QVERIFY(showAt(header, size.width(), size.height()));
+    if (setup == "scrolled")
+        header.setOffset(vertical ? 47 : 95);
+    // Only a piece of each spanning cell lies in the painted rectangle.
+    if (setup == "partial")
+        region = QRect(70, 0, 150, header.height());
+    if (setup == "partialVertical")
+        region = QRect(0, 30, header.width(), 90);
+
+    const auto render = [&header, &region](bool skip) {
+        header.priv()->skipCoveredCells = skip;
+        QImage image(header.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::magenta);
+        header.render(&image, QPoint(), region);
+        return image;
+    };
+    const QImage once = render(true);
+    const QImage every = render(false);
+    header.priv()->skipCoveredCells = true;
+    QCOMPARE(once.size(), every.size());
+    for (int y = 0; y < once.height(); ++y)
+        QVERIFY2(
+            memcmp(once.constScanLine(y), every.constScanLine(y), size_t(once.bytesPerLine())) == 0,
+            qPrintable(QStringLiteral("line %1 differs").arg(y)));
+    // The header was drawn, and with captions: more than its fill colours.
+    // render() puts the painted region's corner at the image's.
+    const QRect painted
+        = region.isEmpty() ? once.rect() : QRect(QPoint(), region.boundingRect().size());
+    QSet<QRgb> colours;
+    for (int y = painted.top(); y <= painted.bottom(); ++y)
+        for (int x = painted.left(); x <= painted.right(); ++x)
+            colours.insert(once.pixel(x, y));
+    QVERIFY(!colours.contains(QColor(Qt::magenta).rgba()));
+    QVERIFY(colours.size() > 20);
 }
 
 void tst_CMwHierarchicalHeaderView::modelsDeletedWhileShown_data()

@@ -2,6 +2,7 @@
 // in between, a slider that has painted before must draw exactly what a new
 // slider in the same state draws on its first paint.
 
+#include "cmwqslider_p.h"
 #include "vel_test_main.h"
 
 #include <vel_qt_widgets/CMwQRangeSlider.h>
@@ -14,6 +15,7 @@
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOptionSlider>
 
+#include <cstring>
 #include <functional>
 #include <memory>
 
@@ -158,6 +160,67 @@ enum LabelEffect {
     LabelsMayStay, // the marks or handles change; the labels may stay
 };
 
+// The slider's paint with its labels blitted from images, and with them
+// drawn as text, through a painter prepared by \a prepare.
+using Prepare = std::function<void(QPainter &)>;
+QImage renderStamped(
+    CMwQSlider &slider, bool stamped, QImage::Format format, qreal ratio, const Prepare &prepare)
+{
+    CMwQSliderPrivate::get(&slider)->stampLabels = stamped;
+    QImage image(slider.size() * ratio, format);
+    image.setDevicePixelRatio(ratio);
+    image.fill(QColor(60, 200, 120));
+    QPainter painter(&image);
+    if (prepare)
+        prepare(painter);
+    slider.render(&painter);
+    painter.end();
+    CMwQSliderPrivate::get(&slider)->stampLabels = true;
+    return image;
+}
+
+bool sameBytes(const QImage &a, const QImage &b)
+{
+    if (a.size() != b.size() || a.format() != b.format())
+        return false;
+    for (int y = 0; y < a.height(); ++y) {
+        // Only the pixels, not the padding at the end of a line.
+        if (memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width() * a.depth() / 8)))
+            return false;
+    }
+    return true;
+}
+
+QPalette darkPalette()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(40, 40, 44));
+    palette.setColor(QPalette::WindowText, QColor(225, 225, 225));
+    palette.setColor(QPalette::Button, QColor(55, 55, 60));
+    palette.setColor(QPalette::ButtonText, QColor(230, 230, 230));
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::Highlight, QColor(40, 110, 200));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(120, 120, 120, 180));
+    return palette;
+}
+
+// Labels of every kind: side by side and overlapping, several lines, length
+// variants, accents, descenders, kerning pairs and ligatures.
+CMwQSlider::TMwTickItemList richLabels()
+{
+    return {{0, QSlider::TicksBelow, QStringLiteral("low")},
+        {12, QSlider::TicksBothSides, QStringLiteral("gjqy")},
+        {20, QSlider::TicksAbove, QStringLiteral("two\nlines")},
+        {30, QSlider::TicksBelow, QStringLiteral("AVAWAY")},
+        {33, QSlider::TicksBelow, QStringLiteral("overlapping neighbour")},
+        {45, QSlider::TicksAbove,
+            QStringLiteral("a rather long caption") + QChar(0x9c) + QStringLiteral("short")},
+        {55, QSlider::TicksBothSides, QStringLiteral("office ffi")},
+        {70, QSlider::TicksBothSides, QStringLiteral("Wf 7")},
+        {85, QSlider::TicksAbove, QStringLiteral("\u00e9t\u00e9 \u00df")},
+        {100, QSlider::TicksBothSides, QStringLiteral("100 \u00b0C")}};
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Change)
@@ -176,6 +239,8 @@ private Q_SLOTS:
     void changeDrawsAsNewSlider();
     void painterDirection_data();
     void painterDirection();
+    void stampsDrawAsText();
+    void stampsFollowChanges();
 
 private:
     std::unique_ptr<QStyle> m_windows;
@@ -407,6 +472,148 @@ void tst_CMwQSliderLabelCache::painterDirection()
     fresh->setTickItemList(slider->tickItemList());
     QCOMPARE(rightToLeft, renderOf(*fresh, Qt::RightToLeft));
     QCOMPARE(renderOf(*slider, Qt::LeftToRight), leftToRight);
+}
+
+// Labels blitted from images of them give the very pixels of the text drawn
+// again, or are drawn as text.
+void tst_CMwQSliderLabelCache::stampsDrawAsText()
+{
+    QFont italic = QApplication::font();
+    italic.setItalic(true);
+    italic.setPointSize(11);
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    bold.setPointSize(15);
+    QFont small = QApplication::font();
+    small.setPointSize(7);
+    QFont large = QApplication::font();
+    large.setPixelSize(40);
+    QFont underlined = QApplication::font();
+    underlined.setUnderline(true);
+    // Glyphs drawn over each other.
+    QFont tight = QApplication::font();
+    tight.setPointSize(13);
+    tight.setLetterSpacing(QFont::AbsoluteSpacing, -5);
+    const QVector<QFont> fonts {
+        QApplication::font(), small, italic, bold, large, underlined, tight};
+    const Prepare none;
+    const QVector<QPair<const char *, Prepare>> painters {{"plain", none},
+        {"translated", [](QPainter &p) { p.translate(3, 5); }},
+        {"half a pixel", [](QPainter &p) { p.translate(0.5, 0.25); }},
+        {"right to left", [](QPainter &p) { p.setLayoutDirection(Qt::RightToLeft); }},
+        {"translucent", [](QPainter &p) { p.setOpacity(0.6); }},
+        {"antialiased", [](QPainter &p) { p.setRenderHint(QPainter::Antialiasing); }},
+        {"no antialiasing",
+            [](QPainter &p) { p.setRenderHint(QPainter::TextAntialiasing, false); }}};
+    const std::unique_ptr<QStyle> fusion(QStyleFactory::create(QStringLiteral("Fusion")));
+    const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
+    int compared = 0;
+    for (int kind : {int(Plain), int(Range)}) {
+        const auto slider = makeSlider(Kind(kind));
+        slider->setTickItemList(richLabels());
+        for (QStyle *style : {fusion.get(), windows.get()}) {
+            slider->setStyle(style);
+            for (bool dark : {false, true}) {
+                slider->setPalette(dark ? darkPalette() : QPalette());
+                for (bool enabled : {true, false}) {
+                    slider->setEnabled(enabled);
+                    for (const QFont &font : fonts) {
+                        slider->setFont(font);
+                        slider->resize(380, slider->sizeHint().height() + 8);
+                        for (const auto &painter : painters) {
+                            for (QImage::Format format :
+                                {QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB32}) {
+                                for (qreal ratio : {1.0, 2.0}) {
+                                    // Twice: the second paint blits what the first made.
+                                    for (int pass = 0; pass < 2; ++pass) {
+                                        const QImage stamped = renderStamped(
+                                            *slider, true, format, ratio, painter.second);
+                                        const QImage text = renderStamped(
+                                            *slider, false, format, ratio, painter.second);
+                                        QVERIFY2(sameBytes(stamped, text),
+                                            qPrintable(QStringLiteral(
+                                                "%1 %2 %3 %4 %5 %6 format %7 ratio %8")
+                                                           .arg(kind == Range ? "range" : "plain",
+                                                               style->objectName(),
+                                                               dark ? "dark" : "light",
+                                                               enabled ? "enabled" : "disabled",
+                                                               font.toString(),
+                                                               QLatin1String(painter.first))
+                                                           .arg(int(format))
+                                                           .arg(ratio)));
+                                        ++compared;
+                                    }
+                                }
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+    QCOMPARE(compared, 2 * 2 * 2 * 2 * 7 * 7 * 2 * 2 * 2);
+}
+
+// Each input of a label's picture, changed after a paint, shows in the next.
+void tst_CMwQSliderLabelCache::stampsFollowChanges()
+{
+    const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
+    QStyle *windowsStyle = windows.get();
+    const QVector<QPair<const char *, Change>> changes {
+        {"text colour",
+            [](CMwQSlider &s) {
+                QPalette palette = s.palette();
+                palette.setColor(QPalette::WindowText, Qt::darkRed);
+                s.setPalette(palette);
+            }},
+        {"dark palette", [](CMwQSlider &s) { s.setPalette(darkPalette()); }},
+        {"disabled", [](CMwQSlider &s) { s.setEnabled(false); }},
+        {"font",
+            [](CMwQSlider &s) {
+                QFont font = s.font();
+                font.setPointSize(12);
+                s.setFont(font);
+            }},
+        {"tick list",
+            [](CMwQSlider &s) {
+                s.setTickItemList({{10, QSlider::TicksBothSides, QStringLiteral("ten")}});
+            }},
+        {"size", [](CMwQSlider &s) { s.resize(s.width() + 37, s.height()); }},
+        {"style", [windowsStyle](CMwQSlider &s) { s.setStyle(windowsStyle); }},
+        {"tick interval", [](CMwQSlider &s) { s.setTickInterval(7); }},
+        {"tick position", [](CMwQSlider &s) { s.setTickPosition(QSlider::TicksAbove); }},
+        {"range", [](CMwQSlider &s) { s.setRange(-50, 150); }},
+        {"vertical",
+            [](CMwQSlider &s) {
+                s.setOrientation(Qt::Vertical);
+                s.resize(s.height(), 300);
+            }},
+    };
+    for (int kind : {int(Plain), int(Range)}) {
+        for (const auto &change : changes) {
+            const auto slider = makeSlider(Kind(kind));
+            slider->setTickItemList(richLabels());
+            const QImage before
+                = renderStamped(*slider, true, QImage::Format_ARGB32_Premultiplied, 1.0, Prepare());
+            change.second(*slider);
+            const QImage after
+                = renderStamped(*slider, true, QImage::Format_ARGB32_Premultiplied, 1.0, Prepare());
+            const QImage text = renderStamped(
+                *slider, false, QImage::Format_ARGB32_Premultiplied, 1.0, Prepare());
+            QVERIFY2(sameBytes(after, text), change.first);
+            QVERIFY2(after != before, change.first);
+        }
+        // At two device pixels per pixel as at one.
+        const auto slider = makeSlider(Kind(kind));
+        const QImage plain
+            = renderStamped(*slider, true, QImage::Format_ARGB32_Premultiplied, 1.0, Prepare());
+        const QImage magnified
+            = renderStamped(*slider, true, QImage::Format_ARGB32_Premultiplied, 2.0, Prepare());
+        const QImage magnifiedText
+            = renderStamped(*slider, false, QImage::Format_ARGB32_Premultiplied, 2.0, Prepare());
+        QVERIFY(sameBytes(magnified, magnifiedText));
+        QCOMPARE(magnified.size(), plain.size() * 2);
+    }
 }
 
 VEL_TEST_MAIN(tst_CMwQSliderLabelCache)

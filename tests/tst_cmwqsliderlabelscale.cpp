@@ -3,6 +3,7 @@
 // CTest runs this executable once per setting (tests/CMakeLists.txt); every
 // run checks that its setting took effect before it checks the labels.
 
+#include "cmwqslider_p.h"
 #include "slider_test_support.h"
 
 #include <vel_qt_widgets/CMwQSlider.h>
@@ -66,6 +67,7 @@ private Q_SLOTS:
     void settingTookEffect();
     void labelsAreWhole_data();
     void labelsAreWhole();
+    void blittedLabelsAsDrawn();
 };
 
 void tst_CMwQSliderLabelScale::initTestCase()
@@ -152,6 +154,47 @@ void tst_CMwQSliderLabelScale::labelsAreWhole()
     }
     QVERIFY(differingPixels(marksOnly, expected).isValid());
     QCOMPARE(labelled, expected);
+}
+
+// Marks and labels blitted from pictures made on an earlier paint give the
+// pixels of drawing them again, at this setting's resolution.
+void tst_CMwQSliderLabelScale::blittedLabelsAsDrawn()
+{
+    CMwQSlider slider(Qt::Horizontal);
+    slider.setRange(0, 100);
+    slider.setValue(15);
+    slider.setTickPosition(QSlider::TicksBelow);
+    slider.setTickInterval(10);
+    CMwQSlider::TMwTickItemList items;
+    for (int i = 0; i < 20; ++i)
+        items.append({i * 100 / 19, QSlider::TicksBothSides, QStringLiteral("t%1").arg(i)});
+    items.append({50, QSlider::TicksBelow, QStringLiteral("100 \u00b0C gjqy")});
+    slider.setTickItemList(items);
+    slider.resize(400, slider.sizeHint().height() + 8);
+    CMwQSliderPrivate *d = CMwQSliderPrivate::get(&slider);
+    const auto rendered = [&slider]() {
+        QImage image(slider.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        slider.render(&image);
+        return image;
+    };
+    for (int pass = 0; pass < 2; ++pass) {
+        d->stampLabels = true;
+        const QImage grabbedBlitted = grabbed(slider);
+        const QImage renderedBlitted = rendered();
+        d->stampLabels = false;
+        const QImage grabbedDrawn = grabbed(slider);
+        const QImage renderedDrawn = rendered();
+        d->stampLabels = true;
+        QCOMPARE(differingPixels(grabbedBlitted, grabbedDrawn), QRect());
+        QCOMPARE(differingPixels(renderedBlitted, renderedDrawn), QRect());
+    }
+    // The labels were drawn: without their texts the picture differs.
+    const QImage labelled = rendered();
+    for (CMwQSlider::SMwTickItem &item : items)
+        item.text.clear();
+    slider.setTickItemList(items);
+    QVERIFY(!differingPixels(labelled, rendered()).isEmpty());
 }
 
 int main(int argc, char *argv[])

@@ -4,6 +4,7 @@
 #include <QtCore/QItemSelectionModel>
 #include <QtGui/QCursor>
 #include <QtGui/QFontMetrics>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QMenu>
@@ -157,61 +158,65 @@ QSize CMwHierarchicalHeaderViewPrivate::measureCell(
     return caption.hint.expandedTo(caption.text + decoration - caption.empty);
 }
 
-void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect &rect,
-    const QModelIndex &leaf, int section, const QStyleOptionHeader &option) const
+QVector<CMwHierarchicalHeaderViewPrivate::PlacedCell> CMwHierarchicalHeaderViewPrivate::placeStack(
+    const QRect &rect, const QModelIndex &leaf, int section, const QStyleOptionHeader &option) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
-    const QPointF brushOrigin = painter->brushOrigin();
+    const bool horizontal = q->orientation() == Qt::Horizontal;
     const QModelIndexList path = pathTo(leaf);
-    int offset = q->orientation() == Qt::Horizontal ? rect.top() : rect.left();
+    QVector<PlacedCell> cells(path.size());
+    int offset = horizontal ? rect.top() : rect.left();
     for (int i = 0; i < path.size(); ++i) {
-        QStyleOptionHeader cellOption = option;
+        const QModelIndex &cell = path.at(i);
+        PlacedCell &placed = cells[i];
+        placed.cell = cell;
+        QStyleOptionHeader &opt = placed.option;
+        opt = option;
         // Only the leaf shows the pressed and selected look of its section.
         if (i < path.size() - 1)
-            cellOption.state &= ~(QStyle::State_Sunken | QStyle::State_On);
-        offset = drawCell(painter, rect, path.at(i), leaf, section, offset, cellOption);
+            opt.state &= ~(QStyle::State_Sunken | QStyle::State_On);
+        const QVariant foreground = cell.data(Qt::ForegroundRole);
+        if (foreground.canConvert<QBrush>())
+            opt.palette.setBrush(QPalette::ButtonText, qvariant_cast<QBrush>(foreground));
+        const QVariant background = cell.data(Qt::BackgroundRole);
+        if (background.canConvert<QBrush>()) {
+            const QBrush brush = qvariant_cast<QBrush>(background);
+            opt.palette.setBrush(QPalette::Button, brush);
+            opt.palette.setBrush(QPalette::Window, brush);
+        }
+
+        // The leaf takes the rest of the header's thickness; its own measure
+        // plays no part in the drawing.
+        const bool isLeaf = cell == leaf;
+        const QSize measured = isLeaf ? QSize() : measureCell(cell, opt);
+        int thickness;
+        if (horizontal) {
+            thickness = isLeaf ? rect.height() - offset : measured.height();
+            placed.rect = QRect(spanStart(cell, leaf, section, rect.left()), offset,
+                spanLength(cell, leaf, section), thickness);
+        } else {
+            thickness = isLeaf ? rect.width() - offset : measured.width();
+            placed.rect = QRect(offset, spanStart(cell, leaf, section, rect.top()), thickness,
+                spanLength(cell, leaf, section));
+        }
+        offset += thickness;
+
+        opt.text = cell.data(Qt::DisplayRole).toString();
+        placed.rotated = cell.data(Qt::UserRole).isValid();
     }
-    painter->setBrushOrigin(brushOrigin);
+    return cells;
 }
 
-int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &rect,
-    const QModelIndex &cell, const QModelIndex &leaf, int section, int offset,
-    const QStyleOptionHeader &option) const
+void CMwHierarchicalHeaderViewPrivate::drawPlacedCell(
+    QPainter *painter, const PlacedCell &placed) const
 {
     Q_Q(const CMwHierarchicalHeaderView);
-    QStyleOptionHeader opt = option;
-    const QVariant foreground = cell.data(Qt::ForegroundRole);
-    if (foreground.canConvert<QBrush>())
-        opt.palette.setBrush(QPalette::ButtonText, qvariant_cast<QBrush>(foreground));
-    const QVariant background = cell.data(Qt::BackgroundRole);
-    if (background.canConvert<QBrush>()) {
-        const QBrush brush = qvariant_cast<QBrush>(background);
-        opt.palette.setBrush(QPalette::Button, brush);
-        opt.palette.setBrush(QPalette::Window, brush);
-    }
-
-    const bool horizontal = q->orientation() == Qt::Horizontal;
-    // The leaf takes the rest of the header's thickness; its own measure
-    // plays no part in the drawing.
-    const bool isLeaf = cell == leaf;
-    const QSize measured = isLeaf ? QSize() : measureCell(cell, opt);
-    QRect cellRect;
-    int thickness;
-    if (horizontal) {
-        thickness = isLeaf ? rect.height() - offset : measured.height();
-        cellRect = QRect(spanStart(cell, leaf, section, rect.left()), offset,
-            spanLength(cell, leaf, section), thickness);
-    } else {
-        thickness = isLeaf ? rect.width() - offset : measured.width();
-        cellRect = QRect(offset, spanStart(cell, leaf, section, rect.top()), thickness,
-            spanLength(cell, leaf, section));
-    }
-
-    opt.text = cell.data(Qt::DisplayRole).toString();
+    QStyleOptionHeader opt = placed.option;
+    const QRect &cellRect = placed.rect;
     painter->save();
     opt.rect = cellRect;
     QStyle *style = q->style();
-    if (cell.data(Qt::UserRole).isValid()) {
+    if (placed.rotated) {
         style->drawControl(QStyle::CE_HeaderSection, &opt, painter, q);
         // Turned a quarter counter-clockwise, the caption reads bottom to top;
         // the rectangle is transposed around the same centre.
@@ -225,7 +230,131 @@ int CMwHierarchicalHeaderViewPrivate::drawCell(QPainter *painter, const QRect &r
         style->drawControl(QStyle::CE_Header, &opt, painter, q);
     }
     painter->restore();
-    return offset + thickness;
+}
+
+void CMwHierarchicalHeaderViewPrivate::drawStack(QPainter *painter, const QRect &rect,
+    const QModelIndex &leaf, int section, const QStyleOptionHeader &option) const
+{
+    // Checked once per paint event: the sections are where they were
+    // expected when the event began, or nothing is left to a later one.
+    if (pass.active && !pass.checked) {
+        pass.checked = true;
+        pass.active = rect == sectionRectInViewport(section);
+    }
+    const QPointF brushOrigin = painter->brushOrigin();
+    const QVector<PlacedCell> cells = placeStack(rect, leaf, section, option);
+    for (int i = 0; i < cells.size(); ++i) {
+        const int drawer = i + 1 < cells.size() ? laterDrawer(cells.at(i), section, i) : -1;
+        if (drawer >= 0)
+            pass.leftTo[drawer].append(qMakePair(section, i));
+        else
+            drawPlacedCell(painter, cells.at(i));
+    }
+    painter->setBrushOrigin(brushOrigin);
+    if (pass.active)
+        pass.leftTo.remove(section);
+}
+
+QRect CMwHierarchicalHeaderViewPrivate::sectionRectInViewport(int section) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    const int position = q->sectionViewportPosition(section);
+    const int size = q->sectionSize(section);
+    return q->orientation() == Qt::Horizontal ? QRect(position, 0, size, q->viewport()->height())
+                                              : QRect(0, position, q->viewport()->width(), size);
+}
+
+void CMwHierarchicalHeaderViewPrivate::beginPaintPass(const QRect &eventRect)
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    pass = PaintPass();
+    // Moved sections break a spanning cell into pieces.
+    if (!skipCoveredCells || !headerModel || q->count() == 0 || q->sectionsMoved())
+        return;
+    // The sections QHeaderView::paintEvent() paints, in the order it does.
+    const bool horizontal = q->orientation() == Qt::Horizontal;
+    int first = q->visualIndexAt(horizontal ? eventRect.left() : eventRect.top());
+    int last = q->visualIndexAt(horizontal ? eventRect.right() : eventRect.bottom());
+    if (horizontal && q->isRightToLeft()) {
+        first = first == -1 ? q->count() - 1 : first;
+        last = last == -1 ? 0 : last;
+    } else {
+        first = first == -1 ? 0 : first;
+        last = last == -1 ? q->count() - 1 : last;
+    }
+    pass.first = qMin(first, last);
+    pass.last = qMax(first, last);
+    pass.active = true;
+}
+
+void CMwHierarchicalHeaderViewPrivate::endPaintPass(QPainter *painter)
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    // Only when paintSection() was skipped for a section that should have
+    // drawn: the cells left to it are drawn now, as their sections had them.
+    const QHash<int, QVector<QPair<int, int>>> left = pass.leftTo;
+    pass = PaintPass();
+    for (const QVector<QPair<int, int>> &cells : left) {
+        for (const QPair<int, int> &cell : cells) {
+            const int section = cell.first;
+            const QModelIndex leaf = leafForSection(section);
+            if (!leaf.isValid())
+                continue;
+            const QVector<PlacedCell> placed = placeStack(
+                sectionRectInViewport(section), leaf, section, q->styleOptionForCell(section));
+            if (cell.second < placed.size())
+                drawPlacedCell(painter, placed.at(cell.second));
+        }
+    }
+}
+
+int CMwHierarchicalHeaderViewPrivate::laterDrawer(
+    const PlacedCell &placed, int section, int level) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    if (!pass.active)
+        return -1;
+    const CMwHeaderLeafCache::Span *span = cachedSpan(placed.cell);
+    if (!span || span->leafCount <= 1)
+        return -1;
+    // Unmoved sections: visual and logical indexes are the same.
+    int drawer = -1;
+    for (int v = qMin(span->firstLeaf + span->leafCount - 1, pass.last); v > section; --v) {
+        if (!q->isSectionHidden(v) && q->sectionSize(v) > 0) {
+            drawer = v;
+            break;
+        }
+    }
+    if (drawer < 0 || !fillsOpaquely(placed.option))
+        return -1;
+    auto it = pass.drawerRects.find(drawer);
+    if (it == pass.drawerRects.end()) {
+        QVector<QRect> rects;
+        const QModelIndex leaf = leafForSection(drawer);
+        if (leaf.isValid()) {
+            const QVector<PlacedCell> cells = placeStack(
+                sectionRectInViewport(drawer), leaf, drawer, q->styleOptionForCell(drawer));
+            for (const PlacedCell &cell : cells)
+                rects.append(cell.rect);
+        }
+        it = pass.drawerRects.insert(drawer, rects);
+    }
+    // The drawer's own rectangle for the cell differs when its measures do,
+    // e.g. with a sort indicator; then this section draws the cell as well.
+    return level < it->size() && it->at(level) == placed.rect ? drawer : -1;
+}
+
+bool CMwHierarchicalHeaderViewPrivate::fillsOpaquely(const QStyleOptionHeader &option) const
+{
+    Q_Q(const CMwHierarchicalHeaderView);
+    if (!option.palette.button().isOpaque() || !option.palette.window().isOpaque())
+        return false;
+    // Qt's own styles whose section is the button brush over the whole
+    // rectangle and nothing outside it. Any other style, a proxy or a style
+    // sheet among them, may draw translucently, beyond the rectangle or
+    // differently for each section, and gets every drawing.
+    const char *name = q->style()->metaObject()->className();
+    return qstrcmp(name, "QFusionStyle") == 0 || qstrcmp(name, "QWindowsStyle") == 0;
 }
 
 void CMwHierarchicalHeaderViewPrivate::drawTrailingPiece(
@@ -405,7 +534,13 @@ void CMwHierarchicalHeaderView::paintEvent(QPaintEvent *event)
 {
     Q_D(CMwHierarchicalHeaderView);
     d->painting = true;
+    d->beginPaintPass(event->rect());
     QHeaderView::paintEvent(event);
+    if (!d->pass.leftTo.isEmpty()) {
+        QPainter painter(viewport());
+        d->endPaintPass(&painter);
+    }
+    d->pass = CMwHierarchicalHeaderViewPrivate::PaintPass();
     d->painting = false;
     d->paintMeasures.clear();
     // QHeaderView paints its flat empty area after the sections, over the

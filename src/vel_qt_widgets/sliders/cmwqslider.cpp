@@ -9,7 +9,9 @@
 #include <QtCore/QStringList>
 #include <QtCore/QtMath>
 #include <QtGui/QFontMetrics>
+#include <QtGui/QGlyphRun>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
@@ -160,20 +162,22 @@ struct TickGeometry
     QRect groove;
 };
 
-void drawMark(
-    QPainter *painter, Qt::Orientation orientation, const QRect &groove, int pos, int sides)
+// The marks are gathered and drawn in one call: each line is drawn on its
+// own either way, and one call costs far less than one per line.
+void addMark(
+    QVector<QLine> *lines, Qt::Orientation orientation, const QRect &groove, int pos, int sides)
 {
     if (orientation == Qt::Horizontal) {
         // The "above" mark runs inward, on purpose (docs/compatibility.md).
         if (sides & sideAbove)
-            painter->drawLine(pos, groove.top(), pos, groove.top() + tickMarkLength);
+            lines->append(QLine(pos, groove.top(), pos, groove.top() + tickMarkLength));
         if (sides & sideBelow)
-            painter->drawLine(pos, groove.bottom(), pos, groove.bottom() + tickMarkLength);
+            lines->append(QLine(pos, groove.bottom(), pos, groove.bottom() + tickMarkLength));
     } else {
         if (sides & sideAbove)
-            painter->drawLine(groove.left(), pos, groove.left() - tickMarkLength, pos);
+            lines->append(QLine(groove.left(), pos, groove.left() - tickMarkLength, pos));
         if (sides & sideBelow)
-            painter->drawLine(groove.right(), pos, groove.right() + tickMarkLength, pos);
+            lines->append(QLine(groove.right(), pos, groove.right() + tickMarkLength, pos));
     }
 }
 
@@ -193,21 +197,13 @@ int regularInterval(const QStyleOptionSlider &opt, int available)
 
 } // namespace
 
-void CMwQSliderPrivate::drawTicks(QPainter *painter, const QStyleOptionSlider &option) const
+namespace {
+
+// The regular marks and those of the tick items, in the order they are drawn.
+QVector<QLine> tickLines(const QStyleOptionSlider &opt, const TickGeometry &geometry,
+    const CMwQSlider::TMwTickItemList &items)
 {
-    drawTickMarks(painter, option);
-    drawTickLabels(painter, option);
-}
-
-void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlider &opt) const
-{
-    Q_Q(const CMwQSlider);
-    const TickGeometry geometry(opt, q);
-
-    painter->save();
-    painter->translate(opt.rect.x(), opt.rect.y());
-    painter->setPen(opt.palette.windowText().color());
-
+    QVector<QLine> lines;
     if (opt.tickPosition & sideMask) {
         // Regular marks stand at minimum + k * interval up to maximum + 1,
         // which is drawn at the maximum (for an interval of 1 it is left
@@ -228,7 +224,7 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         qint64 k = 0;
         while (k <= lastStep) {
             const int pos = positionOfStep(k);
-            drawMark(painter, opt.orientation, geometry.groove, pos, opt.tickPosition);
+            addMark(&lines, opt.orientation, geometry.groove, pos, opt.tickPosition);
             qint64 lo = k + 1;
             qint64 hi = lastStep + 1;
             while (lo < hi) {
@@ -242,13 +238,34 @@ void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlide
         }
     }
 
-    for (const CMwQSlider::SMwTickItem &item : tickItems) {
+    for (const CMwQSlider::SMwTickItem &item : items) {
         if (!(item.tickPosition & sideMask) || item.value < opt.minimum || item.value > opt.maximum)
             continue;
-        drawMark(painter, opt.orientation, geometry.groove, geometry.position(opt, item.value),
+        addMark(&lines, opt.orientation, geometry.groove, geometry.position(opt, item.value),
             item.tickPosition);
     }
+    return lines;
+}
 
+} // namespace
+
+void CMwQSliderPrivate::drawTicks(QPainter *painter, const QStyleOptionSlider &option) const
+{
+    if (canStamp(painter) && drawTickLayer(painter, option))
+        return;
+    drawTickMarks(painter, option);
+    drawTickLabels(painter, option);
+}
+
+void CMwQSliderPrivate::drawTickMarks(QPainter *painter, const QStyleOptionSlider &opt) const
+{
+    Q_Q(const CMwQSlider);
+    const TickGeometry geometry(opt, q);
+
+    painter->save();
+    painter->translate(opt.rect.x(), opt.rect.y());
+    painter->setPen(opt.palette.windowText().color());
+    painter->drawLines(tickLines(opt, geometry, tickItems));
     painter->restore();
 }
 
@@ -351,6 +368,7 @@ const CMwQSliderPrivate::TickLabelCache &CMwQSliderPrivate::tickLabels(
     cache.available = available;
     cache.valid = true;
     cache.labels.clear();
+    cache.layer = TickLabelCache::Layer();
 
     const QFontMetrics fm(font);
     for (const CMwQSlider::SMwTickItem &item : tickItems) {
@@ -367,9 +385,323 @@ const CMwQSliderPrivate::TickLabelCache &CMwQSliderPrivate::tickLabels(
         if (r.right() > half + available)
             r.moveRight(half + available);
         cache.labels.append(
-            {layOutLabel(item.text, font, direction, r.size()), r, item.tickPosition});
+            {layOutLabel(item.text, font, direction, r.size()), r, item.tickPosition, {}});
     }
     return cache;
+}
+
+// Blending glyphs into the raster engine's 32-bit pixels and blitting an
+// image over them use the same arithmetic: a glyph pixel of coverage c adds
+// pen * c and keeps the rest of what was there, and so does a pixel of the
+// pen drawn at coverage c on a transparent image. Blitting a label drawn
+// once therefore gives the pixels of drawing it again, as long as no pixel
+// is blended twice (overlapping glyphs, decorations) and the painter does
+// nothing else to them: plain source-over, full opacity, a solid pen, a
+// whole-pixel translation, one device pixel per pixel, and a 32-bit image
+// underneath. Anything else draws the text as before.
+bool CMwQSliderPrivate::canStamp(const QPainter *painter) const
+{
+    if (!stampLabels || painter->paintEngine()->type() != QPaintEngine::Raster
+        || painter->compositionMode() != QPainter::CompositionMode_SourceOver
+        || painter->opacity() != 1.0 || painter->pen().style() != Qt::SolidLine
+        || painter->pen().brush().style() != Qt::SolidPattern)
+        return false;
+    const QFont &font = painter->font();
+    if (font.underline() || font.overline() || font.strikeOut())
+        return false;
+    const QTransform transform = painter->deviceTransform();
+    if (transform.type() > QTransform::TxTranslate || transform.dx() != qFloor(transform.dx())
+        || transform.dy() != qFloor(transform.dy()))
+        return false;
+    const QPaintDevice *device = painter->paintEngine()->paintDevice();
+    if (!device || device->devType() != QInternal::Image)
+        return false;
+    const QImage *image = static_cast<const QImage *>(device);
+    if (image->devicePixelRatio() != 1.0)
+        return false;
+    return image->format() == QImage::Format_ARGB32_Premultiplied
+        || image->format() == QImage::Format_RGB32;
+}
+
+namespace {
+
+// Every pixel that more than one glyph of the layout touches: drawn one by
+// one, a second glyph over the first blends differently from the pair
+// blitted at once.
+bool glyphsOverlap(
+    const QTextLayout &layout, const QPointF &origin, const QSize &size, const QPainter &like)
+{
+    QImage total(size, QImage::Format_ARGB32_Premultiplied);
+    total.fill(Qt::transparent);
+    QImage single(size, QImage::Format_ARGB32_Premultiplied);
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    for (const QGlyphRun &run : runs) {
+        const QVector<quint32> indexes = run.glyphIndexes();
+        const QVector<QPointF> positions = run.positions();
+        for (int i = 0; i < indexes.size(); ++i) {
+            QGlyphRun glyph = run;
+            glyph.setGlyphIndexes({indexes.at(i)});
+            glyph.setPositions({positions.at(i)});
+            single.fill(Qt::transparent);
+            {
+                QPainter painter(&single);
+                painter.setRenderHints(like.renderHints());
+                painter.setPen(Qt::black);
+                painter.drawGlyphRun(origin, glyph);
+            }
+            for (int y = 0; y < size.height(); ++y) {
+                const QRgb *from = reinterpret_cast<const QRgb *>(single.constScanLine(y));
+                QRgb *to = reinterpret_cast<QRgb *>(total.scanLine(y));
+                for (int x = 0; x < size.width(); ++x) {
+                    if (!from[x])
+                        continue;
+                    if (to[x])
+                        return true;
+                    to[x] = from[x];
+                }
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+const CMwQSliderPrivate::TickLabelCache::Label::Stamp *CMwQSliderPrivate::stampFor(
+    const QPainter *painter, TickLabelCache::Label &label, const QRect &r,
+    Qt::LayoutDirection direction, QPoint *corner) const
+{
+    const QTextLayout &layout = *label.layout;
+    TickLabelCache::Label::Stamp &stamp = label.stamp;
+    if (layout.lineCount() == 0) {
+        // Nothing to draw: an empty, usable stamp.
+        stamp = TickLabelCache::Label::Stamp();
+        stamp.usable = true;
+        return &stamp;
+    }
+    // Where drawLabel() puts the text; the lines keep their places in it.
+    const qreal advance = layout.lineAt(0).horizontalAdvance();
+    const QPointF origin(
+        direction == Qt::RightToLeft ? r.x() + r.width() - advance : qreal(r.x()), r.y());
+    for (int i = 1; i < layout.lineCount(); ++i) {
+        // Lines of different advances move apart right to left.
+        if (direction == Qt::RightToLeft && layout.lineAt(i).horizontalAdvance() != advance)
+            return nullptr;
+    }
+    const QPoint whole(qFloor(origin.x()), qFloor(origin.y()));
+    const QPointF fraction = origin - QPointF(whole);
+    const QRgba64 pen = painter->pen().color().rgba64();
+    const int hints = int(painter->renderHints());
+
+    if (stamp.hints != hints || stamp.pen != pen || stamp.fraction != fraction) {
+        stamp = TickLabelCache::Label::Stamp();
+        stamp.hints = hints;
+        stamp.pen = pen;
+        stamp.fraction = fraction;
+        // Room for glyphs reaching out of their advances on every side.
+        const QFontMetrics fm(layout.font());
+        const int pad = fm.height() + fm.maxWidth();
+        const QRectF bounds = layout.boundingRect();
+        const QSize size(qCeil(bounds.right()) + 2 * pad, qCeil(bounds.bottom()) + 2 * pad);
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        const QPointF at = QPointF(pad, pad) + fraction;
+        {
+            QPainter stampPainter(&image);
+            stampPainter.setRenderHints(painter->renderHints());
+            stampPainter.setFont(painter->font());
+            stampPainter.setPen(painter->pen());
+            for (int i = 0; i < layout.lineCount(); ++i)
+                layout.lineAt(i).draw(&stampPainter, at);
+        }
+        // Only the inked part is kept.
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x) {
+                if (line[x])
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        stamp.usable = !glyphsOverlap(layout, at, size, *painter);
+        if (stamp.usable && !ink.isEmpty()) {
+            stamp.image = image.copy(ink);
+            stamp.offset = ink.topLeft() - QPoint(pad, pad);
+        }
+    }
+    if (!stamp.usable)
+        return nullptr;
+    *corner = whole + stamp.offset;
+    return &stamp;
+}
+
+void CMwQSliderPrivate::drawStamped(QPainter *painter, TickLabelCache::Label &label, const QRect &r,
+    Qt::LayoutDirection direction) const
+{
+    QPoint corner;
+    const TickLabelCache::Label::Stamp *stamp = stampFor(painter, label, r, direction, &corner);
+    if (!stamp)
+        drawLabel(painter, *label.layout, r, direction);
+    else if (!stamp->image.isNull())
+        painter->drawImage(corner, stamp->image);
+}
+
+void CMwQSliderPrivate::buildTickLayer(const QPainter *painter, const QStyleOptionSlider &opt,
+    const QRect &groove, const QVector<QLine> &lines, bool labelled) const
+{
+    TickLabelCache &cache = tickLabelCache;
+    TickLabelCache::Layer &layer = cache.layer;
+    layer = TickLabelCache::Layer();
+    layer.lines = lines;
+    layer.markPen = opt.palette.windowText().color().rgba64();
+    layer.labelled = labelled;
+    layer.grooveTop = groove.top();
+    layer.grooveBottom = groove.bottom();
+    layer.pen = painter->pen().color().rgba64();
+    layer.hints = int(painter->renderHints());
+    layer.built = true;
+
+    // What is drawn, in the order it is drawn: each mark on its own and each
+    // label's stamp.
+    struct Placed
+    {
+        const QImage *image;
+        QPoint corner;
+    };
+    QVector<QImage> marks;
+    marks.reserve(lines.size());
+    QVector<Placed> placed;
+    for (const QLine &line : lines) {
+        // Room for antialiasing around the line.
+        const QRect box = QRect(line.p1(), line.p2()).normalized().adjusted(-2, -2, 2, 2);
+        QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        {
+            QPainter markPainter(&image);
+            markPainter.setRenderHints(painter->renderHints());
+            markPainter.setPen(opt.palette.windowText().color());
+            markPainter.drawLine(line.translated(-box.topLeft()));
+        }
+        marks.append(image);
+        placed.append({&marks.last(), box.topLeft()});
+    }
+    if (labelled) {
+        for (TickLabelCache::Label &label : cache.labels) {
+            for (int side : {sideAbove, sideBelow}) {
+                if (!(label.sides & side))
+                    continue;
+                QRect r = label.rect;
+                if (side == sideAbove)
+                    r.moveBottom(groove.top() - labelGapAbove);
+                else
+                    r.moveTop(groove.bottom() + labelGapBelow);
+                QPoint corner;
+                const TickLabelCache::Label::Stamp *stamp
+                    = stampFor(painter, label, r, cache.direction, &corner);
+                if (!stamp)
+                    return;
+                if (!stamp->image.isNull())
+                    placed.append({&stamp->image, corner});
+            }
+        }
+    }
+    QRect all;
+    for (const Placed &p : qAsConst(placed))
+        all |= QRect(p.corner, p.image->size());
+    if (all.isEmpty()) {
+        layer.usable = true;
+        return;
+    }
+    // A pixel that several marks or labels share is blended once for each,
+    // in the order they are drawn: the first one's part of it goes on the
+    // first picture, the second's on the second, and so on, and the
+    // pictures are blitted in that order.
+    QVector<QImage> images;
+    QVector<quint8> count(all.width() * all.height(), 0);
+    for (const Placed &p : qAsConst(placed)) {
+        const QImage &from = *p.image;
+        const QPoint at = p.corner - all.topLeft();
+        for (int y = 0; y < from.height(); ++y) {
+            const QRgb *source = reinterpret_cast<const QRgb *>(from.constScanLine(y));
+            for (int x = 0; x < from.width(); ++x) {
+                if (!source[x])
+                    continue;
+                quint8 &n = count[(at.y() + y) * all.width() + at.x() + x];
+                // Far more on one pixel than anyone reads: drawn as before.
+                if (n == 255)
+                    return;
+                if (n == images.size()) {
+                    images.append(QImage(all.size(), QImage::Format_ARGB32_Premultiplied));
+                    images.last().fill(Qt::transparent);
+                }
+                reinterpret_cast<QRgb *>(images[n].scanLine(at.y() + y))[at.x() + x] = source[x];
+                ++n;
+            }
+        }
+    }
+    const auto inkOf = [](const QImage &image) {
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x) {
+                if (line[x])
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return ink;
+    };
+    for (const QImage &image : qAsConst(images)) {
+        // Cut where whole rows are empty (the groove between the rows of
+        // labels, say), which are then not blitted.
+        const QRect ink = inkOf(image);
+        int top = -1;
+        for (int y = ink.top(); y <= ink.bottom() + 1; ++y) {
+            bool empty = y > ink.bottom();
+            if (!empty) {
+                const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+                empty = std::all_of(line + ink.left(), line + ink.right() + 1,
+                    [](QRgb pixel) { return pixel == 0; });
+            }
+            if (!empty && top < 0) {
+                top = y;
+            } else if (empty && top >= 0) {
+                const QRect band = inkOf(image.copy(ink.left(), top, ink.width(), y - top))
+                                       .translated(ink.left(), top);
+                layer.images.append(image.copy(band));
+                layer.corners.append(band.topLeft() + all.topLeft());
+                top = -1;
+            }
+        }
+    }
+    layer.usable = true;
+}
+
+bool CMwQSliderPrivate::drawTickLayer(QPainter *painter, const QStyleOptionSlider &opt) const
+{
+    Q_Q(const CMwQSlider);
+    const TickGeometry geometry(opt, q);
+    const QVector<QLine> lines = tickLines(opt, geometry, tickItems);
+    // Vertical sliders draw no labels, on purpose (docs/compatibility.md).
+    const bool labelled = opt.orientation == Qt::Horizontal;
+
+    painter->save();
+    painter->translate(opt.rect.x(), opt.rect.y());
+    if (labelled)
+        tickLabels(painter, opt, geometry.half, geometry.available);
+    const TickLabelCache::Layer &layer = tickLabelCache.layer;
+    if (!layer.built || layer.lines != lines || layer.labelled != labelled
+        || layer.markPen != opt.palette.windowText().color().rgba64()
+        || layer.grooveTop != geometry.groove.top()
+        || layer.grooveBottom != geometry.groove.bottom()
+        || layer.pen != painter->pen().color().rgba64()
+        || layer.hints != int(painter->renderHints()))
+        buildTickLayer(painter, opt, geometry.groove, lines, labelled);
+    if (layer.usable) {
+        for (int i = 0; i < layer.images.size(); ++i)
+            painter->drawImage(layer.corners.at(i), layer.images.at(i));
+    }
+    painter->restore();
+    return layer.usable;
 }
 
 void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlider &opt) const
@@ -388,16 +720,24 @@ void CMwQSliderPrivate::drawTickLabels(QPainter *painter, const QStyleOptionSlid
     // past the box (by more at larger font sizes). Clipping there would cut
     // it, wrapping there would drop every word after the first, so labels
     // are neither clipped nor wrapped; the rectangle only places them.
-    const TickLabelCache &cache = tickLabels(painter, opt, geometry.half, geometry.available);
-    for (const TickLabelCache::Label &label : cache.labels) {
+    tickLabels(painter, opt, geometry.half, geometry.available);
+    TickLabelCache &cache = tickLabelCache;
+    const bool stamped = canStamp(painter);
+    for (TickLabelCache::Label &label : cache.labels) {
         QRect r = label.rect;
         if (label.sides & sideAbove) {
             r.moveBottom(geometry.groove.top() - labelGapAbove);
-            drawLabel(painter, *label.layout, r, cache.direction);
+            if (stamped)
+                drawStamped(painter, label, r, cache.direction);
+            else
+                drawLabel(painter, *label.layout, r, cache.direction);
         }
         if (label.sides & sideBelow) {
             r.moveTop(geometry.groove.bottom() + labelGapBelow);
-            drawLabel(painter, *label.layout, r, cache.direction);
+            if (stamped)
+                drawStamped(painter, label, r, cache.direction);
+            else
+                drawLabel(painter, *label.layout, r, cache.direction);
         }
     }
 

@@ -3,9 +3,12 @@
 
 #include <vel_qt_widgets/CMwQSlider.h>
 
+#include <QtCore/QLine>
 #include <QtCore/QSharedPointer>
 #include <QtCore/QVector>
 #include <QtGui/QFont>
+#include <QtGui/QImage>
+#include <QtGui/QRgba64>
 #include <QtGui/QTextLayout>
 #include <QtWidgets/QStyle>
 
@@ -76,6 +79,9 @@ public:
 
     CMwQSlider *q_ptr = nullptr;
     TMwTickItemList tickItems;
+    // Labels are blitted from images of them drawn once (see
+    // drawTickLabels()); cleared, they are drawn as text every time.
+    bool stampLabels = true;
 
 private:
     int pixelToValue(int pixel) const;
@@ -98,6 +104,19 @@ private:
             QSharedPointer<QTextLayout> layout;
             QRect rect; // where the text is drawn from, before the side is chosen
             int sides = 0;
+            // The label drawn on a transparent image; offset is the image's
+            // corner from the pixel the text is drawn from. Made for one pen,
+            // one set of render hints and one fraction of a pixel.
+            struct Stamp
+            {
+                QImage image;
+                QPoint offset;
+                QRgba64 pen;
+                int hints = -1;
+                QPointF fraction;
+                bool usable = false;
+            };
+            Stamp stamp;
         };
         TMwTickItemList items;
         QFont font;
@@ -110,7 +129,38 @@ private:
         int available = 0;
         bool valid = false;
         QVector<Label> labels;
+        // The marks and every label's stamp on a few pictures, blitted in
+        // turn, for one set of marks, groove, pair of pens and render hints;
+        // not usable when a label is drawn as text.
+        struct Layer
+        {
+            QVector<QImage> images;
+            QVector<QPoint> corners;
+            QVector<QLine> lines;
+            QRgba64 markPen;
+            bool labelled = false;
+            int grooveTop = 0;
+            int grooveBottom = 0;
+            QRgba64 pen;
+            int hints = -1;
+            bool built = false;
+            bool usable = false;
+        };
+        Layer layer;
     };
+    bool canStamp(const QPainter *painter) const;
+    // The label's stamp for painter, made if need be, and in corner the
+    // place of its image; null when the label is to be drawn as text.
+    const TickLabelCache::Label::Stamp *stampFor(const QPainter *painter,
+        TickLabelCache::Label &label, const QRect &r, Qt::LayoutDirection direction,
+        QPoint *corner) const;
+    void drawStamped(QPainter *painter, TickLabelCache::Label &label, const QRect &r,
+        Qt::LayoutDirection direction) const;
+    // Draws marks and labels from the layer, made if need be; false when
+    // they are to be drawn one by one.
+    bool drawTickLayer(QPainter *painter, const QStyleOptionSlider &opt) const;
+    void buildTickLayer(const QPainter *painter, const QStyleOptionSlider &opt, const QRect &groove,
+        const QVector<QLine> &lines, bool labelled) const;
     const TickLabelCache &tickLabels(
         const QPainter *painter, const QStyleOptionSlider &option, int half, int available) const;
     mutable TickLabelCache tickLabelCache;
