@@ -202,6 +202,9 @@ inline void prefetchText(const QString *text)
 #endif
 }
 
+// How far ahead of a walk over texts their memory is asked for.
+constexpr size_t textsAhead = 8;
+
 inline void prefetchAddress(const void *address)
 {
 #if defined(__GNUC__)
@@ -419,6 +422,10 @@ bool orderByCollationKeys(const TextList &texts, const UCollator *icu, QVector<i
     bytes.reserve(n * 32);
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
+        if (i + 2 * textsAhead < n)
+            prefetchAddress(texts[i + 2 * textsAhead]);
+        if (i + textsAhead < n)
+            prefetchText(texts[i + textsAhead]);
         start[i] = bytes.size();
         if (!appendSortKey(icu, *texts[i], bytes))
             return false;
@@ -611,6 +618,11 @@ bool orderByPrimaryWeights(const TextList &texts, const UCollator *icu, QVector<
     primaries.reserve(n * 16);
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
+        // The values may be read in any order (a sorted view's selection).
+        if (i + 2 * textsAhead < n)
+            prefetchAddress(texts[i + 2 * textsAhead]);
+        if (i + textsAhead < n)
+            prefetchText(texts[i + textsAhead]);
         start[i] = primaries.size();
         if (!weights.append(*texts[i], primaries))
             return false;
