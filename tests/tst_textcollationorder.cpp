@@ -178,6 +178,27 @@ QStringList uniqueLookingTexts()
     return texts + mixedTexts();
 }
 
+// More texts than the sorts order by comparing alone: the large groups are
+// radix-sorted word by word, and so are the large groups of texts that begin
+// alike ("xxx...", pieces of the samples put together).
+QStringList manyTexts()
+{
+    const QStringList base = samples();
+    QStringList texts = mixedTexts();
+    QRandomGenerator random(17);
+    const QString longStart(40, QLatin1Char('x'));
+    for (int i = 0; i < 9000; ++i) {
+        QString text = i % 3 != 0 ? longStart : QString();
+        const int pieces = 1 + int(random.bounded(6));
+        for (int p = 0; p < pieces; ++p)
+            text += base.at(int(random.bounded(base.size())));
+        texts.append(text);
+    }
+    for (int i = texts.size() - 1; i > 0; --i)
+        texts.swapItemsAt(i, int(random.bounded(i + 1)));
+    return texts;
+}
+
 struct Outcome
 {
     QVector<int> expected;
@@ -187,6 +208,7 @@ struct Outcome
     int fallbacks = -1;
     int weightFallbacks = -1;
     int weightOrders = -1;
+    int codeUnitOrders = -1;
 };
 
 // Runs in a thread whose first localeAwareCompare sees the default locale.
@@ -210,6 +232,7 @@ Outcome orderInThisThread(const QStringList &texts)
     const int fallbacksBefore = vel::textOrderFallbacks();
     const int weightFallbacksBefore = vel::textWeightOrderFallbacks();
     const int weightOrdersBefore = vel::textWeightOrders();
+    const int codeUnitOrdersBefore = vel::textCodeUnitOrders();
     for (const QVector<int> &run : vel::statisticsRuns(values))
         outcome.actual += run;
     double count, min, max, mean, stdev;
@@ -217,6 +240,7 @@ Outcome orderInThisThread(const QStringList &texts)
     outcome.fallbacks = vel::textOrderFallbacks() - fallbacksBefore;
     outcome.weightFallbacks = vel::textWeightOrderFallbacks() - weightFallbacksBefore;
     outcome.weightOrders = vel::textWeightOrders() - weightOrdersBefore;
+    outcome.codeUnitOrders = vel::textCodeUnitOrders() - codeUnitOrdersBefore;
     return outcome;
 }
 
@@ -232,6 +256,8 @@ private Q_SLOTS:
     void matchesLocaleAwareCompare();
     void uniqueLookingTexts_data();
     void uniqueLookingTexts();
+    void manyTexts_data();
+    void manyTexts();
     void localeChangedAfterFirstComparison();
 };
 
@@ -281,6 +307,9 @@ void checkOrder(const QString &locale, const QStringList &texts)
     if (QLocale(locale).language() != QLocale::C && !reordersScripts(locale))
         QCOMPARE(outcome.weightOrders, 2);
 #endif
+    // The C locale's order (code units) is radix-sorted, with ICU or without.
+    if (QLocale(locale).language() == QLocale::C)
+        QCOMPARE(outcome.codeUnitOrders, 2);
 }
 
 } // namespace
@@ -338,6 +367,9 @@ void tst_TextCollationOrder::matchesLocaleAwareCompare()
     if (QLocale(locale).language() != QLocale::C && !reordersScripts(locale))
         QCOMPARE(outcome.weightOrders, 2);
 #endif
+    // The C locale's order (code units) is radix-sorted, with ICU or without.
+    if (QLocale(locale).language() == QLocale::C)
+        QCOMPARE(outcome.codeUnitOrders, 2);
 }
 
 void tst_TextCollationOrder::uniqueLookingTexts_data()
@@ -356,6 +388,22 @@ void tst_TextCollationOrder::uniqueLookingTexts()
 {
     QFETCH(QString, locale);
     checkOrder(locale, ::uniqueLookingTexts());
+}
+
+void tst_TextCollationOrder::manyTexts_data()
+{
+    QTest::addColumn<QString>("locale");
+    // Code units, primary weights, sort keys (scripts reordered), and a
+    // tailoring whose letters sort after z.
+    const char *const names[] = {"C", "en_US", "sv_SE", "ru_RU"};
+    for (const char *name : names)
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void tst_TextCollationOrder::manyTexts()
+{
+    QFETCH(QString, locale);
+    checkOrder(locale, ::manyTexts());
 }
 
 // localeAwareCompare keeps the collator of its first call in a thread; when

@@ -89,6 +89,10 @@ VEL_QT_WIDGETS_EXPORT int textOrderFallbacks();
 VEL_QT_WIDGETS_EXPORT int textWeightOrders();
 VEL_QT_WIDGETS_EXPORT int textWeightOrderFallbacks();
 
+// How often texts were put in code-unit order (the C locale's) by a radix
+// sort of their units.
+VEL_QT_WIDGETS_EXPORT int textCodeUnitOrders();
+
 // Numbers for the texts among some values, worked out where the values
 // live: per value, a number that two values share exactly when both are
 // texts and equal (-1 for a value that is not a text), all below count.
