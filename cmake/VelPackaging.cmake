@@ -1,17 +1,19 @@
 # Debian packages: `cpack -G DEB` in a build configured for /usr
-# (`cmake --preset deb`, build dir build-deb). One package per install
-# component (see src/CMakeLists.txt):
+# (`cmake --preset deb`, build dir build-deb; for Qt 6 `cmake --preset
+# qt6-deb`, build dir build-qt6-deb). One package per install component (see
+# src/CMakeLists.txt):
 #
-#   libvel-qt-widgets0              widgets      the widget library
-#   libvel-system0                  system       MW_GetTranslation
-#   libvel-qt-widgets-dev           dev          headers, private headers, CMake package, .so links
-#   vel-qt-widgets-designer-plugin  designer     the link in Qt's designer plug-in folder
-#   vel-qt-widgets-l10n             translations the compiled catalogues
+#   Qt 5                            Qt 6                                component
+#   libvel-qt-widgets0              libvel-qt-widgets-qt6-0             widgets
+#   libvel-system0                  libvel-system-qt6-0                 system
+#   libvel-qt-widgets-dev           libvel-qt-widgets-qt6-dev           dev
+#   vel-qt-widgets-designer-plugin  vel-qt-widgets-qt6-designer-plugin  designer
+#   vel-qt-widgets-l10n             vel-qt-widgets-qt6-l10n             translations
 #
 # The names come from the libraries' file names and SONAME versions, as
-# Debian names library packages, so a build that names its libraries
-# differently (a Qt 6 build, say) packages under its own names and the two
-# install side by side.
+# Debian names library packages, so the Qt 6 build, whose libraries carry
+# "-qt6", packages under its own names, and the two sets install side by
+# side (packaging/check-debs.sh tries that).
 
 set(CPACK_PACKAGE_NAME vel-qt-widgets)
 set(CPACK_PACKAGE_VENDOR "vel_qt_widgets")
@@ -74,8 +76,18 @@ set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME ${vel_widgets_package})
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SECTION libs)
 # The library links no QtSvg, but its toolbar and picker icons are SVG files
 # that only Qt's SVG icon-engine plug-in draws; shlibdeps cannot see that.
-set(VEL_SVG_PLUGIN_PACKAGE libqt5svg5 CACHE STRING
-    "Debian package holding Qt's SVG icon-engine plug-in")
+if(VEL_QT_MAJOR EQUAL 5)
+    set(vel_svg_plugin_package libqt5svg5)
+else()
+    set(vel_svg_plugin_package libqt6svg6)
+endif()
+set(VEL_SVG_PLUGIN_PACKAGE ${vel_svg_plugin_package} CACHE STRING
+    "Debian package holding Qt's SVG icon-engine plug-in of the Qt major built against")
+# A build folder reconfigured for the other major keeps its cache: Debian's
+# package of the other major follows the switch, a value someone chose stays.
+if(VEL_SVG_PLUGIN_PACKAGE MATCHES "^(libqt5svg5|libqt6svg6)$")
+    set_property(CACHE VEL_SVG_PLUGIN_PACKAGE PROPERTY VALUE ${vel_svg_plugin_package})
+endif()
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_DEPENDS
     "${vel_system_package} (= ${vel_exact_version}), ${VEL_SVG_PLUGIN_PACKAGE}")
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SUGGESTS "${vel_base_name}-designer-plugin, ${vel_base_name}-l10n")

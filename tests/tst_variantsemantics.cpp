@@ -95,6 +95,8 @@ private Q_SLOTS:
     void statisticsRunsFollowTheOrdering();
     void distinctUsesQt5Equality_data();
     void distinctUsesQt5Equality();
+    void toList_data();
+    void toList();
     void oracleAgreedWithQt5();
 };
 
@@ -623,6 +625,32 @@ void tst_VariantSemantics::distinctUsesQt5Equality()
     const Stats s = statistics(values);
     QCOMPARE(s.count, count);
     QCOMPARE(s.distinct, distinct);
+}
+
+// The grid's header-path role is read as a list: a lone text is none.
+void tst_VariantSemantics::toList_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QVariantList>("list");
+    QTest::newRow("text") << QVariant(QStringLiteral("Caption")) << QVariantList();
+    QTest::newRow("empty text") << QVariant(QString()) << QVariantList();
+    QTest::newRow("bytes") << QVariant(QByteArray("Caption")) << QVariantList();
+    QTest::newRow("string list") << QVariant(QStringList {QStringLiteral("A"), QStringLiteral("B")})
+                                 << QVariantList {QStringLiteral("A"), QStringLiteral("B")};
+    QTest::newRow("variant list") << QVariant(QVariantList {1, QStringLiteral("x")})
+                                  << QVariantList {1, QStringLiteral("x")};
+    QTest::newRow("number") << QVariant(7) << QVariantList();
+    QTest::newRow("invalid") << QVariant() << QVariantList();
+}
+
+void tst_VariantSemantics::toList()
+{
+    QFETCH(QVariant, value);
+    QFETCH(QVariantList, list);
+    QCOMPARE(vel::Qt5Variant::toList(value), list);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCOMPARE(value.toList(), list);
+#endif
 }
 
 // Last: every expected answer above taken from the written-out Qt 5 rules

@@ -33,7 +33,8 @@ int main(int argc, char **argv)
             if (!ours.isEmpty()) {
                 ++collections;
                 names = ours;
-                std::printf("vel_designer_check: %s\n", qPrintable(loader.fileName()));
+                // Where it was found, not the library the link resolves to.
+                std::printf("vel_designer_check: %s\n", qPrintable(dir.absoluteFilePath(file)));
             }
         }
     }

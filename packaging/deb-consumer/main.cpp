@@ -5,6 +5,8 @@
 #include <vel_qt_widgets/PushButtons.h>
 
 #include <QtCore/QTimer>
+#include <QtGui/QIcon>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QApplication>
 
 #include <cstdio>
@@ -23,6 +25,12 @@ int main(int argc, char **argv)
     if (slider->minimumValue() != 2.5 || slider->maximumValue() != 7.5) {
         std::fprintf(stderr, "vel_deb_consumer: unexpected slider values %g, %g\n",
             slider->minimumValue(), slider->maximumValue());
+        return 1;
+    }
+    // The library's icons are SVG files in its resources: only Qt's SVG
+    // plug-ins, which the package depends on, draw them.
+    if (QIcon(QStringLiteral(":/w32_commonres/res/filter.svg")).pixmap(16, 16).isNull()) {
+        std::fprintf(stderr, "vel_deb_consumer: the library's SVG icons do not draw\n");
         return 1;
     }
     QTimer::singleShot(0, &app, &QApplication::quit);

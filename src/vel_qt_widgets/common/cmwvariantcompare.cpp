@@ -21,6 +21,7 @@
 
 #include <cmath>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -210,53 +211,52 @@ bool textAsBool(const Text &text)
     return !(lower.isEmpty() || lower == Text("0") || lower == Text("false"));
 }
 
-// Numbers Qt 5 read out of a value on its way to a numeric type.
-bool readSigned(const QVariant &v, qlonglong *out)
+// How Qt 5 read a text (QString or QByteArray) as each numeric type.
+template<typename Number, typename Text>
+Number textNumber(const Text &text, bool *ok)
+{
+    if constexpr (std::is_same_v<Number, qlonglong>)
+        return text.toLongLong(ok);
+    else if constexpr (std::is_same_v<Number, qulonglong>)
+        return text.toULongLong(ok);
+    else if constexpr (std::is_same_v<Number, float>)
+        return text.toFloat(ok);
+    else
+        return text.toDouble(ok);
+}
+
+// Numbers Qt 5 read out of a value on its way to a numeric type. A float
+// target reads texts as floats, so that one beyond a float's range does not
+// convert (rather than becoming infinite or zero).
+template<typename Number>
+bool readNumber(const QVariant &v, Number *out)
 {
     bool ok = true;
     switch (v.userType()) {
     case QMetaType::QString:
-        *out = static_cast<const QString *>(v.constData())->toLongLong(&ok);
+        *out = textNumber<Number>(*static_cast<const QString *>(v.constData()), &ok);
         return ok;
     case QMetaType::QByteArray:
-        *out = static_cast<const QByteArray *>(v.constData())->toLongLong(&ok);
+        *out = textNumber<Number>(*static_cast<const QByteArray *>(v.constData()), &ok);
         return ok;
     default:
-        *out = signedNumber(v);
+        if constexpr (std::is_floating_point_v<Number>)
+            *out = Number(realNumber(v));
+        else
+            *out = Number(signedNumber(v));
         return true;
     }
 }
 
-bool readUnsigned(const QVariant &v, qulonglong *out)
+// Reads \a v as Read and stores it as Stored, Qt 5's narrowing included.
+template<typename Read, typename Stored = Read>
+bool convertNumber(const QVariant &v, QVariant *out)
 {
-    bool ok = true;
-    switch (v.userType()) {
-    case QMetaType::QString:
-        *out = static_cast<const QString *>(v.constData())->toULongLong(&ok);
-        return ok;
-    case QMetaType::QByteArray:
-        *out = static_cast<const QByteArray *>(v.constData())->toULongLong(&ok);
-        return ok;
-    default:
-        *out = qulonglong(signedNumber(v));
-        return true;
-    }
-}
-
-bool readReal(const QVariant &v, double *out)
-{
-    bool ok = true;
-    switch (v.userType()) {
-    case QMetaType::QString:
-        *out = static_cast<const QString *>(v.constData())->toDouble(&ok);
-        return ok;
-    case QMetaType::QByteArray:
-        *out = static_cast<const QByteArray *>(v.constData())->toDouble(&ok);
-        return ok;
-    default:
-        *out = realNumber(v);
-        return true;
-    }
+    Read n = 0;
+    if (!readNumber(v, &n))
+        return false;
+    *out = QVariant(Stored(n));
+    return true;
 }
 
 QString doubleText(double d) { return QString::number(d, 'g', QLocale::FloatingPointShortest); }
@@ -343,57 +343,18 @@ bool spelledOutConvert(const QVariant &v, int to, QVariant *out)
             *out = QVariant(signedNumber(v) != 0);
             return true;
         }
-    case QMetaType::Int: {
-        qlonglong n = 0;
-        if (!readSigned(v, &n))
-            return false;
-        *out = QVariant(int(n));
-        return true;
-    }
-    case QMetaType::LongLong: {
-        qlonglong n = 0;
-        if (!readSigned(v, &n))
-            return false;
-        *out = QVariant(n);
-        return true;
-    }
-    case QMetaType::UInt: {
-        qulonglong n = 0;
-        if (!readUnsigned(v, &n))
-            return false;
-        *out = QVariant(uint(n));
-        return true;
-    }
-    case QMetaType::ULongLong: {
-        qulonglong n = 0;
-        if (!readUnsigned(v, &n))
-            return false;
-        *out = QVariant(n);
-        return true;
-    }
-    case QMetaType::Double: {
-        double d = 0;
-        if (!readReal(v, &d))
-            return false;
-        *out = QVariant(d);
-        return true;
-    }
-    case QMetaType::Float: {
-        // Texts are read as floats, so that one beyond a float's range
-        // does not convert (rather than becoming infinite or zero).
-        bool ok = true;
-        float f = 0;
-        if (from == QMetaType::QString)
-            f = static_cast<const QString *>(v.constData())->toFloat(&ok);
-        else if (from == QMetaType::QByteArray)
-            f = static_cast<const QByteArray *>(v.constData())->toFloat(&ok);
-        else
-            f = float(realNumber(v));
-        if (!ok)
-            return false;
-        *out = QVariant(f);
-        return true;
-    }
+    case QMetaType::Int:
+        return convertNumber<qlonglong, int>(v, out);
+    case QMetaType::LongLong:
+        return convertNumber<qlonglong>(v, out);
+    case QMetaType::UInt:
+        return convertNumber<qulonglong, uint>(v, out);
+    case QMetaType::ULongLong:
+        return convertNumber<qulonglong>(v, out);
+    case QMetaType::Double:
+        return convertNumber<double>(v, out);
+    case QMetaType::Float:
+        return convertNumber<float>(v, out);
     case QMetaType::QChar:
         *out = QVariant(QChar(ushort(signedNumber(v))));
         return true;
@@ -739,6 +700,14 @@ int compare(const QVariant &a, const QVariant &b)
     if (r != 0)
         return r;
     return a.userType() < b.userType() ? -1 : 1;
+}
+
+QVariantList toList(const QVariant &value)
+{
+    const int type = value.userType();
+    if (type == QMetaType::QString || type == QMetaType::QByteArray)
+        return QVariantList();
+    return value.toList();
 }
 
 bool statisticsLess(const QVariant &a, const QVariant &b)

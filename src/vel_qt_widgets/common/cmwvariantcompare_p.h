@@ -86,6 +86,10 @@ VEL_QT_WIDGETS_EXPORT bool convert(const QVariant &value, int type, QVariant *ou
 // Qt 5's QVariant::toString().
 VEL_QT_WIDGETS_EXPORT QString toString(const QVariant &value);
 
+// Qt 5's QVariant::toList(): a text (QString or QByteArray) is no list and
+// gives an empty one, where Qt 6 makes it a one-element list.
+VEL_QT_WIDGETS_EXPORT QVariantList toList(const QVariant &value);
+
 // The statistics' ordering of two values: values of one type by value
 // (int, uint, qlonglong and double numerically, texts with
 // QString::localeAwareCompare), any other common type by where the two

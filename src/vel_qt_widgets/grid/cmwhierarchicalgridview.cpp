@@ -551,11 +551,8 @@ void CMwHierarchicalGridView::createHierarchicalHeaderItemModel()
     const int columns = source ? source->columnCount() : 0;
     for (int column = 0; column < columns; ++column) {
         const QVariant pathValue = source->headerData(column, Qt::Horizontal, HeaderPathRole);
-        // A lone text is no path (it adds no cell); Qt 6 would read it as a
-        // one-caption list, Qt 5 as none.
-        const bool isText = pathValue.userType() == QMetaType::QString
-            || pathValue.userType() == QMetaType::QByteArray;
-        const QVariantList path = isText ? QVariantList() : pathValue.toList();
+        // A lone text is no path: it adds no cell.
+        const QVariantList path = vel::Qt5Variant::toList(pathValue);
         QStandardItem *candidate = headerModel->item(0, qMax(headerModel->columnCount() - 1, 0));
         QStandardItem *parent = candidate;
         for (int level = 0; level < path.size(); ++level) {
