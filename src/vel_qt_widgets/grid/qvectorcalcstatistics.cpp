@@ -214,6 +214,17 @@ inline void prefetchAddress(const void *address)
 #endif
 }
 
+// The UTF-16 code units of all \a texts together. The buffers made from
+// them are sized by it up front: a million texts fill tens of megabytes,
+// and growing that by doubling copies it and faults in fresh pages twice.
+size_t totalUnits(const TextList &texts)
+{
+    size_t units = 0;
+    for (const QString *text : texts)
+        units += static_cast<size_t>(text->size());
+    return units;
+}
+
 // True when \a order lists \a texts as a stable sort with localeAwareCompare
 // does: no text before a smaller one, and texts that compare equal in the
 // order of their indices. \a rises receives, per position, whether the text
@@ -355,7 +366,7 @@ void orderByCodeUnits(const TextList &texts, QVector<int> &order)
 {
     const size_t n = texts.size();
     std::vector<quint16> units;
-    units.reserve(n * 16);
+    units.reserve(totalUnits(texts));
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
         if (i + 2 * textsAhead < n)
@@ -660,7 +671,9 @@ bool orderByPrimaryWeights(const TextList &texts, const UCollator *icu, QVector<
 
     const size_t n = texts.size();
     std::vector<quint32> primaries;
-    primaries.reserve(n * 16);
+    // Most units weigh one primary; expansions and whole texts add a few.
+    const size_t units = totalUnits(texts);
+    primaries.reserve(units + units / 8 + n);
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
         // The values may be read in any order (a sorted view's selection).
