@@ -285,7 +285,7 @@ void sortWords(std::vector<KeyWord> &items, size_t first, size_t last)
     const size_t n = last - first;
     if (n < 2)
         return;
-    if (n < 4096) {
+    if (n < 512) {
         std::sort(items.begin() + std::ptrdiff_t(first), items.begin() + std::ptrdiff_t(last),
             [](const KeyWord &a, const KeyWord &b) {
                 return a.word < b.word || (a.word == b.word && a.index < b.index);
