@@ -167,6 +167,38 @@ QStringList mixedTexts()
     return texts;
 }
 
+// Texts whose first thousand and more are all different, so that they are
+// ordered without being numbered first, followed by the mixed texts with
+// their repeats and ties: equal texts are told apart as they are ordered.
+QStringList uniqueLookingTexts()
+{
+    QStringList texts;
+    for (int i = 0; i < 1100; ++i)
+        texts.append(QStringLiteral("Text %1").arg(i * 7919 % 1100));
+    return texts + mixedTexts();
+}
+
+// More texts than the sorts order by comparing alone: the large groups are
+// radix-sorted word by word, and so are the large groups of texts that begin
+// alike ("xxx...", pieces of the samples put together).
+QStringList manyTexts()
+{
+    const QStringList base = samples();
+    QStringList texts = mixedTexts();
+    QRandomGenerator random(17);
+    const QString longStart(40, QLatin1Char('x'));
+    for (int i = 0; i < 9000; ++i) {
+        QString text = i % 3 != 0 ? longStart : QString();
+        const int pieces = 1 + int(random.bounded(6));
+        for (int p = 0; p < pieces; ++p)
+            text += base.at(int(random.bounded(base.size())));
+        texts.append(text);
+    }
+    for (int i = texts.size() - 1; i > 0; --i)
+        texts.swapItemsAt(i, int(random.bounded(i + 1)));
+    return texts;
+}
+
 struct Outcome
 {
     QVector<int> expected;
@@ -174,6 +206,9 @@ struct Outcome
     double expectedDistinct = -1;
     double distinct = -2;
     int fallbacks = -1;
+    int weightFallbacks = -1;
+    int weightOrders = -1;
+    int codeUnitOrders = -1;
 };
 
 // Runs in a thread whose first localeAwareCompare sees the default locale.
@@ -195,11 +230,17 @@ Outcome orderInThisThread(const QStringList &texts)
     for (const QString &text : texts)
         values.append(text);
     const int fallbacksBefore = vel::textOrderFallbacks();
+    const int weightFallbacksBefore = vel::textWeightOrderFallbacks();
+    const int weightOrdersBefore = vel::textWeightOrders();
+    const int codeUnitOrdersBefore = vel::textCodeUnitOrders();
     for (const QVector<int> &run : vel::statisticsRuns(values))
         outcome.actual += run;
     double count, min, max, mean, stdev;
     QVectorCalcStatistics(values, count, outcome.distinct, min, max, mean, stdev);
     outcome.fallbacks = vel::textOrderFallbacks() - fallbacksBefore;
+    outcome.weightFallbacks = vel::textWeightOrderFallbacks() - weightFallbacksBefore;
+    outcome.weightOrders = vel::textWeightOrders() - weightOrdersBefore;
+    outcome.codeUnitOrders = vel::textCodeUnitOrders() - codeUnitOrdersBefore;
     return outcome;
 }
 
@@ -213,7 +254,65 @@ private Q_SLOTS:
     void cleanup();
     void matchesLocaleAwareCompare_data();
     void matchesLocaleAwareCompare();
+    void uniqueLookingTexts_data();
+    void uniqueLookingTexts();
+    void manyTexts_data();
+    void manyTexts();
+    void localeChangedAfterFirstComparison();
 };
+
+namespace {
+
+// Locales whose collation reorders scripts: their texts are ordered by full
+// sort keys, without trying the primary weights.
+bool reordersScripts(const QString &locale)
+{
+    static const QStringList names
+        = {QStringLiteral("hr_HR"), QStringLiteral("az_AZ"), QStringLiteral("ru_RU"),
+            QStringLiteral("uk_UA"), QStringLiteral("bg_BG"), QStringLiteral("el_GR"),
+            QStringLiteral("he_IL"), QStringLiteral("ar_SA"), QStringLiteral("fa_IR"),
+            QStringLiteral("hi_IN"), QStringLiteral("th_TH"), QStringLiteral("ja_JP"),
+            QStringLiteral("zh_CN"), QStringLiteral("zh_TW"), QStringLiteral("ko_KR")};
+    return names.contains(locale);
+}
+
+// Orders \a texts in a new thread under \a locale and checks the outcome
+// against localeAwareCompare's: element for element, ties included, the
+// distinct count, and the path taken.
+void checkOrder(const QString &locale, const QStringList &texts)
+{
+    QLocale::setDefault(QLocale(locale));
+    Outcome outcome;
+    QThread *thread = QThread::create([&outcome, &texts] { outcome = orderInThisThread(texts); });
+    thread->start();
+    QVERIFY(thread->wait(120000));
+    delete thread;
+
+    QCOMPARE(outcome.actual.size(), texts.size());
+    for (int i = 0; i < texts.size(); ++i) {
+        if (outcome.actual.at(i) != outcome.expected.at(i)) {
+            QFAIL(qPrintable(QStringLiteral("position %1: text %2 (\"%3\") where %4 (\"%5\")")
+                                 .arg(i)
+                                 .arg(outcome.actual.at(i))
+                                 .arg(texts.at(outcome.actual.at(i)))
+                                 .arg(outcome.expected.at(i))
+                                 .arg(texts.at(outcome.expected.at(i)))));
+        }
+    }
+    QCOMPARE(outcome.distinct, outcome.expectedDistinct);
+    QCOMPARE(outcome.fallbacks, 0);
+    QCOMPARE(outcome.weightFallbacks, 0);
+#if VEL_TEST_HAVE_ICU
+    // Both the runs and the statistics ordered by primary weights.
+    if (QLocale(locale).language() != QLocale::C && !reordersScripts(locale))
+        QCOMPARE(outcome.weightOrders, 2);
+#endif
+    // The C locale's order (code units) is radix-sorted, with ICU or without.
+    if (QLocale(locale).language() == QLocale::C)
+        QCOMPARE(outcome.codeUnitOrders, 2);
+}
+
+} // namespace
 
 void tst_TextCollationOrder::cleanup() { QLocale::setDefault(QLocale::system()); }
 
@@ -262,6 +361,87 @@ void tst_TextCollationOrder::matchesLocaleAwareCompare()
     // The order came from the collation keys, not from sorting with
     // localeAwareCompare.
     QCOMPARE(outcome.fallbacks, 0);
+    QCOMPARE(outcome.weightFallbacks, 0);
+#if VEL_TEST_HAVE_ICU
+    // Both the runs and the statistics ordered by primary weights.
+    if (QLocale(locale).language() != QLocale::C && !reordersScripts(locale))
+        QCOMPARE(outcome.weightOrders, 2);
+#endif
+    // The C locale's order (code units) is radix-sorted, with ICU or without.
+    if (QLocale(locale).language() == QLocale::C)
+        QCOMPARE(outcome.codeUnitOrders, 2);
+}
+
+void tst_TextCollationOrder::uniqueLookingTexts_data()
+{
+    QTest::addColumn<QString>("locale");
+    const char *const names[] = {"C", "en_US", "de_DE", "fr_CA", "es_ES", "sv_SE", "cs_CZ", "pl_PL",
+        "tr_TR", "vi_VN", "ru_RU", "ja_JP"};
+    for (const char *name : names)
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+// Texts that look unique are ordered without numbering equal ones first;
+// repeats and ties further on must still come out as localeAwareCompare
+// orders them, and count once each in "Distinct".
+void tst_TextCollationOrder::uniqueLookingTexts()
+{
+    QFETCH(QString, locale);
+    checkOrder(locale, ::uniqueLookingTexts());
+}
+
+void tst_TextCollationOrder::manyTexts_data()
+{
+    QTest::addColumn<QString>("locale");
+    // Code units, primary weights, sort keys (scripts reordered), and a
+    // tailoring whose letters sort after z.
+    const char *const names[] = {"C", "en_US", "sv_SE", "ru_RU"};
+    for (const char *name : names)
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void tst_TextCollationOrder::manyTexts()
+{
+    QFETCH(QString, locale);
+    checkOrder(locale, ::manyTexts());
+}
+
+// localeAwareCompare keeps the collator of its first call in a thread (Qt 5;
+// Qt 6 follows later changes of the default locale); when the default
+// locale changes after it, the collation keys of the new locale no longer
+// give its order. The check of each neighbouring pair finds that, and the
+// texts are sorted with localeAwareCompare itself.
+void tst_TextCollationOrder::localeChangedAfterFirstComparison()
+{
+    const QStringList texts = mixedTexts();
+    QLocale::setDefault(QLocale(QStringLiteral("sv_SE")));
+    Outcome outcome;
+    bool stillSwedish = false;
+    QThread *thread = QThread::create([&outcome, &texts, &stillSwedish] {
+        // Swedish puts ö after z, English beside o.
+        const auto swedish
+            = [] { return QStringLiteral("z").localeAwareCompare(QString::fromUtf8("ö")) < 0; };
+        const bool wasSwedish = swedish();
+        QLocale::setDefault(QLocale(QStringLiteral("en_US")));
+        // Qt 5 keeps the first collator; Qt 6 follows the new default.
+        stillSwedish = swedish();
+        if (wasSwedish)
+            outcome = orderInThisThread(texts);
+    });
+    thread->start();
+    QVERIFY(thread->wait(120000));
+    delete thread;
+
+    QCOMPARE(outcome.actual.size(), texts.size());
+    QCOMPARE(outcome.actual, outcome.expected);
+    QCOMPARE(outcome.distinct, outcome.expectedDistinct);
+    if (stillSwedish) {
+        // The order by the keys of the new locale did not hold.
+        QVERIFY(outcome.fallbacks > 0);
+    } else {
+        // localeAwareCompare orders as the new locale's keys do.
+        QCOMPARE(outcome.fallbacks, 0);
+    }
 }
 
 VEL_TEST_MAIN(tst_TextCollationOrder)

@@ -11,7 +11,10 @@
 #include <QtCore/qalgorithms.h>
 
 #if VEL_HAVE_ICU
+#include <unicode/uchar.h>
 #include <unicode/ucol.h>
+#include <unicode/ucoleitr.h>
+#include <unicode/uset.h>
 #endif
 
 #include <algorithm>
@@ -179,27 +182,225 @@ inline quint64 doubleBits(double d)
     return (b & signFlip) ? ~b : (b | signFlip);
 }
 
-// True when \a order lists \a texts in localeAwareCompare order; \a rises
-// receives, per position, whether the text there is greater than the one
-// before it (the ranks need exactly that).
-bool isLocaleOrdered(
-    const QVector<QString> &texts, const QVector<int> &order, std::vector<bool> &rises)
+// The texts being ordered: pointers to the QStrings where the values keep
+// them, so that a million texts are neither copied nor reference-counted.
+using TextList = std::vector<const QString *>;
+
+// Asks for a text's characters ahead of their use: the texts are visited in
+// collation order, which is no order in memory, and a miss a text would cost
+// more than comparing them.
+inline void prefetchText(const QString *text)
 {
-    rises.assign(static_cast<size_t>(order.size()), false);
-    for (int i = 1; i < order.size(); ++i) {
-        const QString &text = texts.at(order.at(i));
-        const QString &before = texts.at(order.at(i - 1));
-        // Equal texts compare equal in every collation: no call needed.
-        if (text == before)
+#if defined(__GNUC__)
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    __builtin_prefetch(text->constData());
+#else
+    // Qt 5 keeps the size beside the characters: the data pointer is read
+    // without following it.
+    __builtin_prefetch(const_cast<QString *>(text)->data_ptr());
+#endif
+#else
+    Q_UNUSED(text);
+#endif
+}
+
+// How far ahead of a walk over texts their memory is asked for.
+constexpr size_t textsAhead = 8;
+
+inline void prefetchAddress(const void *address)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#else
+    Q_UNUSED(address);
+#endif
+}
+
+// The UTF-16 code units of all \a texts together. The buffers made from
+// them are sized by it up front: a million texts fill tens of megabytes,
+// and growing that by doubling copies it and faults in fresh pages twice.
+size_t totalUnits(const TextList &texts)
+{
+    size_t units = 0;
+    for (const QString *text : texts)
+        units += static_cast<size_t>(text->size());
+    return units;
+}
+
+// True when \a order lists \a texts as a stable sort with localeAwareCompare
+// does: no text before a smaller one, and texts that compare equal in the
+// order of their indices. \a rises receives, per position, whether the text
+// there is greater than the one before it (the ranks need exactly that);
+// \a sameAsBefore, per text index, whether it is the same text as the one
+// before it in \a order.
+bool isLocaleOrdered(const TextList &texts, const QVector<int> &order, std::vector<bool> &rises,
+    std::vector<quint8> &sameAsBefore)
+{
+    const int n = order.size();
+    rises.assign(static_cast<size_t>(n), false);
+    sameAsBefore.assign(texts.size(), 0);
+    // Three steps ahead: the pointer, the QString it points to, its data.
+    constexpr int ahead = 8;
+    for (int i = 0; i < n; ++i) {
+        if (i + 3 * ahead < n)
+            prefetchAddress(&texts[static_cast<size_t>(order.at(i + 3 * ahead))]);
+        if (i + 2 * ahead < n)
+            prefetchAddress(texts[static_cast<size_t>(order.at(i + 2 * ahead))]);
+        if (i + ahead < n)
+            prefetchText(texts[static_cast<size_t>(order.at(i + ahead))]);
+        if (i == 0)
             continue;
+        const int index = order.at(i);
+        const int indexBefore = order.at(i - 1);
+        const QString &text = *texts[static_cast<size_t>(index)];
+        const QString &before = *texts[static_cast<size_t>(indexBefore)];
+        // Equal texts compare equal in every collation: no call needed.
+        if (text == before) {
+            if (index < indexBefore)
+                return false;
+            sameAsBefore[static_cast<size_t>(index)] = 1;
+            continue;
+        }
         const int c = text.localeAwareCompare(before);
-        if (c < 0)
+        if (c < 0 || (c == 0 && index < indexBefore))
             return false;
         // A comparison's sign turns with its arguments: greater than the
         // neighbour is the neighbour being less.
         rises[static_cast<size_t>(i)] = c > 0;
     }
     return true;
+}
+
+// One position in a sort by keys: the eight key bytes (or two primary
+// weights) compared at the current depth, big-endian, and the text's index.
+struct KeyWord
+{
+    quint64 word;
+    int index;
+};
+
+// Sorts \a items[first, last) by word, equal words by index. Large ranges
+// are radix-sorted (stable, and they start in index order): a comparison
+// sort of a million words mispredicts its way through twenty rounds.
+void sortWords(std::vector<KeyWord> &items, size_t first, size_t last)
+{
+    const size_t n = last - first;
+    if (n < 2)
+        return;
+    if (n < 512) {
+        std::sort(items.begin() + std::ptrdiff_t(first), items.begin() + std::ptrdiff_t(last),
+            [](const KeyWord &a, const KeyWord &b) {
+                return a.word < b.word || (a.word == b.word && a.index < b.index);
+            });
+        return;
+    }
+    quint64 differ = 0;
+    for (size_t i = first; i < last; ++i)
+        differ |= items[i].word ^ items[first].word;
+    std::vector<KeyWord> buffer(n);
+    KeyWord *src = items.data() + first;
+    KeyWord *dst = buffer.data();
+    for (int digit = 0; digit < 8; ++digit) {
+        const int shift = 8 * digit;
+        if (((differ >> shift) & 0xffu) == 0)
+            continue;
+        std::array<size_t, 256> count {};
+        for (size_t i = 0; i < n; ++i)
+            ++count[(src[i].word >> shift) & 0xffu];
+        size_t offset = 0;
+        for (size_t &c : count) {
+            const size_t here = c;
+            c = offset;
+            offset += here;
+        }
+        for (size_t i = 0; i < n; ++i)
+            dst[count[(src[i].word >> shift) & 0xffu]++] = src[i];
+        std::swap(src, dst);
+    }
+    if (src != items.data() + first)
+        std::copy(src, src + n, items.data() + first);
+}
+
+// Sorts the texts by the words that \a wordAt gives them, depth by depth:
+// sorted by the first word, then each group that shares it by the next, so
+// that no comparison walks a key element by element and most groups end
+// after a word or two. A group whose word tells that the keys end (\a ends)
+// holds equal keys, left in index order and passed to \a equalKeys when it
+// has more than one member.
+template<typename WordAt, typename Ends, typename EqualKeys>
+void sortByWords(std::vector<KeyWord> &items, WordAt wordAt, Ends ends, EqualKeys equalKeys)
+{
+    struct Range
+    {
+        size_t first;
+        size_t last;
+        size_t depth;
+    };
+    std::vector<Range> pending {{0, items.size(), 0}};
+    while (!pending.empty()) {
+        const Range range = pending.back();
+        pending.pop_back();
+        for (size_t i = range.first; i < range.last; ++i)
+            items[i].word = wordAt(items[i].index, range.depth);
+        sortWords(items, range.first, range.last);
+        for (size_t i = range.first; i < range.last;) {
+            size_t j = i + 1;
+            while (j < range.last && items[j].word == items[i].word)
+                ++j;
+            if (j - i > 1) {
+                if (!ends(items[i].word))
+                    pending.push_back({i, j, range.depth + 1});
+                else
+                    equalKeys(i, j);
+            }
+            i = j;
+        }
+    }
+}
+
+// \a order: the texts by their UTF-16 code units, as QString's operator<
+// orders them (a text before the longer ones it begins), equal texts by
+// index: the order of the C locale, radix-sorted instead of compared a
+// million times over texts scattered in memory. The units are copied into
+// one buffer first; a word holds three of them, each one above its value,
+// so that a zero marks the end of a text also when it holds U+0000.
+void orderByCodeUnits(const TextList &texts, QVector<int> &order)
+{
+    const size_t n = texts.size();
+    std::vector<quint16> units;
+    units.reserve(totalUnits(texts));
+    std::vector<size_t> start(n + 1);
+    for (size_t i = 0; i < n; ++i) {
+        if (i + 2 * textsAhead < n)
+            prefetchAddress(texts[i + 2 * textsAhead]);
+        if (i + textsAhead < n)
+            prefetchText(texts[i + textsAhead]);
+        start[i] = units.size();
+        const QString &text = *texts[i];
+        const QChar *data = text.constData();
+        for (int k = 0, size = text.size(); k < size; ++k)
+            units.push_back(data[k].unicode());
+    }
+    start[n] = units.size();
+
+    constexpr int unitBits = 17;
+    constexpr quint64 unitMask = (quint64(1) << unitBits) - 1;
+    auto wordAt = [&units, &start](int index, size_t depth) {
+        const size_t from = start[static_cast<size_t>(index)] + 3 * depth;
+        const size_t end = start[static_cast<size_t>(index) + 1];
+        quint64 word = 0;
+        for (size_t u = 0; u < 3; ++u)
+            word = (word << unitBits) | (from + u < end ? quint64(units[from + u]) + 1 : 0u);
+        return word;
+    };
+    std::vector<KeyWord> items(n);
+    for (size_t i = 0; i < n; ++i)
+        items[i].index = int(i);
+    // The last unit of a word is past the end only when the text ends there.
+    sortByWords(
+        items, wordAt, [](quint64 word) { return (word & unitMask) == 0; }, [](size_t, size_t) {});
+    for (size_t i = 0; i < n; ++i)
+        order[int(i)] = items[i].index;
 }
 
 #if VEL_HAVE_ICU
@@ -234,62 +435,60 @@ std::unique_ptr<UCollator, UCollatorCloser> icuCollator(const QCollator &collato
     return icu;
 }
 
-// One position in a sort by collation keys: the eight key bytes compared
-// at the current depth, big-endian, and the text's index.
-struct KeyWord
+// Appends \a text's ICU sort key, zero-terminated, to \a bytes. The empty
+// text gets the terminator alone: localeAwareCompare puts it before every
+// other text, also before texts the collation sees as empty, and no ICU key
+// is that small.
+bool appendSortKey(const UCollator *icu, const QString &text, std::vector<quint8> &bytes)
 {
-    quint64 word;
-    int index;
-};
+    if (text.isEmpty()) {
+        bytes.push_back(0);
+        return true;
+    }
+    const size_t at = bytes.size();
+    size_t room = 16 + 4 * static_cast<size_t>(text.size());
+    bytes.resize(at + room);
+    const auto *units = reinterpret_cast<const UChar *>(text.constData());
+    int length = ucol_getSortKey(icu, units, text.size(), bytes.data() + at, int(room));
+    if (length <= 0)
+        return false;
+    if (size_t(length) > room) {
+        room = size_t(length);
+        bytes.resize(at + room);
+        length = ucol_getSortKey(icu, units, text.size(), bytes.data() + at, int(room));
+        if (length <= 0 || size_t(length) > room)
+            return false;
+    }
+    bytes.resize(at + size_t(length));
+    return true;
+}
 
 inline bool hasZeroByte(quint64 v)
 {
     return ((v - 0x0101010101010101ull) & ~v & 0x8080808080808080ull) != 0;
 }
 
+inline bool hasZeroHalf(quint64 v) { return (v >> 32) == 0 || quint32(v) == 0; }
+
 // \a order: the texts by their ICU sort keys (one zero-terminated byte
-// string each, no other zero byte), equal keys by index. The keys are
-// compared eight bytes at a time as integers: sorted by the first eight,
-// then each group that shares them by the next eight, and so on, so that no
-// comparison walks bytes one by one and most groups end after a word or two.
-bool orderByCollationKeys(
-    const QVector<QString> &texts, const QCollator &collator, QVector<int> &order)
+// string each, no other zero byte), equal keys by index, compared eight
+// bytes at a time as integers.
+bool orderByCollationKeys(const TextList &texts, const UCollator *icu, QVector<int> &order)
 {
-    const std::unique_ptr<UCollator, UCollatorCloser> icu = icuCollator(collator);
-    if (!icu)
-        return false;
-    const int n = texts.size();
+    const size_t n = texts.size();
     std::vector<quint8> bytes;
-    bytes.reserve(static_cast<size_t>(n) * 32);
-    std::vector<size_t> start(static_cast<size_t>(n) + 1);
-    for (int i = 0; i < n; ++i) {
-        const QString &text = texts.at(i);
-        start[static_cast<size_t>(i)] = bytes.size();
-        // localeAwareCompare puts an empty text before every other one, also
-        // before texts the collation sees as empty: a key of just the
-        // terminator is smaller than every ICU key.
-        if (text.isEmpty()) {
-            bytes.push_back(0);
-            continue;
-        }
-        const size_t at = bytes.size();
-        size_t room = 16 + 4 * static_cast<size_t>(text.size());
-        bytes.resize(at + room);
-        int length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
-            text.size(), bytes.data() + at, int(room));
-        if (length <= 0)
+    bytes.reserve(n * 32);
+    std::vector<size_t> start(n + 1);
+    for (size_t i = 0; i < n; ++i) {
+        if (i + 2 * textsAhead < n)
+            prefetchAddress(texts[i + 2 * textsAhead]);
+        if (i + textsAhead < n)
+            prefetchText(texts[i + textsAhead]);
+        start[i] = bytes.size();
+        if (!appendSortKey(icu, *texts[i], bytes))
             return false;
-        if (size_t(length) > room) {
-            room = size_t(length);
-            bytes.resize(at + room);
-            length = ucol_getSortKey(icu.get(), reinterpret_cast<const UChar *>(text.utf16()),
-                text.size(), bytes.data() + at, int(room));
-            if (length <= 0 || size_t(length) > room)
-                return false;
-        }
-        bytes.resize(at + size_t(length));
     }
-    start[static_cast<size_t>(n)] = bytes.size();
+    start[n] = bytes.size();
 
     auto wordAt = [&bytes, &start](int index, size_t depth) {
         const size_t from = start[static_cast<size_t>(index)] + 8 * depth;
@@ -299,90 +498,335 @@ bool orderByCollationKeys(
             word = (word << 8) | (from + b < end ? bytes[from + b] : 0u);
         return word;
     };
-
-    std::vector<KeyWord> items(static_cast<size_t>(n));
-    for (int i = 0; i < n; ++i)
-        items[static_cast<size_t>(i)].index = i;
-    struct Range
-    {
-        size_t first;
-        size_t last;
-        size_t depth;
-    };
-    std::vector<Range> pending {{0, items.size(), 0}};
-    while (!pending.empty()) {
-        const Range range = pending.back();
-        pending.pop_back();
-        for (size_t i = range.first; i < range.last; ++i)
-            items[i].word = wordAt(items[i].index, range.depth);
-        std::sort(items.begin() + std::ptrdiff_t(range.first),
-            items.begin() + std::ptrdiff_t(range.last), [](const KeyWord &a, const KeyWord &b) {
-                return a.word < b.word || (a.word == b.word && a.index < b.index);
-            });
-        for (size_t i = range.first; i < range.last;) {
-            size_t j = i + 1;
-            while (j < range.last && items[j].word == items[i].word)
-                ++j;
-            // A word holding the terminator ends the keys: the group is of
-            // equal keys, already in index order.
-            if (j - i > 1 && !hasZeroByte(items[i].word))
-                pending.push_back({i, j, range.depth + 1});
-            i = j;
-        }
-    }
-    for (int i = 0; i < n; ++i)
-        order[i] = items[static_cast<size_t>(i)].index;
+    std::vector<KeyWord> items(n);
+    for (size_t i = 0; i < n; ++i)
+        items[i].index = int(i);
+    // A word holding the terminator ends the keys.
+    sortByWords(items, wordAt, hasZeroByte, [](size_t, size_t) {});
+    for (size_t i = 0; i < n; ++i)
+        order[int(i)] = items[i].index;
     return true;
+}
+
+// Primary collation weights per UTF-16 code unit, asked of the collator once
+// per unit. The collation compares texts by their sequences of primary
+// weights first; most texts are sequences of units whose weights do not
+// depend on their neighbours, and for those the sequence is put together
+// from the units' own weights, many times faster than ICU builds a sort key.
+// A unit is unsafe where its weights may depend on its neighbours: part of a
+// contraction or a prefix rule, a mark that canonical reordering moves, or a
+// surrogate; so is a pair of units that begins a contraction or a prefix
+// rule. A text holding one is weighed whole by the collator's element
+// iterator.
+class PrimaryWeights
+{
+public:
+    explicit PrimaryWeights(const UCollator *icu)
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        const UChar none = 0;
+        m_elements = ucol_openElements(icu, &none, 0, &status);
+        if (U_FAILURE(status) || !m_elements)
+            return;
+        USet *contractions = uset_openEmpty();
+        ucol_getContractionsAndExpansions(icu, contractions, nullptr, true, &status);
+        m_slot.assign(65536, unknown);
+        m_startsPair.assign(65536, 0);
+        bool complete = U_SUCCESS(status);
+        const int32_t items = complete ? uset_getItemCount(contractions) : 0;
+        for (int32_t item = 0; item < items && complete; ++item) {
+            UChar text[256];
+            UChar32 first = 0;
+            UChar32 last = 0;
+            UErrorCode itemStatus = U_ZERO_ERROR;
+            const int32_t length
+                = uset_getItem(contractions, item, &first, &last, text, 256, &itemStatus);
+            if (U_FAILURE(itemStatus)) {
+                complete = false;
+            } else if (length == 0) {
+                for (UChar32 c = first; c <= last && c < 65536; ++c)
+                    m_slot[static_cast<size_t>(c)] = unsafe;
+            } else if (length == 1) {
+                m_slot[text[0]] = unsafe;
+            } else {
+                // A contraction (or a prefix and the unit it governs) takes
+                // effect only where its first two units stand side by side.
+                m_startsPair[text[0]] = 1;
+                m_pairs.push_back((quint32(text[0]) << 16) | text[1]);
+            }
+        }
+        uset_close(contractions);
+        std::sort(m_pairs.begin(), m_pairs.end());
+        m_usable = complete;
+    }
+    ~PrimaryWeights()
+    {
+        if (m_elements)
+            ucol_closeElements(m_elements);
+    }
+    PrimaryWeights(const PrimaryWeights &) = delete;
+    PrimaryWeights &operator=(const PrimaryWeights &) = delete;
+
+    bool usable() const { return m_usable; }
+
+    // Appends the primary weights of \a text to \a out (none is zero).
+    bool append(const QString &text, std::vector<quint32> &out)
+    {
+        const size_t at = out.size();
+        const QChar *units = text.constData();
+        for (int k = 0, size = text.size(); k < size; ++k) {
+            const ushort unit = units[k].unicode();
+            qint32 slot = m_slot[unit];
+            if (slot == unknown)
+                slot = learn(unit);
+            if (slot == unsafe
+                || (m_startsPair[unit] && k + 1 < size && isPair(unit, units[k + 1].unicode()))) {
+                out.resize(at);
+                return appendWhole(units, size, out);
+            }
+            const size_t from = static_cast<size_t>(slot >> 2);
+            for (size_t w = 0, count = size_t(slot & 3); w < count; ++w)
+                out.push_back(m_weights[from + w]);
+        }
+        return true;
+    }
+
+private:
+    static constexpr qint32 unknown = -1;
+
+    bool isPair(ushort first, ushort second) const
+    {
+        return std::binary_search(m_pairs.begin(), m_pairs.end(), (quint32(first) << 16) | second);
+    }
+
+    static constexpr qint32 unsafe = -2;
+
+    // The iterator gives a 64-bit collation element as one or two 32-bit
+    // ones; the second (a continuation) carries the primary's low half.
+    bool collect(std::vector<quint32> &out)
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        quint32 primary = 0;
+        for (;;) {
+            const int32_t element = ucol_next(m_elements, &status);
+            if (U_FAILURE(status))
+                return false;
+            if (element == UCOL_NULLORDER)
+                break;
+            const quint32 bits = quint32(element);
+            if ((bits & 0xc0u) == 0xc0u) {
+                primary |= bits >> 16;
+                continue;
+            }
+            if (primary != 0)
+                out.push_back(primary);
+            primary = bits & 0xffff0000u;
+        }
+        if (primary != 0)
+            out.push_back(primary);
+        return true;
+    }
+
+    bool appendWhole(const QChar *units, int size, std::vector<quint32> &out)
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        ucol_setText(m_elements, reinterpret_cast<const UChar *>(units), size, &status);
+        return U_SUCCESS(status) && collect(out);
+    }
+
+    qint32 learn(ushort unit)
+    {
+        qint32 &slot = m_slot[unit];
+        slot = unsafe;
+        if (QChar::isSurrogate(unit)
+            || u_getIntPropertyValue(UChar32(unit), UCHAR_LEAD_CANONICAL_COMBINING_CLASS) != 0) {
+            return slot;
+        }
+        std::vector<quint32> weights;
+        const UChar single = unit;
+        UErrorCode status = U_ZERO_ERROR;
+        ucol_setText(m_elements, &single, 1, &status);
+        if (U_FAILURE(status) || !collect(weights) || weights.size() > 3)
+            return slot;
+        slot = qint32(m_weights.size() << 2) | qint32(weights.size());
+        m_weights.insert(m_weights.end(), weights.begin(), weights.end());
+        return slot;
+    }
+
+    UCollationElements *m_elements = nullptr;
+    std::vector<qint32> m_slot;
+    std::vector<quint8> m_startsPair;
+    std::vector<quint32> m_pairs;
+    std::vector<quint32> m_weights;
+    bool m_usable = false;
+};
+
+// \a order: the texts by their sequences of primary weights, and those that
+// share one by their ICU sort keys, equal keys by index: the order of the
+// sort keys, with a sort key built only where the primary weights tie.
+// False where ICU fails.
+bool orderByPrimaryWeights(const TextList &texts, const UCollator *icu, QVector<int> &order)
+{
+    PrimaryWeights weights(icu);
+    if (!weights.usable())
+        return false;
+
+    const size_t n = texts.size();
+    std::vector<quint32> primaries;
+    // Most units weigh one primary; expansions and whole texts add a few.
+    const size_t units = totalUnits(texts);
+    primaries.reserve(units + units / 8 + n);
+    std::vector<size_t> start(n + 1);
+    for (size_t i = 0; i < n; ++i) {
+        // The values may be read in any order (a sorted view's selection).
+        if (i + 2 * textsAhead < n)
+            prefetchAddress(texts[i + 2 * textsAhead]);
+        if (i + textsAhead < n)
+            prefetchText(texts[i + textsAhead]);
+        start[i] = primaries.size();
+        if (!weights.append(*texts[i], primaries))
+            return false;
+    }
+    start[n] = primaries.size();
+
+    auto wordAt = [&primaries, &start](int index, size_t depth) {
+        const size_t from = start[static_cast<size_t>(index)] + 2 * depth;
+        const size_t end = start[static_cast<size_t>(index) + 1];
+        const quint64 high = from < end ? primaries[from] : 0u;
+        const quint64 low = from + 1 < end ? primaries[from + 1] : 0u;
+        return (high << 32) | low;
+    };
+    std::vector<KeyWord> items(n);
+    for (size_t i = 0; i < n; ++i)
+        items[i].index = int(i);
+    bool keysMade = true;
+    std::vector<quint8> bytes;
+    std::vector<size_t> keyStart;
+    std::vector<KeyWord> group;
+    // Equal primaries: the group is put in the order of its sort keys.
+    auto byKeys = [&](size_t first, size_t last) {
+        bytes.clear();
+        keyStart.clear();
+        group.assign(items.begin() + std::ptrdiff_t(first), items.begin() + std::ptrdiff_t(last));
+        for (const KeyWord &item : group) {
+            keyStart.push_back(bytes.size());
+            keysMade
+                = keysMade && appendSortKey(icu, *texts[static_cast<size_t>(item.index)], bytes);
+        }
+        if (!keysMade)
+            return;
+        keyStart.push_back(bytes.size());
+        std::vector<int> members(group.size());
+        std::iota(members.begin(), members.end(), 0);
+        std::sort(members.begin(), members.end(), [&](int a, int b) {
+            const quint8 *ka = bytes.data() + keyStart[static_cast<size_t>(a)];
+            const quint8 *kb = bytes.data() + keyStart[static_cast<size_t>(b)];
+            const int c = std::strcmp(
+                reinterpret_cast<const char *>(ka), reinterpret_cast<const char *>(kb));
+            return c < 0 || (c == 0 && group[size_t(a)].index < group[size_t(b)].index);
+        });
+        for (size_t m = 0; m < members.size(); ++m)
+            items[first + m] = group[static_cast<size_t>(members[m])];
+    };
+    sortByWords(items, wordAt, hasZeroHalf, byKeys);
+    if (!keysMade)
+        return false;
+    for (size_t i = 0; i < n; ++i)
+        order[int(i)] = items[i].index;
+    return true;
+}
+
+// True unless the collator's settings weigh primaries other than as the
+// plain sequence of the units' weights: numbers compared by value,
+// punctuation shifted, scripts reordered (the iterator gives the weights
+// before reordering).
+bool primaryWeightsApply(const UCollator *icu)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    if (ucol_getAttribute(icu, UCOL_NUMERIC_COLLATION, &status) != UCOL_OFF
+        || ucol_getAttribute(icu, UCOL_ALTERNATE_HANDLING, &status) != UCOL_NON_IGNORABLE
+        || U_FAILURE(status)) {
+        return false;
+    }
+    UErrorCode reorderStatus = U_ZERO_ERROR;
+    return ucol_getReorderCodes(icu, nullptr, 0, &reorderStatus) == 0;
 }
 #endif
 
 int fallbackCount = 0;
+int primaryFallbackCount = 0;
+int primaryOrderCount = 0;
+int codeUnitOrderCount = 0;
 
 // Ranks of the strings in localeAwareCompare order; neighbours that compare
 // equal share a rank, as they would in a sort of the texts themselves.
+// \a sameAsBefore receives, per text, whether it is the same text as the one
+// before it in that order.
 //
 // A locale-aware comparison is costly, and a million of them per column
 // freeze the grid. The texts are ordered instead by what decides
 // localeAwareCompare: code units in the C locale, otherwise the collation
-// keys of the collator that QCollator makes for the default locale, which is
-// the one localeAwareCompare makes on its first call in a thread. That
-// collator cannot be asked for, and it keeps the locale of that first call;
-// so the order is taken only after checking each neighbouring pair with
+// of the collator that QCollator makes for the default locale, which is the
+// one localeAwareCompare makes on its first call in a thread. That collator
+// cannot be asked for, and it keeps the locale of that first call; so the
+// order is taken only after checking each neighbouring pair with
 // localeAwareCompare itself, which also decides the ties. Otherwise the
 // texts are sorted with localeAwareCompare.
-QVector<quint64> stringRanks(const QVector<QString> &texts)
+QVector<quint64> stringRanks(const TextList &texts, std::vector<quint8> &sameAsBefore)
 {
-    const int n = texts.size();
+    const int n = int(texts.size());
     QVector<int> order(n);
     std::iota(order.begin(), order.end(), 0);
 
     const QCollator collator;
-    bool ordered = false;
-#if VEL_HAVE_ICU
-    ordered = orderByCollationKeys(texts, collator, order);
-#endif
-    if (!ordered && collator.locale().language() != QLocale::C) {
-        std::vector<QCollatorSortKey> keys;
-        keys.reserve(static_cast<size_t>(n));
-        for (const QString &text : texts)
-            keys.push_back(collator.sortKey(text));
-        vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
-            return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
-        });
-    } else if (!ordered) {
-        vel::boundedMergeSort(
-            order.data(), n, [&texts](int a, int b) { return texts.at(a) < texts.at(b); });
-    }
     std::vector<bool> rises;
-    if (!isLocaleOrdered(texts, order, rises)) {
+    bool ordered = false;
+    bool keyed = false;
+#if VEL_HAVE_ICU
+    if (const std::unique_ptr<UCollator, UCollatorCloser> icu = icuCollator(collator)) {
+        keyed = true;
+        if (primaryWeightsApply(icu.get())) {
+            ordered = orderByPrimaryWeights(texts, icu.get(), order)
+                && isLocaleOrdered(texts, order, rises, sameAsBefore);
+            ++(ordered ? primaryOrderCount : primaryFallbackCount);
+        }
+        if (!ordered) {
+            std::iota(order.begin(), order.end(), 0);
+            ordered = orderByCollationKeys(texts, icu.get(), order)
+                && isLocaleOrdered(texts, order, rises, sameAsBefore);
+        }
+    }
+#endif
+    if (!keyed) {
+        std::iota(order.begin(), order.end(), 0);
+        if (collator.locale().language() != QLocale::C) {
+            std::vector<QCollatorSortKey> keys;
+            keys.reserve(static_cast<size_t>(n));
+            for (const QString *text : texts)
+                keys.push_back(collator.sortKey(*text));
+            vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
+                return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
+            });
+        } else {
+            orderByCodeUnits(texts, order);
+            ++codeUnitOrderCount;
+        }
+        ordered = isLocaleOrdered(texts, order, rises, sameAsBefore);
+    }
+    if (!ordered) {
         ++fallbackCount;
         std::iota(order.begin(), order.end(), 0);
-        vel::boundedMergeSort(order.data(), n,
-            [&texts](int a, int b) { return texts.at(a).localeAwareCompare(texts.at(b)) < 0; });
+        vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
+            return texts[static_cast<size_t>(a)]->localeAwareCompare(*texts[static_cast<size_t>(b)])
+                < 0;
+        });
         rises.assign(static_cast<size_t>(n), false);
+        sameAsBefore.assign(static_cast<size_t>(n), 0);
         for (int i = 1; i < n; ++i) {
-            rises[static_cast<size_t>(i)]
-                = texts.at(order.at(i - 1)).localeAwareCompare(texts.at(order.at(i))) < 0;
+            const QString &before = *texts[static_cast<size_t>(order.at(i - 1))];
+            const QString &text = *texts[static_cast<size_t>(order.at(i))];
+            rises[static_cast<size_t>(i)] = before.localeAwareCompare(text) < 0;
+            sameAsBefore[static_cast<size_t>(order.at(i))] = before == text ? 1 : 0;
         }
     }
     QVector<quint64> ranks(n);
@@ -416,16 +860,18 @@ bool textsLookUnique(const Cells &values)
 }
 
 // The values' keys in the statistics' order. \a textOf (if given) receives,
-// per position, the number of the distinct text there, -1 for other types.
+// per position, the number of the distinct text there, -1 for other types;
+// \a sameAsBefore, per text number, whether the text is the same as the one
+// before it in order (asked only where texts are not numbered by value).
 template<typename Cells>
-std::vector<SortKey> sortedKeys(
-    const Cells &values, QVector<int> *textOfOut = nullptr, bool *textsNumberedOut = nullptr)
+std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = nullptr,
+    bool *textsNumberedOut = nullptr, std::vector<quint8> *sameAsBeforeOut = nullptr)
 {
     const int n = values.size();
     std::vector<SortKey> keys(static_cast<size_t>(n));
 
     QHash<QString, int> textIds;
-    QVector<QString> texts;
+    TextList texts;
     QVector<int> textOf;
     // Texts numbered beforehand need no hashing here: a text's first
     // appearance by position still gives it its number.
@@ -471,21 +917,21 @@ std::vector<SortKey> sortedKeys(
             if (numbers) {
                 int &number = numberedAs[static_cast<size_t>(numbers[i])];
                 if (number < 0) {
-                    number = texts.size();
-                    texts.append(text);
+                    number = int(texts.size());
+                    texts.push_back(&text);
                 }
                 textOf[i] = number;
                 break;
             }
             if (perCell) {
-                textOf[i] = texts.size();
-                texts.append(text);
+                textOf[i] = int(texts.size());
+                texts.push_back(&text);
                 break;
             }
             auto it = textIds.constFind(text);
             if (it == textIds.constEnd()) {
-                it = textIds.insert(text, texts.size());
-                texts.append(text);
+                it = textIds.insert(text, int(texts.size()));
+                texts.push_back(&text);
             }
             textOf[i] = it.value();
             break;
@@ -496,8 +942,9 @@ std::vector<SortKey> sortedKeys(
         }
     }
 
-    if (!texts.isEmpty()) {
-        const QVector<quint64> ranks = stringRanks(texts);
+    std::vector<quint8> sameAsBefore;
+    if (!texts.empty()) {
+        const QVector<quint64> ranks = stringRanks(texts, sameAsBefore);
         for (int i = 0; i < n; ++i) {
             if (textOf.at(i) >= 0)
                 keys[static_cast<size_t>(i)].bits = ranks.at(textOf.at(i));
@@ -509,52 +956,48 @@ std::vector<SortKey> sortedKeys(
         *textOfOut = textOf;
     if (textsNumberedOut)
         *textsNumberedOut = !perCell;
+    if (sameAsBeforeOut)
+        *sameAsBeforeOut = std::move(sameAsBefore);
     return keys;
 }
 
-// Walks the non-empty values in sorted order and tells, for each, whether it
-// differs from the first value of the run before it: the one test by which
-// "Distinct" counts and the ready model groups. Empty (invalid) cells, which
-// equal only each other, are ordered last, so the walk ends where they
-// begin. The first value is tested against itself, as the count has always
-// done (a lone NaN differs from itself).
+// Walks the non-empty values in sorted order and tells, for each position,
+// whether the value there differs from the first value of the run before it:
+// the one test by which "Distinct" counts and the ready model groups. Empty
+// (invalid) cells, which equal only each other, are ordered last, so the
+// walk ends where they begin. The first value is tested against itself, as
+// the count has always done (a lone NaN differs from itself). Values are
+// read only where their keys leave equality open: in sorted order each read
+// is a cache miss.
 template<typename Cells, typename Visit>
 void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const QVector<int> &textOf,
-    bool textsNumbered, Visit visit)
+    bool textsNumbered, const std::vector<quint8> &sameAsBefore, Visit visit)
 {
-    QVariant previous;
     SortKey previousKey {};
     bool first = true;
     for (const SortKey &key : keys) {
         if (key.rank == invalidRank)
             break;
-        const QVariant &v = values.at(key.pos);
-        if (first) {
-            previous = v;
+        if (first)
             previousKey = key;
-        }
         Equality known = knownEquality(key, previousKey);
         // Two texts are equal exactly when they are the same distinct text
-        // (numbered ones) or the same characters.
+        // (numbered ones) or the same characters. Unnumbered texts follow
+        // one another here as they did when they were ranked, which noted
+        // whether each is the same as the one before it.
         if (known == Equality::Unknown && key.rank == previousKey.rank
             && (key.rank >> 1) == QMetaType::QString) {
-            if (textsNumbered) {
-                known = textOf.at(key.pos) == textOf.at(previousKey.pos) ? Equality::Equal
-                                                                         : Equality::Different;
-            } else {
-                known = *static_cast<const QString *>(v.constData())
-                        == *static_cast<const QString *>(previous.constData())
-                    ? Equality::Equal
-                    : Equality::Different;
-            }
+            const bool same = textsNumbered
+                ? textOf.at(key.pos) == textOf.at(previousKey.pos)
+                : first || sameAsBefore[static_cast<size_t>(textOf.at(key.pos))] != 0;
+            known = same ? Equality::Equal : Equality::Different;
         }
         const bool differs = known == Equality::Different
-            || (known == Equality::Unknown && !vel::Qt5Variant::equal(v, previous));
-        if (differs) {
-            previous = v;
+            || (known == Equality::Unknown
+                && !vel::Qt5Variant::equal(values.at(key.pos), values.at(previousKey.pos)));
+        if (differs)
             previousKey = key;
-        }
-        visit(key.pos, v, differs, first);
+        visit(key.pos, differs, first);
         first = false;
     }
 }
@@ -564,6 +1007,12 @@ void walkDistinct(const Cells &values, const std::vector<SortKey> &keys, const Q
 namespace vel {
 
 int textOrderFallbacks() { return fallbackCount; }
+
+int textWeightOrderFallbacks() { return primaryFallbackCount; }
+
+int textWeightOrders() { return primaryOrderCount; }
+
+int textCodeUnitOrders() { return codeUnitOrderCount; }
 
 bool isStatisticsNumeric(const QVariant &value)
 {
@@ -583,11 +1032,13 @@ QVector<QVector<int>> statisticsRuns(const QVector<QVariant> &values)
 {
     QVector<int> textOf;
     bool textsNumbered = true;
-    const std::vector<SortKey> keys = sortedKeys(VectorCells {values}, &textOf, &textsNumbered);
+    std::vector<quint8> sameAsBefore;
+    const std::vector<SortKey> keys
+        = sortedKeys(VectorCells {values}, &textOf, &textsNumbered, &sameAsBefore);
     QVector<QVector<int>> runs;
     int walked = 0;
-    walkDistinct(VectorCells {values}, keys, textOf, textsNumbered,
-        [&runs, &walked](int pos, const QVariant &, bool differs, bool first) {
+    walkDistinct(VectorCells {values}, keys, textOf, textsNumbered, sameAsBefore,
+        [&runs, &walked](int pos, bool differs, bool first) {
             if (first || differs)
                 runs.append(QVector<int>());
             runs.last().append(pos);
@@ -977,20 +1428,21 @@ void generalStatisticsOf(const Cells &values, double &count, double &distinct, d
     distinct = 1;
     QVector<int> textOf;
     bool textsNumbered = true;
-    const std::vector<SortKey> keys = sortedKeys(values, &textOf, &textsNumbered);
+    std::vector<quint8> sameAsBefore;
+    const std::vector<SortKey> keys = sortedKeys(values, &textOf, &textsNumbered, &sameAsBefore);
     const bool numeric = vel::isStatisticsNumeric(values.at(keys.front().pos));
 
     qint64 n = 0;
     double sum = 0;
     walkDistinct(
-        values, keys, textOf, textsNumbered, [&](int, const QVariant &v, bool differs, bool first) {
+        values, keys, textOf, textsNumbered, sameAsBefore, [&](int pos, bool differs, bool first) {
             if (first)
-                min = max = v.toDouble();
+                min = max = values.at(pos).toDouble();
             if (differs)
                 distinct += 1;
             n += 1;
             if (numeric)
-                accumulate(v.toDouble(), n, mean, sum, min, max);
+                accumulate(values.at(pos).toDouble(), n, mean, sum, min, max);
         });
     count = double(n);
     if (numeric)
@@ -1193,7 +1645,12 @@ void textStatistics(
         return;
     count = double(present);
 
-    const QVector<quint64> ranks = stringRanks(texts);
+    TextList textList;
+    textList.reserve(static_cast<size_t>(texts.size()));
+    for (const QString &text : qAsConst(texts))
+        textList.push_back(&text);
+    std::vector<quint8> sameAsBefore;
+    const QVector<quint64> ranks = stringRanks(textList, sameAsBefore);
     // Ranks run from 0 without gaps; texts that collate alike share one.
     size_t rankCount = 0;
     for (const quint64 rank : ranks)

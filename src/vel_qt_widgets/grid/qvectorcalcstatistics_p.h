@@ -83,6 +83,18 @@ VEL_QT_WIDGETS_EXPORT QVector<QVector<int>> statisticsRuns(const QVector<QVarian
 // the library was loaded.
 VEL_QT_WIDGETS_EXPORT int textOrderFallbacks();
 
+// How often texts were put in order by their primary collation weights
+// (ties by their sort keys), the fast path; and how often that order was
+// tried but did not hold, and the texts were ordered by full sort keys
+// instead. Collators that reorder scripts, compare numbers by value or shift
+// punctuation take the sort keys without trying.
+VEL_QT_WIDGETS_EXPORT int textWeightOrders();
+VEL_QT_WIDGETS_EXPORT int textWeightOrderFallbacks();
+
+// How often texts were put in code-unit order (the C locale's) by a radix
+// sort of their units.
+VEL_QT_WIDGETS_EXPORT int textCodeUnitOrders();
+
 // Numbers for the texts among some values, worked out where the values
 // live: per value, a number that two values share exactly when both are
 // texts and equal (-1 for a value that is not a text), all below count.
