@@ -776,6 +776,13 @@ public:
             column.text = {};
             column.ends = {};
         }
+        // The arrays grew by doubling while the records came in; a loaded
+        // table lives long, so the room it will never use goes back now.
+        column.ints.shrink_to_fit();
+        column.doubles.shrink_to_fit();
+        column.text.shrink_to_fit();
+        column.ends.shrink_to_fit();
+        column.present.shrink_to_fit();
         return std::move(column);
     }
 
