@@ -182,7 +182,10 @@ inline quint64 doubleBits(double d)
     return (b & signFlip) ? ~b : (b | signFlip);
 }
 
-inline void prefetchAddress(const void *address)
+// Always inlined, here and in the helpers built on it: a prefetch has no
+// effect the optimiser can see, and a call to a function made only of one is
+// dropped as useless before it is inlined.
+Q_ALWAYS_INLINE void prefetchAddress(const void *address)
 {
 #if defined(__GNUC__)
     __builtin_prefetch(address);
@@ -194,7 +197,7 @@ inline void prefetchAddress(const void *address)
 // Asks for a text's characters ahead of their use: the texts are visited in
 // collation order, which is no order in memory, and a miss a text would cost
 // more than comparing them.
-inline void prefetchText(const QString *text)
+Q_ALWAYS_INLINE void prefetchText(const QString *text)
 {
 #if defined(__GNUC__)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -297,21 +300,21 @@ public:
     }
 
     // Asks for what locates text \a i: its pointer, or its start.
-    void prefetchSlot(size_t i) const
+    Q_ALWAYS_INLINE void prefetchSlot(size_t i) const
     {
         prefetchAddress(m_buffered ? static_cast<const void *>(&m_start[i])
                                    : static_cast<const void *>(&m_strings[i]));
     }
 
     // Asks for the QString of text \a i (the buffer needs no such step).
-    void prefetchEntry(size_t i) const
+    Q_ALWAYS_INLINE void prefetchEntry(size_t i) const
     {
         if (!m_buffered)
             prefetchAddress(m_strings[i]);
     }
 
     // Asks for text \a i's characters.
-    void prefetchUnits(size_t i) const
+    Q_ALWAYS_INLINE void prefetchUnits(size_t i) const
     {
         if (m_buffered)
             prefetchAddress(m_units.data() + m_start[i]);
