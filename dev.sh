@@ -5,6 +5,7 @@
 #   ./dev.sh test      install what is missing, build, run the whole test suite
 #                      for Qt 5 and then for Qt 6 (test5 / test6: one of them)
 #   ./dev.sh asan      the Qt 5 suite built with AddressSanitizer + UBSan
+#                      (asan6: the Qt 6 suite, the same way; not in CI)
 #   ./dev.sh debs      build the Debian packages and try them in a clean
 #                      Debian 12 root (packaging/check-debs.sh; needs root)
 #   ./dev.sh deps      only install the Debian packages
@@ -72,10 +73,14 @@ case "${1:-}" in
         install_missing
         build asan
         ctest --preset asan -j"$(njobs)" ;;
+    asan6)
+        install_missing
+        build qt6-asan
+        ctest --preset qt6-asan -j"$(njobs)" ;;
     debs)
         install_missing
         exec ./packaging/check-debs.sh ;;
     *)
-        sed -n '2,10p' "$0" | sed 's/^# \{0,1\}//'
+        sed -n '2,11p' "$0" | sed 's/^# \{0,1\}//'
         exit 2 ;;
 esac

@@ -198,8 +198,10 @@ def describe(program):
 
 
 def fmt_time(ns):
+    # Three significant digits; a value that rounds up to 1000 of a unit
+    # (999.7 ms) is written in the next unit, not as "1e+03 ms".
     for unit, scale in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
-        if ns >= scale:
+        if float("%.3g" % ns) >= scale:
             return "%.3g %s" % (ns / scale, unit)
     return "%.3g ns" % ns
 
