@@ -11,10 +11,13 @@
 // checked in a new thread, started after the default locale is set.
 #include "qvectorcalcstatistics_p.h"
 
+#include <vel_qt_widgets/CMwGridRoles.h>
 #include <vel_qt_widgets/CMwGridStatistics.h>
+#include <vel_qt_widgets/CMwGridTableModel.h>
 
 #include "vel_test_main.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QLocale>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QThread>
@@ -259,6 +262,8 @@ private Q_SLOTS:
     void manyTexts_data();
     void manyTexts();
     void localeChangedAfterFirstComparison();
+    void readyModelTexts_data();
+    void readyModelTexts();
 };
 
 namespace {
@@ -442,6 +447,89 @@ void tst_TextCollationOrder::localeChangedAfterFirstComparison()
         // localeAwareCompare orders as the new locale's keys do.
         QCOMPARE(outcome.fallbacks, 0);
     }
+}
+
+void tst_TextCollationOrder::readyModelTexts_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<bool>("unique");
+    const char *const names[] = {"C", "en_US", "sv_SE", "ru_RU"};
+    for (const char *name : names) {
+        QTest::newRow(qPrintable(QStringLiteral("%1, unique-looking").arg(QLatin1String(name))))
+            << QString::fromLatin1(name) << true;
+        QTest::newRow(qPrintable(QStringLiteral("%1, many").arg(QLatin1String(name))))
+            << QString::fromLatin1(name) << false;
+    }
+}
+
+// The ready model keeps its texts as UTF-8 and orders them without a
+// QString a cell; that order must be localeAwareCompare's as well, and
+// reached without falling back.
+void tst_TextCollationOrder::readyModelTexts()
+{
+    QFETCH(QString, locale);
+    QFETCH(bool, unique);
+    // Texts the loader keeps as they are: not numbers, not empty, nothing
+    // UTF-8 cannot carry. Surrogate pairs (above U+FFFF) stay in, beside
+    // U+E000..U+FFFF, which order before them by code units.
+    QStringList texts;
+    const QStringList candidates = (unique ? ::uniqueLookingTexts() : ::manyTexts())
+        + QStringList {QString::fromUtf8("\xf0\x9f\x98\x80 a"), QString::fromUtf8("\xee\x80\x80 a"),
+            QString::fromUtf8("\xef\xbf\xbd a"), QString::fromUtf8("\xf0\x90\x80\x80 b")};
+    for (const QString &text : candidates) {
+        bool number = false;
+        text.toDouble(&number);
+        if (!number && !text.trimmed().isEmpty() && !text.contains(QChar(0))
+            && QString::fromUtf8(text.toUtf8()) == text) {
+            texts.append(text);
+        }
+    }
+    QByteArray csv = "Text\n";
+    for (const QString &text : qAsConst(texts)) {
+        QByteArray field = text.toUtf8();
+        field.replace('"', "\"\"");
+        csv += '"' + field + "\"\n";
+    }
+
+    QLocale::setDefault(QLocale(locale));
+    Outcome outcome;
+    QStringList loaded;
+    double count = -1;
+    QThread *thread = QThread::create([&] {
+        outcome = orderInThisThread(texts);
+        QBuffer buffer(&csv);
+        buffer.open(QIODevice::ReadOnly);
+        CMwGridTableModel model;
+        if (!model.readCsv(&buffer))
+            return;
+        for (int r = 0; r < model.recordCount(); ++r)
+            loaded.append(model.value(r, 0).toString());
+        const int fallbacksBefore = vel::textOrderFallbacks();
+        const int weightFallbacksBefore = vel::textWeightOrderFallbacks();
+        const int weightOrdersBefore = vel::textWeightOrders();
+        const int codeUnitOrdersBefore = vel::textCodeUnitOrders();
+        count = model.index(0, 0).data(StatCountRole).toDouble();
+        outcome.distinct = model.index(0, 0).data(StatDistinctRole).toDouble();
+        outcome.fallbacks = vel::textOrderFallbacks() - fallbacksBefore;
+        outcome.weightFallbacks = vel::textWeightOrderFallbacks() - weightFallbacksBefore;
+        outcome.weightOrders = vel::textWeightOrders() - weightOrdersBefore;
+        outcome.codeUnitOrders = vel::textCodeUnitOrders() - codeUnitOrdersBefore;
+    });
+    thread->start();
+    QVERIFY(thread->wait(120000));
+    delete thread;
+
+    QCOMPARE(loaded, texts);
+    QCOMPARE(count, double(texts.size()));
+    QCOMPARE(outcome.distinct, outcome.expectedDistinct);
+    QCOMPARE(outcome.fallbacks, 0);
+    QCOMPARE(outcome.weightFallbacks, 0);
+#if VEL_TEST_HAVE_ICU
+    if (QLocale(locale).language() != QLocale::C && !reordersScripts(locale))
+        QCOMPARE(outcome.weightOrders, 1);
+#endif
+    if (QLocale(locale).language() == QLocale::C)
+        QCOMPARE(outcome.codeUnitOrders, 1);
 }
 
 VEL_TEST_MAIN(tst_TextCollationOrder)

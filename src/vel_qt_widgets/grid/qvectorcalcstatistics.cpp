@@ -182,14 +182,22 @@ inline quint64 doubleBits(double d)
     return (b & signFlip) ? ~b : (b | signFlip);
 }
 
-// The texts being ordered: pointers to the QStrings where the values keep
-// them, so that a million texts are neither copied nor reference-counted.
-using TextList = std::vector<const QString *>;
+// Always inlined, here and in the helpers built on it: a prefetch has no
+// effect the optimiser can see, and a call to a function made only of one is
+// dropped as useless before it is inlined.
+Q_ALWAYS_INLINE void prefetchAddress(const void *address)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#else
+    Q_UNUSED(address);
+#endif
+}
 
 // Asks for a text's characters ahead of their use: the texts are visited in
 // collation order, which is no order in memory, and a miss a text would cost
 // more than comparing them.
-inline void prefetchText(const QString *text)
+Q_ALWAYS_INLINE void prefetchText(const QString *text)
 {
 #if defined(__GNUC__)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
@@ -207,25 +215,119 @@ inline void prefetchText(const QString *text)
 // How far ahead of a walk over texts their memory is asked for.
 constexpr size_t textsAhead = 8;
 
-inline void prefetchAddress(const void *address)
+// QString::localeAwareCompare for views: the same helper compares QStrings,
+// so views and strings order alike.
+inline int localeAwareCompare(QStringView a, QStringView b)
 {
-#if defined(__GNUC__)
-    __builtin_prefetch(address);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QString::localeAwareCompare(a, b);
 #else
-    Q_UNUSED(address);
+    return QStringRef::localeAwareCompare(a, b);
 #endif
 }
 
-// The UTF-16 code units of all \a texts together. The buffers made from
-// them are sized by it up front: a million texts fill tens of megabytes,
-// and growing that by doubling copies it and faults in fresh pages twice.
-size_t totalUnits(const TextList &texts)
+// The texts being ordered. Either pointers to the QStrings where the values
+// keep them, so that a million texts are neither copied nor
+// reference-counted; or, for texts read from UTF-8, their UTF-16 code units
+// side by side in one buffer: a QString a text costs a heap block each,
+// several times the characters of a short text.
+class TextList
 {
-    size_t units = 0;
-    for (const QString *text : texts)
-        units += static_cast<size_t>(text->size());
-    return units;
-}
+public:
+    enum Storage { Strings, Buffer };
+
+    explicit TextList(Storage storage)
+        : m_buffered(storage == Buffer)
+    {
+        if (m_buffered)
+            m_start.push_back(0);
+    }
+
+    void reserve(size_t texts, size_t units = 0)
+    {
+        if (!m_buffered) {
+            m_strings.reserve(texts);
+            return;
+        }
+        m_start.reserve(texts + 1);
+        m_units.reserve(units);
+    }
+
+    void push_back(const QString *text) { m_strings.push_back(text); }
+
+    // Appends the text that QString::fromUtf8 makes of \a bytes.
+    void appendUtf8(const char *bytes, int length)
+    {
+        bool ascii = true;
+        for (int i = 0; i < length && ascii; ++i)
+            ascii = uchar(bytes[i]) < 0x80;
+        if (ascii) {
+            m_units.insert(m_units.end(), bytes, bytes + length);
+        } else {
+            const QString text = QString::fromUtf8(bytes, length);
+            const auto *units = reinterpret_cast<const char16_t *>(text.constData());
+            m_units.insert(m_units.end(), units, units + text.size());
+        }
+        m_start.push_back(m_units.size());
+    }
+
+    size_t size() const { return m_buffered ? m_start.size() - 1 : m_strings.size(); }
+    bool empty() const { return size() == 0; }
+
+    QStringView at(size_t i) const
+    {
+        if (!m_buffered)
+            return QStringView(*m_strings[i]);
+        return QStringView(m_units.data() + m_start[i], qsizetype(m_start[i + 1] - m_start[i]));
+    }
+
+    // The buffer's units and where each text begins in them (the end of the
+    // last as one more), or nulls for texts kept as QStrings.
+    const char16_t *units() const { return m_buffered ? m_units.data() : nullptr; }
+    const size_t *starts() const { return m_buffered ? m_start.data() : nullptr; }
+
+    // The UTF-16 code units of all texts together. The buffers made from
+    // them are sized by it up front: a million texts fill tens of megabytes,
+    // and growing that by doubling copies it and faults in fresh pages twice.
+    size_t totalUnits() const
+    {
+        if (m_buffered)
+            return m_units.size();
+        size_t units = 0;
+        for (const QString *text : m_strings)
+            units += static_cast<size_t>(text->size());
+        return units;
+    }
+
+    // Asks for what locates text \a i: its pointer, or its start.
+    Q_ALWAYS_INLINE void prefetchSlot(size_t i) const
+    {
+        prefetchAddress(m_buffered ? static_cast<const void *>(&m_start[i])
+                                   : static_cast<const void *>(&m_strings[i]));
+    }
+
+    // Asks for the QString of text \a i (the buffer needs no such step).
+    Q_ALWAYS_INLINE void prefetchEntry(size_t i) const
+    {
+        if (!m_buffered)
+            prefetchAddress(m_strings[i]);
+    }
+
+    // Asks for text \a i's characters.
+    Q_ALWAYS_INLINE void prefetchUnits(size_t i) const
+    {
+        if (m_buffered)
+            prefetchAddress(m_units.data() + m_start[i]);
+        else
+            prefetchText(m_strings[i]);
+    }
+
+private:
+    bool m_buffered;
+    std::vector<const QString *> m_strings;
+    std::vector<char16_t> m_units;
+    std::vector<size_t> m_start;
+};
 
 // True when \a order lists \a texts as a stable sort with localeAwareCompare
 // does: no text before a smaller one, and texts that compare equal in the
@@ -243,17 +345,17 @@ bool isLocaleOrdered(const TextList &texts, const QVector<int> &order, std::vect
     constexpr int ahead = 8;
     for (int i = 0; i < n; ++i) {
         if (i + 3 * ahead < n)
-            prefetchAddress(&texts[static_cast<size_t>(order.at(i + 3 * ahead))]);
+            texts.prefetchSlot(static_cast<size_t>(order.at(i + 3 * ahead)));
         if (i + 2 * ahead < n)
-            prefetchAddress(texts[static_cast<size_t>(order.at(i + 2 * ahead))]);
+            texts.prefetchEntry(static_cast<size_t>(order.at(i + 2 * ahead)));
         if (i + ahead < n)
-            prefetchText(texts[static_cast<size_t>(order.at(i + ahead))]);
+            texts.prefetchUnits(static_cast<size_t>(order.at(i + ahead)));
         if (i == 0)
             continue;
         const int index = order.at(i);
         const int indexBefore = order.at(i - 1);
-        const QString &text = *texts[static_cast<size_t>(index)];
-        const QString &before = *texts[static_cast<size_t>(indexBefore)];
+        const QStringView text = texts.at(static_cast<size_t>(index));
+        const QStringView before = texts.at(static_cast<size_t>(indexBefore));
         // Equal texts compare equal in every collation: no call needed.
         if (text == before) {
             if (index < indexBefore)
@@ -261,7 +363,7 @@ bool isLocaleOrdered(const TextList &texts, const QVector<int> &order, std::vect
             sameAsBefore[static_cast<size_t>(index)] = 1;
             continue;
         }
-        const int c = text.localeAwareCompare(before);
+        const int c = localeAwareCompare(text, before);
         if (c < 0 || (c == 0 && index < indexBefore))
             return false;
         // A comparison's sign turns with its arguments: greater than the
@@ -367,25 +469,31 @@ void sortByWords(std::vector<KeyWord> &items, WordAt wordAt, Ends ends, EqualKey
 void orderByCodeUnits(const TextList &texts, QVector<int> &order)
 {
     const size_t n = texts.size();
-    std::vector<quint16> units;
-    units.reserve(totalUnits(texts));
-    std::vector<size_t> start(n + 1);
-    for (size_t i = 0; i < n; ++i) {
-        if (i + 2 * textsAhead < n)
-            prefetchAddress(texts[i + 2 * textsAhead]);
-        if (i + textsAhead < n)
-            prefetchText(texts[i + textsAhead]);
-        start[i] = units.size();
-        const QString &text = *texts[i];
-        const QChar *data = text.constData();
-        for (int k = 0, size = text.size(); k < size; ++k)
-            units.push_back(data[k].unicode());
+    // Texts already side by side are read where they are.
+    std::vector<char16_t> copiedUnits;
+    std::vector<size_t> copiedStart;
+    const char16_t *units = texts.units();
+    const size_t *start = texts.starts();
+    if (!units) {
+        copiedUnits.reserve(texts.totalUnits());
+        copiedStart.resize(n + 1);
+        for (size_t i = 0; i < n; ++i) {
+            if (i + 2 * textsAhead < n)
+                texts.prefetchEntry(i + 2 * textsAhead);
+            if (i + textsAhead < n)
+                texts.prefetchUnits(i + textsAhead);
+            copiedStart[i] = copiedUnits.size();
+            const QStringView text = texts.at(i);
+            copiedUnits.insert(copiedUnits.end(), text.utf16(), text.utf16() + text.size());
+        }
+        copiedStart[n] = copiedUnits.size();
+        units = copiedUnits.data();
+        start = copiedStart.data();
     }
-    start[n] = units.size();
 
     constexpr int unitBits = 17;
     constexpr quint64 unitMask = (quint64(1) << unitBits) - 1;
-    auto wordAt = [&units, &start](int index, size_t depth) {
+    auto wordAt = [units, start](int index, size_t depth) {
         const size_t from = start[static_cast<size_t>(index)] + 3 * depth;
         const size_t end = start[static_cast<size_t>(index) + 1];
         quint64 word = 0;
@@ -439,7 +547,7 @@ std::unique_ptr<UCollator, UCollatorCloser> icuCollator(const QCollator &collato
 // text gets the terminator alone: localeAwareCompare puts it before every
 // other text, also before texts the collation sees as empty, and no ICU key
 // is that small.
-bool appendSortKey(const UCollator *icu, const QString &text, std::vector<quint8> &bytes)
+bool appendSortKey(const UCollator *icu, QStringView text, std::vector<quint8> &bytes)
 {
     if (text.isEmpty()) {
         bytes.push_back(0);
@@ -448,14 +556,15 @@ bool appendSortKey(const UCollator *icu, const QString &text, std::vector<quint8
     const size_t at = bytes.size();
     size_t room = 16 + 4 * static_cast<size_t>(text.size());
     bytes.resize(at + room);
-    const auto *units = reinterpret_cast<const UChar *>(text.constData());
-    int length = ucol_getSortKey(icu, units, text.size(), bytes.data() + at, int(room));
+    const auto *units = reinterpret_cast<const UChar *>(text.utf16());
+    const int size = int(text.size());
+    int length = ucol_getSortKey(icu, units, size, bytes.data() + at, int(room));
     if (length <= 0)
         return false;
     if (size_t(length) > room) {
         room = size_t(length);
         bytes.resize(at + room);
-        length = ucol_getSortKey(icu, units, text.size(), bytes.data() + at, int(room));
+        length = ucol_getSortKey(icu, units, size, bytes.data() + at, int(room));
         if (length <= 0 || size_t(length) > room)
             return false;
     }
@@ -481,11 +590,11 @@ bool orderByCollationKeys(const TextList &texts, const UCollator *icu, QVector<i
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
         if (i + 2 * textsAhead < n)
-            prefetchAddress(texts[i + 2 * textsAhead]);
+            texts.prefetchEntry(i + 2 * textsAhead);
         if (i + textsAhead < n)
-            prefetchText(texts[i + textsAhead]);
+            texts.prefetchUnits(i + textsAhead);
         start[i] = bytes.size();
-        if (!appendSortKey(icu, *texts[i], bytes))
+        if (!appendSortKey(icu, texts.at(i), bytes))
             return false;
     }
     start[n] = bytes.size();
@@ -570,11 +679,11 @@ public:
     bool usable() const { return m_usable; }
 
     // Appends the primary weights of \a text to \a out (none is zero).
-    bool append(const QString &text, std::vector<quint32> &out)
+    bool append(QStringView text, std::vector<quint32> &out)
     {
         const size_t at = out.size();
-        const QChar *units = text.constData();
-        for (int k = 0, size = text.size(); k < size; ++k) {
+        const QChar *units = text.data();
+        for (int k = 0, size = int(text.size()); k < size; ++k) {
             const ushort unit = units[k].unicode();
             qint32 slot = m_slot[unit];
             if (slot == unknown)
@@ -674,17 +783,17 @@ bool orderByPrimaryWeights(const TextList &texts, const UCollator *icu, QVector<
     const size_t n = texts.size();
     std::vector<quint32> primaries;
     // Most units weigh one primary; expansions and whole texts add a few.
-    const size_t units = totalUnits(texts);
+    const size_t units = texts.totalUnits();
     primaries.reserve(units + units / 8 + n);
     std::vector<size_t> start(n + 1);
     for (size_t i = 0; i < n; ++i) {
         // The values may be read in any order (a sorted view's selection).
         if (i + 2 * textsAhead < n)
-            prefetchAddress(texts[i + 2 * textsAhead]);
+            texts.prefetchEntry(i + 2 * textsAhead);
         if (i + textsAhead < n)
-            prefetchText(texts[i + textsAhead]);
+            texts.prefetchUnits(i + textsAhead);
         start[i] = primaries.size();
-        if (!weights.append(*texts[i], primaries))
+        if (!weights.append(texts.at(i), primaries))
             return false;
     }
     start[n] = primaries.size();
@@ -711,7 +820,7 @@ bool orderByPrimaryWeights(const TextList &texts, const UCollator *icu, QVector<
         for (const KeyWord &item : group) {
             keyStart.push_back(bytes.size());
             keysMade
-                = keysMade && appendSortKey(icu, *texts[static_cast<size_t>(item.index)], bytes);
+                = keysMade && appendSortKey(icu, texts.at(static_cast<size_t>(item.index)), bytes);
         }
         if (!keysMade)
             return;
@@ -802,8 +911,8 @@ QVector<quint64> stringRanks(const TextList &texts, std::vector<quint8> &sameAsB
         if (collator.locale().language() != QLocale::C) {
             std::vector<QCollatorSortKey> keys;
             keys.reserve(static_cast<size_t>(n));
-            for (const QString *text : texts)
-                keys.push_back(collator.sortKey(*text));
+            for (size_t i = 0; i < texts.size(); ++i)
+                keys.push_back(collator.sortKey(texts.at(i).toString()));
             vel::boundedMergeSort(order.data(), n, [&keys](int a, int b) {
                 return keys[static_cast<size_t>(a)].compare(keys[static_cast<size_t>(b)]) < 0;
             });
@@ -817,15 +926,16 @@ QVector<quint64> stringRanks(const TextList &texts, std::vector<quint8> &sameAsB
         ++fallbackCount;
         std::iota(order.begin(), order.end(), 0);
         vel::boundedMergeSort(order.data(), n, [&texts](int a, int b) {
-            return texts[static_cast<size_t>(a)]->localeAwareCompare(*texts[static_cast<size_t>(b)])
+            return localeAwareCompare(
+                       texts.at(static_cast<size_t>(a)), texts.at(static_cast<size_t>(b)))
                 < 0;
         });
         rises.assign(static_cast<size_t>(n), false);
         sameAsBefore.assign(static_cast<size_t>(n), 0);
         for (int i = 1; i < n; ++i) {
-            const QString &before = *texts[static_cast<size_t>(order.at(i - 1))];
-            const QString &text = *texts[static_cast<size_t>(order.at(i))];
-            rises[static_cast<size_t>(i)] = before.localeAwareCompare(text) < 0;
+            const QStringView before = texts.at(static_cast<size_t>(order.at(i - 1)));
+            const QStringView text = texts.at(static_cast<size_t>(order.at(i)));
+            rises[static_cast<size_t>(i)] = localeAwareCompare(before, text) < 0;
             sameAsBefore[static_cast<size_t>(order.at(i))] = before == text ? 1 : 0;
         }
     }
@@ -871,7 +981,7 @@ std::vector<SortKey> sortedKeys(const Cells &values, QVector<int> *textOfOut = n
     std::vector<SortKey> keys(static_cast<size_t>(n));
 
     QHash<QString, int> textIds;
-    TextList texts;
+    TextList texts(TextList::Strings);
     QVector<int> textOf;
     // Texts numbered beforehand need no hashing here: a text's first
     // appearance by position still gives it its number.
@@ -1557,14 +1667,18 @@ public:
         }
     }
 
-    // The numbered texts as QStrings, by number; the numbering is dropped.
-    QVector<QString> takeTexts()
+    // The numbered texts, by number; the numbering is dropped.
+    TextList takeTexts()
     {
         m_slots = {};
-        QVector<QString> texts;
-        texts.reserve(int(m_texts.size()));
+        size_t bytes = 0;
         for (const Text &text : m_texts)
-            texts.append(QString::fromUtf8(bytesOf(text), text.length));
+            bytes += static_cast<size_t>(text.length);
+        TextList texts(TextList::Buffer);
+        // A text has no more UTF-16 code units than UTF-8 bytes.
+        texts.reserve(m_texts.size(), bytes);
+        for (const Text &text : m_texts)
+            texts.appendUtf8(bytesOf(text), text.length);
         m_texts = {};
         m_side = {};
         return texts;
@@ -1613,19 +1727,29 @@ void textStatistics(
 {
     const vel::GridTableCells::Typed &column = cells.column;
     std::vector<int> numberOf(static_cast<size_t>(cells.size), -1);
-    QVector<QString> texts;
+    TextList texts(TextList::Buffer);
     qint64 present = 0;
     // Texts that do not repeat are not numbered at all: each cell's text
     // gets its own number, and equal texts are told apart by comparing them.
     const bool perCell = typedTextsLookUnique(cells);
     if (perCell) {
-        texts.reserve(cells.size);
+        size_t textCount = 0;
+        size_t bytes = 0;
+        for (int i = 0; i < cells.size; ++i) {
+            const int record = cells.record(i);
+            if (cells.present(record)) {
+                ++textCount;
+                bytes += static_cast<size_t>(cells.length(record));
+            }
+        }
+        // A text has no more UTF-16 code units than UTF-8 bytes.
+        texts.reserve(textCount, bytes);
         for (int i = 0; i < cells.size; ++i) {
             const int record = cells.record(i);
             if (!cells.present(record))
                 continue;
-            numberOf[static_cast<size_t>(i)] = texts.size();
-            texts.append(cells.text(record));
+            numberOf[static_cast<size_t>(i)] = int(texts.size());
+            texts.appendUtf8(cells.bytes(record), cells.length(record));
             ++present;
         }
     } else {
@@ -1645,12 +1769,8 @@ void textStatistics(
         return;
     count = double(present);
 
-    TextList textList;
-    textList.reserve(static_cast<size_t>(texts.size()));
-    for (const QString &text : qAsConst(texts))
-        textList.push_back(&text);
     std::vector<quint8> sameAsBefore;
-    const QVector<quint64> ranks = stringRanks(textList, sameAsBefore);
+    const QVector<quint64> ranks = stringRanks(texts, sameAsBefore);
     // Ranks run from 0 without gaps; texts that collate alike share one.
     size_t rankCount = 0;
     for (const quint64 rank : ranks)
@@ -1684,13 +1804,14 @@ void textStatistics(
         first = order.front();
         int previous = first;
         for (const int number : order) {
-            if (perCell ? texts.at(number) != texts.at(previous) : number != previous) {
+            if (perCell ? texts.at(size_t(number)) != texts.at(size_t(previous))
+                        : number != previous) {
                 previous = number;
                 distinct += 1;
             }
         }
     }
-    min = max = QVariant(texts.at(first)).toDouble();
+    min = max = QVariant(texts.at(size_t(first)).toString()).toDouble();
 }
 
 } // namespace
