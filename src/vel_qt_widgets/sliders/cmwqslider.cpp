@@ -409,7 +409,7 @@ bool CMwQSliderPrivate::canStamp(const QPainter *painter) const
     const QFont &font = painter->font();
     if (font.underline() || font.overline() || font.strikeOut())
         return false;
-    const QTransform transform = painter->deviceTransform();
+    const QTransform &transform = painter->deviceTransform();
     if (transform.type() > QTransform::TxTranslate || transform.dx() != qFloor(transform.dx())
         || transform.dy() != qFloor(transform.dy()))
         return false;
