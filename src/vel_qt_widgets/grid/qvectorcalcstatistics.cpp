@@ -113,12 +113,8 @@ void radixSort(std::vector<SortKey> &keys)
     for (int v = 0; v < varyingCount; ++v) {
         const int digit = varying[v];
         std::array<size_t, 256> &count = counts[static_cast<size_t>(v)];
-        size_t offset = 0;
-        for (size_t &c : count) {
-            const size_t here = c;
-            c = offset;
-            offset += here;
-        }
+        // Each bucket's count becomes the slot its first key goes to.
+        std::exclusive_scan(count.begin(), count.end(), count.begin(), size_t(0));
         for (size_t i = 0; i < n; ++i)
             dst[count[keyByte(src[i], digit)]++] = src[i];
         std::swap(src, dst);
@@ -409,12 +405,8 @@ void sortWords(std::vector<KeyWord> &items, size_t first, size_t last)
         std::array<size_t, 256> count {};
         for (size_t i = 0; i < n; ++i)
             ++count[(src[i].word >> shift) & 0xffu];
-        size_t offset = 0;
-        for (size_t &c : count) {
-            const size_t here = c;
-            c = offset;
-            offset += here;
-        }
+        // Each bucket's count becomes the slot its first key goes to.
+        std::exclusive_scan(count.begin(), count.end(), count.begin(), size_t(0));
         for (size_t i = 0; i < n; ++i)
             dst[count[(src[i].word >> shift) & 0xffu]++] = src[i];
         std::swap(src, dst);
@@ -1195,12 +1187,8 @@ void radixSortItems(std::vector<quint64> &items, KeyOf keyOf)
         std::array<size_t, digitMask + 1> &count = counts[digit];
         if (count[(keyOf(src[0]) >> shift) & digitMask] == n)
             continue;
-        size_t offset = 0;
-        for (size_t &c : count) {
-            const size_t here = c;
-            c = offset;
-            offset += here;
-        }
+        // Each bucket's count becomes the slot its first key goes to.
+        std::exclusive_scan(count.begin(), count.end(), count.begin(), size_t(0));
         for (size_t i = 0; i < n; ++i)
             dst[count[(keyOf(src[i]) >> shift) & digitMask]++] = src[i];
         std::swap(src, dst);
@@ -1407,12 +1395,7 @@ void sortKeys(std::vector<quint64> &keys)
         size_t *count = counts.data() + size_t(p) * buckets;
         if (count[((src[0] - lo) >> shift) & mask] == n)
             continue;
-        size_t offset = 0;
-        for (size_t b = 0; b < buckets; ++b) {
-            const size_t here = count[b];
-            count[b] = offset;
-            offset += here;
-        }
+        std::exclusive_scan(count, count + buckets, count, size_t(0));
         for (size_t i = 0; i < n; ++i) {
             const quint64 key = src[i];
             dst[count[((key - lo) >> shift) & mask]++] = key;

@@ -425,6 +425,21 @@ bool CMwQSliderPrivate::canStamp(const QPainter *painter) const
 
 namespace {
 
+// The smallest rectangle holding every pixel of a 32-bit image that is not
+// fully transparent.
+QRect inkedRect(const QImage &image)
+{
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (line[x])
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
 // Every pixel that more than one glyph of the layout touches: drawn one by
 // one, a second glyph over the first blends differently from the pair
 // blitted at once.
@@ -515,14 +530,7 @@ const CMwQSliderPrivate::TickLabelCache::Label::Stamp *CMwQSliderPrivate::stampF
                 layout.lineAt(i).draw(&stampPainter, at);
         }
         // Only the inked part is kept.
-        QRect ink;
-        for (int y = 0; y < image.height(); ++y) {
-            const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-            for (int x = 0; x < image.width(); ++x) {
-                if (line[x])
-                    ink |= QRect(x, y, 1, 1);
-            }
-        }
+        const QRect ink = inkedRect(image);
         stamp.usable = !glyphsOverlap(layout, at, size, *painter);
         if (stamp.usable && !ink.isEmpty()) {
             stamp.image = image.copy(ink);
@@ -639,21 +647,10 @@ void CMwQSliderPrivate::buildTickLayer(const QPainter *painter, const QStyleOpti
             }
         }
     }
-    const auto inkOf = [](const QImage &image) {
-        QRect ink;
-        for (int y = 0; y < image.height(); ++y) {
-            const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-            for (int x = 0; x < image.width(); ++x) {
-                if (line[x])
-                    ink |= QRect(x, y, 1, 1);
-            }
-        }
-        return ink;
-    };
     for (const QImage &image : qAsConst(images)) {
         // Cut where whole rows are empty (the groove between the rows of
         // labels, say), which are then not blitted.
-        const QRect ink = inkOf(image);
+        const QRect ink = inkedRect(image);
         int top = -1;
         for (int y = ink.top(); y <= ink.bottom() + 1; ++y) {
             bool empty = y > ink.bottom();
@@ -665,7 +662,7 @@ void CMwQSliderPrivate::buildTickLayer(const QPainter *painter, const QStyleOpti
             if (!empty && top < 0) {
                 top = y;
             } else if (empty && top >= 0) {
-                const QRect band = inkOf(image.copy(ink.left(), top, ink.width(), y - top))
+                const QRect band = inkedRect(image.copy(ink.left(), top, ink.width(), y - top))
                                        .translated(ink.left(), top);
                 layer.images.append(image.copy(band));
                 layer.corners.append(band.topLeft() + all.topLeft());
