@@ -111,6 +111,8 @@ private Q_SLOTS:
     void selections_data();
     void selections();
     void selectionOrderOfSignedZeros();
+    void columnsTogether_data();
+    void columnsTogether();
 };
 
 void tst_TypedStatistics::numberColumns_data()
@@ -451,6 +453,155 @@ void tst_TypedStatistics::selectionOrderOfSignedZeros()
     // The first value walked is the first zero selected: -0.0.
     QVERIFY(std::signbit(typed.min));
     QVERIFY(identical(typed, general(rows.displayColumn(0))));
+}
+
+// Every column of a selection at once: the double columns are sorted first
+// and walked a few side by side; each result must still be the one column's
+// alone, and the plain walk's, to the bit.
+void tst_TypedStatistics::columnsTogether_data()
+{
+    QTest::addColumn<bool>("sorted");
+    QTest::addColumn<bool>("everyRow");
+    QTest::newRow("unsorted, some rows") << false << false;
+    QTest::newRow("sorted, some rows") << true << false;
+    QTest::newRow("sorted, every row") << true << true;
+}
+
+void tst_TypedStatistics::columnsTogether()
+{
+    QFETCH(bool, sorted);
+    QFETCH(bool, everyRow);
+    QRandomGenerator random(47);
+    const int records = 3000;
+    // Columns, by kind of content; several walk together, some have empty
+    // cells (so their walks are shorter), some cannot take the side-by-side
+    // walk at all (NaN, -0.0), some are not doubles.
+    const QStringList names = {QStringLiteral("Positive"), QStringLiteral("Sparse"),
+        QStringLiteral("Close"), QStringLiteral("Zeros"), QStringLiteral("Negative"),
+        QStringLiteral("Mixed"), QStringLiteral("Int"), QStringLiteral("Infinite"),
+        QStringLiteral("Text"), QStringLiteral("SignedZero"), QStringLiteral("Repeats"),
+        QStringLiteral("Empty"), QStringLiteral("Huge"), QStringLiteral("Small")};
+    QByteArray csv = names.join(QLatin1Char(',')).toLatin1() + "\n";
+    auto number = [](double x) { return QByteArray::number(x, 'g', 17); };
+    for (int r = 0; r < records; ++r) {
+        QByteArrayList cells;
+        cells << number(random.generateDouble() * 1000.0);
+        cells << (random.bounded(3) == 0 ? QByteArray() : number(random.generateDouble() * 50.0));
+        // Neighbours closer than QVariant's fuzzy equality tells apart.
+        cells << number(1.0 + double(random.bounded(40)) * 1e-13);
+        cells << (random.bounded(5) == 0 ? QByteArray("0") : number(random.generateDouble()));
+        cells << number(-1.0 - random.generateDouble() * 1e6);
+        cells << number((random.generateDouble() - 0.5) * 200.0);
+        cells << QByteArray::number(int(random.bounded(100000)) - 50000);
+        cells << (random.bounded(50) == 0 ? QByteArray(random.bounded(2) ? "inf" : "-inf")
+                                          : number(random.generateDouble()));
+        cells << "t" + QByteArray::number(random.bounded(100));
+        cells << (random.bounded(4) == 0 ? QByteArray("-0") : number(random.generateDouble()));
+        cells << number(double(random.bounded(7)) / 4.0);
+        cells << QByteArray();
+        cells << number((random.bounded(2) ? 1.0 : -1.0) * std::numeric_limits<double>::max()
+            * random.generateDouble());
+        cells << number(std::numeric_limits<double>::denorm_min() * double(random.bounded(1000)));
+        csv += cells.join(',') + "\n";
+    }
+    QBuffer buffer(&csv);
+    QVERIFY(buffer.open(QIODevice::ReadOnly));
+    CMwGridTableModel model;
+    QVERIFY(model.readCsv(&buffer));
+    QCOMPARE(model.columnCount(), names.size());
+    for (int c : {0, 1, 2, 3, 4, 5, 7, 9, 10, 12, 13})
+        QCOMPARE(int(kindOf(model, c)), int(vel::GridTableCells::Typed::Doubles));
+    QCOMPARE(int(kindOf(model, 6)), int(vel::GridTableCells::Typed::Ints));
+    QCOMPARE(int(kindOf(model, 8)), int(vel::GridTableCells::Typed::Texts));
+    // NaN has no CSV form: set one into a column of positive doubles.
+    model.setValue(17, 10, std::numeric_limits<double>::quiet_NaN());
+    QCOMPARE(int(kindOf(model, 10)), int(vel::GridTableCells::Typed::Doubles));
+
+    CMwSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    QAbstractItemModelTester tester(&proxy);
+    if (sorted)
+        proxy.sort(3, Qt::AscendingOrder);
+    QItemSelectionModel selection(&proxy);
+    const int columns = proxy.columnCount();
+    if (everyRow) {
+        selection.select(QItemSelection(proxy.index(0, 0), proxy.index(records - 1, columns - 1)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    } else {
+        for (int i = 0; i < 30; ++i) {
+            const int top = int(random.bounded(records));
+            const int bottom = std::min(records - 1, top + int(random.bounded(120)));
+            selection.select(QItemSelection(proxy.index(top, 0), proxy.index(bottom, 0)),
+                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+    }
+    vel::SelectedRows rows(&selection);
+    QVERIFY(rows.count() > 100);
+    QCOMPARE(rows.count() == records, everyRow);
+
+    std::vector<Stats> expected;
+    for (int c = 0; c < columns; ++c) {
+        expected.push_back(general(rows.displayColumn(c)));
+        Stats alone;
+        QVERIFY(rows.typedStatistics(
+            c, alone.count, alone.distinct, alone.min, alone.max, alone.mean, alone.stdev));
+        QVERIFY2(identical(alone, expected.back()), qPrintable(names.at(c)));
+    }
+    // The first columns only, so that every number of walks goes side by
+    // side; one more column than the proxy has is no typed column.
+    std::vector<vel::StatisticsResult> results;
+    for (int taken = 1; taken <= columns + 1; ++taken) {
+        rows.typedStatistics(taken, results);
+        QCOMPARE(int(results.size()), taken);
+        for (int c = 0; c < std::min(taken, columns); ++c) {
+            const vel::StatisticsResult &r = results[static_cast<size_t>(c)];
+            QVERIFY2(r.done, qPrintable(names.at(c)));
+            Stats together;
+            together.count = r.count;
+            together.distinct = r.distinct;
+            together.min = r.min;
+            together.max = r.max;
+            together.mean = r.mean;
+            together.stdev = r.stdev;
+            const Stats &e = expected[static_cast<size_t>(c)];
+            QVERIFY2(identical(together, e),
+                qPrintable(QString::number(taken) + QLatin1Char(' ') + names.at(c)
+                    + QStringLiteral(": ") + describe(together) + QStringLiteral(" vs ")
+                    + describe(e)));
+        }
+    }
+    QVERIFY(!results.back().done);
+    // What the columns hold, so that each way through is taken: the close
+    // values count as fewer distinct values than they have bit patterns,
+    // the empty column has none, the sparse column fewer than the full one.
+    QVERIFY(expected[2].distinct < 40 && expected[2].distinct >= 1);
+    QVERIFY(expected[3].min == 0.0);
+    QCOMPARE(expected[11].count, 0.0);
+    QCOMPARE(expected[11].distinct, 1.0);
+    QVERIFY(expected[1].count < expected[0].count);
+    QVERIFY(expected[4].max < 0);
+    QVERIFY(expected[5].min < 0 && expected[5].max > 0);
+    QVERIFY(std::isinf(expected[7].min) || std::isinf(expected[7].max));
+
+    // The whole columns, worked out together ahead of data() (columns out
+    // of range and repeated ones are passed over), then read one by one.
+    CMwGridTableModel prepared;
+    QVERIFY(buffer.seek(0));
+    QVERIFY(prepared.readCsv(&buffer));
+    prepared.setValue(17, 10, std::numeric_limits<double>::quiet_NaN());
+    std::vector<int> wanted = {-1, columns, 3};
+    for (int c = 0; c < columns; ++c)
+        wanted.push_back(c);
+    vel::GridTableCells::of(&prepared)->prepareStatistics(wanted);
+    for (int c = 0; c < columns; ++c) {
+        const Stats whole = general(columnOf(prepared, c));
+        const Stats read = modelStatistics(prepared, c);
+        QVERIFY2(identical(read, whole),
+            qPrintable(names.at(c) + QStringLiteral(": ") + describe(read) + QStringLiteral(" vs ")
+                + describe(whole)));
+        if (c != 1) // the sparse column has empty cells
+            QCOMPARE(whole.count, c == 11 ? 0.0 : double(records));
+    }
 }
 
 VEL_TEST_MAIN(tst_TypedStatistics)

@@ -57,6 +57,11 @@ public:
     // \a column as held now; valid until the column changes.
     virtual Typed typed(int column) const = 0;
 
+    // Works out now the whole-column statistics (what data() answers on the
+    // statistic roles) of those of \a columns not known yet, together where
+    // that is faster than one by one, so that data() then just reads them.
+    virtual void prepareStatistics(const std::vector<int> &columns) const = 0;
+
 protected:
     ~GridTableCells() = default;
 };

@@ -232,6 +232,7 @@ public:
     const QVector<int> &textNumbers(int column, int *count) const override;
     bool isFlat() const override { return !isGrouped(); }
     Typed typed(int column) const override { return columns.at(size_t(column)).typed(); }
+    void prepareStatistics(const std::vector<int> &wanted) const override;
 
     int columnCount() const { return paths.size(); }
     int recordCount() const { return records; }
@@ -439,6 +440,40 @@ const QVector<QVariant> &CMwGridTableModel::Private::statistics(int column) cons
             cached.append(value);
     }
     return cached;
+}
+
+void CMwGridTableModel::Private::prepareStatistics(const std::vector<int> &wanted) const
+{
+    // Only double columns gain from going together (their walks overlap);
+    // the others are left to statistics(), when data() asks.
+    std::vector<int> todo;
+    std::vector<Typed> cells;
+    std::vector<bool> taken(columns.size(), false);
+    for (const int column : wanted) {
+        if (column < 0 || column >= columnCount() || taken[size_t(column)]
+            || !stats.at(column).isEmpty()) {
+            continue;
+        }
+        const Typed t = typed(column);
+        if (t.kind != Typed::Doubles)
+            continue;
+        taken[size_t(column)] = true;
+        todo.push_back(column);
+        cells.push_back(t);
+    }
+    if (todo.size() < 2)
+        return;
+    std::vector<vel::StatisticsResult> results;
+    vel::typedStatistics(cells, nullptr, 0, nullptr, results);
+    for (size_t i = 0; i < todo.size(); ++i) {
+        const vel::StatisticsResult &r = results[i];
+        if (!r.done)
+            continue;
+        QVector<QVariant> &cached = stats[todo[i]];
+        cached.reserve(statisticsCount);
+        for (const double value : {r.count, r.distinct, r.min, r.max, r.mean, r.stdev})
+            cached.append(value);
+    }
 }
 
 QVariant CMwGridTableModel::Private::groupData(int group, int column, int role) const

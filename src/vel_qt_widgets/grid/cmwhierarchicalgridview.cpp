@@ -3,6 +3,7 @@
 #include "cmwvariantcompare_p.h"
 #include "gridlookup_p.h"
 #include "gridmetrics_p.h"
+#include "gridtablecells_p.h"
 #include "qvectorcalcstatistics_p.h"
 #include "selectedrows_p.h"
 #include "statisticsheaderview_p.h"
@@ -11,6 +12,7 @@
 
 #include <QAction>
 #include <QtCore/QEvent>
+#include <QtCore/QSortFilterProxyModel>
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QIcon>
@@ -631,19 +633,37 @@ void CMwHierarchicalGridView::updateStatisticDataModel()
     // Six labelled rows also when there is no column to fill them.
     statistics->setRowCount(statisticsRows);
     statistics->setColumnCount(columns);
+    // selectedRows(column) lists the rows of selectedRows(0) in the same
+    // order (a row counts as selected whatever the column asked for), so the
+    // rows are found once for all columns, and the typed columns among them
+    // are summed up together.
+    std::vector<vel::StatisticsResult> typed;
+    if (d->statisticsOnSelection) {
+        rows.typedStatistics(columns, typed);
+    } else if (const auto *sorter = qobject_cast<const QSortFilterProxyModel *>(proxy)) {
+        // Over the ready model, the whole columns' statistics are worked out
+        // together before they are read one by one.
+        if (const vel::GridTableCells *ready = vel::GridTableCells::of(sorter->sourceModel())) {
+            std::vector<int> sourceColumns;
+            for (int column = 0; column < columns; ++column) {
+                const QModelIndex cell = sorter->mapToSource(sorter->index(0, column));
+                if (cell.isValid())
+                    sourceColumns.push_back(cell.column());
+            }
+            ready->prepareStatistics(sourceColumns);
+        }
+    }
     for (int column = 0; column < columns; ++column) {
         QVariant values[statisticsRows];
         if (d->statisticsOnSelection) {
-            // selectedRows(column) lists the rows of selectedRows(0) in the
-            // same order (a row counts as selected whatever the column asked
-            // for), so the rows are found once for all columns.
-            double results[statisticsRows];
-            if (!rows.typedStatistics(column, results[0], results[1], results[2], results[3],
-                    results[4], results[5])) {
+            vel::StatisticsResult r = typed[static_cast<size_t>(column)];
+            if (!r.done) {
                 const std::vector<const QVariant *> &cells = rows.displayCells(column);
-                vel::calcStatistics(cells, rows.textNumbers(), rows.storageCells(), results[0],
-                    results[1], results[2], results[3], results[4], results[5]);
+                vel::calcStatistics(cells, rows.textNumbers(), rows.storageCells(), r.count,
+                    r.distinct, r.min, r.max, r.mean, r.stdev);
             }
+            const double results[statisticsRows]
+                = {r.count, r.distinct, r.min, r.max, r.mean, r.stdev};
             for (int i = 0; i < statisticsRows; ++i)
                 values[i] = results[i];
         } else {

@@ -1346,23 +1346,42 @@ inline bool scalarsDiffer(bool isDouble, quint64 item, double x, bool isNan, qui
     return unequalDoublesDiffer(x, previous);
 }
 
+constexpr size_t lowBuckets = size_t(1) << digitBits;
+
+// Where some keys lie, and how many end in each value of their lowest
+// digitBits bits: what sortKeys() needs before its first pass, gathered
+// while the keys are made.
+struct KeySpread
+{
+    quint64 lo = std::numeric_limits<quint64>::max();
+    quint64 hi = 0;
+    std::vector<quint32> low = std::vector<quint32>(lowBuckets, 0);
+
+    Q_ALWAYS_INLINE void add(quint64 key)
+    {
+        lo = std::min(lo, key);
+        hi = std::max(hi, key);
+        ++low[key & digitMask];
+    }
+};
+
 // Stable sort of 64-bit keys that are the items themselves (equal keys are
 // equal items, so stability is moot). Only the bits in which the keys
 // differ from the smallest are sorted: a range of whole numbers smaller than
 // the count is counted instead of sorted, and wider ones take as few radix
-// passes of up to 11 bits as their spread needs.
-void sortKeys(std::vector<quint64> &keys)
+// passes of up to 11 bits as their spread needs, each pass counting the
+// digit of the next.
+//
+// \a scratch (if given) is the room the passes move the keys through, kept
+// by the caller across columns: fresh room costs a page fault every 4 KiB.
+void sortKeys(std::vector<quint64> &keys, const KeySpread &spread, std::vector<quint64> *scratch)
 {
     const size_t n = keys.size();
     if (n < 2)
         return;
-    quint64 lo = keys.front();
-    quint64 hi = lo;
-    for (const quint64 key : keys) {
-        lo = std::min(lo, key);
-        hi = std::max(hi, key);
-    }
-    const quint64 range = hi - lo;
+    const quint64 lo = spread.lo;
+    const std::vector<quint32> &low = spread.low;
+    const quint64 range = spread.hi - lo;
     if (range == 0)
         return;
     if (range < quint64(n) && range < (quint64(1) << 22)) {
@@ -1381,39 +1400,142 @@ void sortKeys(std::vector<quint64> &keys)
     const int width = (bits + passes - 1) / passes;
     const quint64 mask = (quint64(1) << width) - 1;
     const size_t buckets = size_t(1) << width;
-    std::vector<size_t> counts(static_cast<size_t>(passes) * buckets, 0);
-    for (const quint64 key : keys) {
-        const quint64 d = key - lo;
-        for (int p = 0; p < passes; ++p)
-            ++counts[size_t(p) * buckets + ((d >> (width * p)) & mask)];
-    }
-    std::vector<quint64> buffer(n);
+    // Counts fit in 32 bits (a column has fewer than 2^31 cells), and so
+    // two digits' counts stay in the first-level cache.
+    std::vector<quint32> count(buckets, 0);
+    std::vector<quint32> next(buckets, 0);
+    // The lowest digit of key - lo is (key - lo) mod 2^width: the keys' own
+    // lowest bits, counted before lo was known, tell it.
+    for (size_t j = 0; j < lowBuckets; ++j)
+        count[(j - lo) & mask] += low[j];
+    std::vector<quint64> ownScratch;
+    std::vector<quint64> &buffer = scratch ? *scratch : ownScratch;
+    buffer.resize(n);
     quint64 *src = keys.data();
     quint64 *dst = buffer.data();
     for (int p = 0; p < passes; ++p) {
         const int shift = width * p;
-        size_t *count = counts.data() + size_t(p) * buckets;
-        if (count[((src[0] - lo) >> shift) & mask] == n)
-            continue;
-        std::exclusive_scan(count, count + buckets, count, size_t(0));
-        for (size_t i = 0; i < n; ++i) {
-            const quint64 key = src[i];
-            dst[count[((key - lo) >> shift) & mask]++] = key;
+        const bool last = p + 1 == passes;
+        std::fill(next.begin(), next.end(), 0);
+        if (count[((src[0] - lo) >> shift) & mask] == n) {
+            // Every key shares this digit: nothing moves; the next digit is
+            // counted on its own.
+            if (!last) {
+                for (size_t i = 0; i < n; ++i)
+                    ++next[((src[i] - lo) >> (shift + width)) & mask];
+            }
+        } else {
+            std::exclusive_scan(count.begin(), count.end(), count.begin(), quint32(0));
+            if (last) {
+                for (size_t i = 0; i < n; ++i) {
+                    const quint64 key = src[i];
+                    dst[count[((key - lo) >> shift) & mask]++] = key;
+                }
+            } else {
+                // The next digit is counted in the same pass.
+                for (size_t i = 0; i < n; ++i) {
+                    const quint64 key = src[i];
+                    const quint64 d = key - lo;
+                    dst[count[(d >> shift) & mask]++] = key;
+                    ++next[(d >> (shift + width)) & mask];
+                }
+            }
+            std::swap(src, dst);
         }
-        std::swap(src, dst);
+        std::swap(count, next);
     }
     if (src != keys.data())
         std::copy(src, src + n, keys.data());
 }
 
+void sortKeys(std::vector<quint64> &keys, std::vector<quint64> *scratch = nullptr)
+{
+    if (keys.size() < 2)
+        return;
+    KeySpread spread;
+    for (const quint64 key : keys)
+        spread.add(key);
+    sortKeys(keys, spread, scratch);
+}
+
 // The inverse of doubleBits() for every double but -0.0.
 inline quint64 itemOfDoubleKey(quint64 key) { return (key & signFlip) ? (key & ~signFlip) : ~key; }
+
+// The walk below for the sorted keys of a double column that holds neither
+// NaN nor -0.0, where equal keys are equal bits: a key a step. Ascending
+// keys are ascending values, so the first is the minimum and the last the
+// maximum. The mean is one chain of dependent divisions whose latency, not
+// its work, is the cost; walks of several columns stepped side by side
+// overlap their chains, each doing the same operations in the same order.
+class SortedDoubleWalk
+{
+public:
+    explicit SortedDoubleWalk(quint64 firstKey)
+        : m_previousKey(firstKey)
+        , m_previous(doubleOf(itemOfDoubleKey(firstKey)))
+    {
+    }
+
+    // Whether every key of \a keys (sorted) is a finite double >= +0.0, for
+    // which step<true>() is step<false>() done in fewer operations.
+    static bool nonNegativeFinite(const std::vector<quint64> &keys)
+    {
+        return keys.front() >= signFlip && keys.back() < doubleBits(qInf());
+    }
+
+    // \a n: how many keys have been walked, this one included.
+    template<bool NonNegativeFinite = false>
+    Q_ALWAYS_INLINE void step(quint64 key, double n)
+    {
+        double x;
+        bool differs;
+        if constexpr (NonNegativeFinite) {
+            // As below: the keys ascend, so x > m_previous >= 0 where they
+            // differ; the distance and the larger magnitude need no abs().
+            x = doubleOf(key ^ signFlip);
+            differs = key != m_previousKey
+                && (x - m_previous > 1e-9 * x
+                    || !vel::Qt5Variant::equal(QVariant(x), QVariant(m_previous)));
+        } else {
+            x = doubleOf(itemOfDoubleKey(key));
+            differs = key != m_previousKey && unequalDoublesDiffer(x, m_previous);
+        }
+        if (differs) {
+            m_previousKey = key;
+            m_previous = x;
+            ++m_distinct;
+        }
+        const double d = x - m_mean;
+        m_mean = m_mean + d / n;
+        m_sum += x * d;
+    }
+
+    void results(quint64 lastKey, qint64 n, double &count, double &distinct, double &min,
+        double &max, double &mean, double &stdev) const
+    {
+        count = double(n);
+        distinct = double(m_distinct);
+        min = m_first;
+        max = doubleOf(itemOfDoubleKey(lastKey));
+        mean = m_mean;
+        stdev = standardDeviation(m_sum, n);
+    }
+
+private:
+    quint64 m_previousKey;
+    double m_previous;
+    double m_first = m_previous;
+    double m_mean = 0;
+    double m_sum = 0;
+    qint64 m_distinct = 1;
+};
 
 // Orders the items of a column of one scalar \a type (as scalarItems()
 // takes them out) and walks them as the general path walks its values,
 // step for step, so every result is the same to the bit.
 void scalarWalk(int type, std::vector<quint64> &items, const std::vector<double> &nans,
-    double &count, double &distinct, double &min, double &max, double &mean, double &stdev)
+    double &count, double &distinct, double &min, double &max, double &mean, double &stdev,
+    std::vector<quint64> *scratch = nullptr)
 {
     const bool isDouble = type == QMetaType::Double;
     // Without NaN and -0.0 a double is told by its key alone: the keys are
@@ -1424,30 +1546,16 @@ void scalarWalk(int type, std::vector<quint64> &items, const std::vector<double>
     if (plain && isDouble && !items.empty()) {
         for (quint64 &item : items)
             item = doubleBits(doubleOf(item));
-        sortKeys(items);
-        // The walk below, on the keys: equal keys are equal bits here.
-        distinct = 1;
+        sortKeys(items, scratch);
+        SortedDoubleWalk walk(items.front());
         qint64 n = 0;
-        double sum = 0;
-        quint64 previousKey = items.front();
-        double previous = doubleOf(itemOfDoubleKey(previousKey));
-        min = max = previous;
-        for (const quint64 key : items) {
-            const double x = doubleOf(itemOfDoubleKey(key));
-            if (key != previousKey && unequalDoublesDiffer(x, previous)) {
-                previousKey = key;
-                previous = x;
-                distinct += 1;
-            }
-            n += 1;
-            accumulate(x, n, mean, sum, min, max);
-        }
-        count = double(n);
-        stdev = standardDeviation(sum, n);
+        for (const quint64 key : items)
+            walk.step(key, double(++n));
+        walk.results(items.back(), n, count, distinct, min, max, mean, stdev);
         return;
     }
     if (plain) {
-        sortKeys(items);
+        sortKeys(items, scratch);
     } else if (isDouble) {
         // Doubles are kept as they are (so that -0.0 stays -0.0) and keyed by
         // the same monotone map as the general path.
@@ -1797,36 +1905,16 @@ void textStatistics(
     min = max = QVariant(texts.at(size_t(first)).toString()).toDouble();
 }
 
-} // namespace
-
-namespace vel {
-
-bool typedStatistics(const GridTableCells::Typed &column, const int *records, int size,
-    const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
-    double &mean, double &stdev)
+// The numbers of a typed column of ints or doubles among \a records (all
+// of them if null), as scalarItems() takes them out of QVariants: in storage
+// order (\a inStorageOrder, if given) unless a NaN or a -0.0 makes the
+// reading order tell.
+void readTypedNumbers(const vel::GridTableCells::Typed &column, const int *records, int size,
+    const int *inStorageOrder, std::vector<quint64> &items, std::vector<double> &nans)
 {
-    if (column.kind == GridTableCells::Typed::None)
-        return false;
-    count = 0;
-    distinct = 0;
-    min = 0;
-    max = 0;
-    mean = 0;
-    stdev = 0;
     if (!records)
         size = column.size;
-    if (size <= 0)
-        return true;
-    if (column.kind == GridTableCells::Typed::Texts) {
-        textStatistics(TypedCells {column, records, size}, count, distinct, min, max);
-        return true;
-    }
-
-    // As scalarItems() takes them out of QVariants: in storage order unless
-    // a NaN or a -0.0 makes the reading order tell.
-    const bool isDouble = column.kind == GridTableCells::Typed::Doubles;
-    std::vector<quint64> items;
-    std::vector<double> nans;
+    const bool isDouble = column.kind == vel::GridTableCells::Typed::Doubles;
     auto read = [&](const int *order) {
         const TypedCells cells {column, order, size};
         items.clear();
@@ -1856,13 +1944,207 @@ bool typedStatistics(const GridTableCells::Typed &column, const int *records, in
     const int *first = records && inStorageOrder ? inStorageOrder : records;
     if (read(first) && first != records)
         read(records);
+}
+
+// Steps the walks of sizeof...(W) columns over their first \a count keys,
+// one key of each in turn.
+template<bool NonNegativeFinite, size_t... W>
+void stepTogether(SortedDoubleWalk *walks, const std::vector<quint64> *const *keys, size_t count,
+    std::index_sequence<W...>)
+{
+    // Locals, so that the walks' figures stay in registers.
+    SortedDoubleWalk local[] = {walks[W]...};
+    const quint64 *key[] = {keys[W]->data()...};
+    for (size_t i = 0; i < count; ++i) {
+        const double n = double(i + 1);
+        (local[W].template step<NonNegativeFinite>(key[W][i], n), ...);
+    }
+    ((walks[W] = local[W]), ...);
+}
+
+template<size_t Walks>
+void stepTogether(SortedDoubleWalk *walks, const std::vector<quint64> *const *keys, size_t count,
+    bool nonNegativeFinite)
+{
+    if (nonNegativeFinite)
+        stepTogether<true>(walks, keys, count, std::make_index_sequence<Walks>());
+    else
+        stepTogether<false>(walks, keys, count, std::make_index_sequence<Walks>());
+}
+
+// The results of SortedDoubleWalk over the sorted keys of each of up to four
+// columns: side by side while every column has keys left, then each alone.
+void walkSideBySide(const std::vector<const std::vector<quint64> *> &keys,
+    const std::vector<vel::StatisticsResult *> &results)
+{
+    std::vector<SortedDoubleWalk> walks;
+    walks.reserve(keys.size());
+    size_t common = keys.front()->size();
+    bool nonNegativeFinite = true;
+    for (const std::vector<quint64> *k : keys) {
+        walks.emplace_back(k->front());
+        common = std::min(common, k->size());
+        nonNegativeFinite = nonNegativeFinite && SortedDoubleWalk::nonNegativeFinite(*k);
+    }
+    switch (keys.size()) {
+    case 4:
+        stepTogether<4>(walks.data(), keys.data(), common, nonNegativeFinite);
+        break;
+    case 3:
+        stepTogether<3>(walks.data(), keys.data(), common, nonNegativeFinite);
+        break;
+    case 2:
+        stepTogether<2>(walks.data(), keys.data(), common, nonNegativeFinite);
+        break;
+    default:
+        common = 0;
+        break;
+    }
+    for (size_t w = 0; w < keys.size(); ++w) {
+        const std::vector<quint64> &k = *keys[w];
+        for (size_t i = common; i < k.size(); ++i)
+            walks[w].step(k[i], double(i + 1));
+        vel::StatisticsResult &r = *results[w];
+        walks[w].results(
+            k.back(), qint64(k.size()), r.count, r.distinct, r.min, r.max, r.mean, r.stdev);
+    }
+}
+
+// The keys (doubleBits()) of the cells of a double column among \a records
+// (all of them if null), read in storage order (\a inStorageOrder, if
+// given), and their spread, in one pass: the reading of readTypedNumbers()
+// when no cell holds NaN or -0.0. False, at the first that does.
+bool readPlainDoubleKeys(const vel::GridTableCells::Typed &column, const int *records, int size,
+    const int *inStorageOrder, std::vector<quint64> &keys, KeySpread &spread)
+{
+    const int *order = records && inStorageOrder ? inStorageOrder : records;
+    if (!records)
+        size = column.size;
+    const TypedCells cells {column, order, size};
+    keys.resize(static_cast<size_t>(size));
+    size_t at = 0;
+    for (int i = 0; i < size; ++i) {
+        const int record = cells.record(i);
+        if (!cells.present(record))
+            continue;
+        const double x = column.doubles[record];
+        if (std::isnan(x) || (x == 0.0 && std::signbit(x)))
+            return false;
+        const quint64 key = doubleBits(x);
+        keys[at++] = key;
+        spread.add(key);
+    }
+    keys.resize(at);
+    return true;
+}
+
+// What statisticsOrSortedKeys() did.
+enum class TypedOutcome { NotTyped, Done, KeysLeft };
+
+// typedStatistics(), except that with \a sortedKeys, a double column
+// without NaN and -0.0 is only read and sorted: its keys are left in
+// *sortedKeys for the caller to walk (with SortedDoubleWalk), and nothing
+// else is set. *sortedKeys keeps its room from call to call, so that the
+// keys of the next column need no fresh memory. \a scratch: as for
+// sortKeys().
+TypedOutcome statisticsOrSortedKeys(const vel::GridTableCells::Typed &column, const int *records,
+    int size, const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
+    double &mean, double &stdev, std::vector<quint64> *sortedKeys, std::vector<quint64> *scratch)
+{
+    if (column.kind == vel::GridTableCells::Typed::None)
+        return TypedOutcome::NotTyped;
+    count = 0;
+    distinct = 0;
+    min = 0;
+    max = 0;
+    mean = 0;
+    stdev = 0;
+    if (!records)
+        size = column.size;
+    if (size <= 0)
+        return TypedOutcome::Done;
+    if (column.kind == vel::GridTableCells::Typed::Texts) {
+        textStatistics(TypedCells {column, records, size}, count, distinct, min, max);
+        return TypedOutcome::Done;
+    }
+
+    std::vector<quint64> ownItems;
+    std::vector<quint64> &items = sortedKeys ? *sortedKeys : ownItems;
+    if (column.kind == vel::GridTableCells::Typed::Doubles) {
+        KeySpread spread;
+        if (readPlainDoubleKeys(column, records, size, inStorageOrder, items, spread)) {
+            if (items.empty()) {
+                distinct = 1;
+                return TypedOutcome::Done;
+            }
+            sortKeys(items, spread, scratch);
+            if (sortedKeys)
+                return TypedOutcome::KeysLeft;
+            // As scalarWalk() walks them.
+            SortedDoubleWalk walk(items.front());
+            qint64 n = 0;
+            for (const quint64 key : items)
+                walk.step(key, double(++n));
+            walk.results(items.back(), n, count, distinct, min, max, mean, stdev);
+            return TypedOutcome::Done;
+        }
+    }
+    std::vector<double> nans;
+    readTypedNumbers(column, records, size, inStorageOrder, items, nans);
     if (items.empty() && nans.empty()) {
         distinct = 1;
-        return true;
+        return TypedOutcome::Done;
     }
-    scalarWalk(isDouble ? QMetaType::Double : QMetaType::Int, items, nans, count, distinct, min,
-        max, mean, stdev);
-    return true;
+    scalarWalk(
+        column.kind == vel::GridTableCells::Typed::Doubles ? QMetaType::Double : QMetaType::Int,
+        items, nans, count, distinct, min, max, mean, stdev, scratch);
+    return TypedOutcome::Done;
+}
+
+} // namespace
+
+namespace vel {
+
+bool typedStatistics(const GridTableCells::Typed &column, const int *records, int size,
+    const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
+    double &mean, double &stdev)
+{
+    return statisticsOrSortedKeys(column, records, size, inStorageOrder, count, distinct, min, max,
+               mean, stdev, nullptr, nullptr)
+        != TypedOutcome::NotTyped;
+}
+
+void typedStatistics(const std::vector<GridTableCells::Typed> &columns, const int *records,
+    int size, const int *inStorageOrder, std::vector<StatisticsResult> &results)
+{
+    results.assign(columns.size(), StatisticsResult());
+    // Up to four columns' sorted keys wait for their walks at a time, so
+    // that no more keys than theirs are held at once.
+    constexpr size_t together = 4;
+    std::vector<std::vector<quint64>> keys(together);
+    std::vector<quint64> scratch;
+    std::vector<const std::vector<quint64> *> waiting;
+    std::vector<StatisticsResult *> waitingResults;
+    auto walkWaiting = [&] {
+        walkSideBySide(waiting, waitingResults);
+        waiting.clear();
+        waitingResults.clear();
+    };
+    for (size_t c = 0; c < columns.size(); ++c) {
+        const GridTableCells::Typed &column = columns[c];
+        StatisticsResult &r = results[c];
+        const TypedOutcome outcome = statisticsOrSortedKeys(column, records, size, inStorageOrder,
+            r.count, r.distinct, r.min, r.max, r.mean, r.stdev, &keys[waiting.size()], &scratch);
+        r.done = outcome != TypedOutcome::NotTyped;
+        if (outcome == TypedOutcome::KeysLeft) {
+            waiting.push_back(&keys[waiting.size()]);
+            waitingResults.push_back(&r);
+            if (waiting.size() == together)
+                walkWaiting();
+        }
+    }
+    if (!waiting.empty())
+        walkWaiting();
 }
 
 void calcStatistics(const std::vector<const QVariant *> &values, const TextNumbers *textNumbers,

@@ -124,6 +124,22 @@ VEL_QT_WIDGETS_EXPORT bool typedStatistics(const GridTableCells::Typed &column, 
     int size, const int *inStorageOrder, double &count, double &distinct, double &min, double &max,
     double &mean, double &stdev);
 
+// The six statistics of a column, and whether they could be computed from
+// its typed arrays.
+struct StatisticsResult
+{
+    double count = 0, distinct = 0, min = 0, max = 0, mean = 0, stdev = 0;
+    bool done = false;
+};
+
+// typedStatistics() of each of \a columns over the same records, in
+// \a results (done false for a column held as QVariants): the same results
+// to the bit. The walks of double columns, each a chain of dependent
+// divisions, run a few side by side.
+VEL_QT_WIDGETS_EXPORT void typedStatistics(const std::vector<GridTableCells::Typed> &columns,
+    const int *records, int size, const int *inStorageOrder,
+    std::vector<StatisticsResult> &results);
+
 // True when \a value's type counts as numeric for the statistics.
 bool isStatisticsNumeric(const QVariant &value);
 

@@ -33,6 +33,9 @@ namespace {
         return table && table->isFlat();
     }
 
+    // In m_sourceRows: a row not mapped to its source yet.
+    constexpr int notMapped = -2;
+
 } // namespace
 
 SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
@@ -53,6 +56,13 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
     // Per parent, the rows already looked at: selectedRows() lists a row
     // once, where it first appears in the ranges, selected or not.
     std::vector<std::vector<bool>> seen;
+
+    // Through the grid's own proxy a row's flags are those of its source
+    // cell, so a wholly selected row of a flat table is mapped to its source
+    // here, once, and not again when its cells are read.
+    const CMwSortFilterProxyModel *proxy = flat ? exactProxy(m_model) : nullptr;
+    const QAbstractItemModel *source = proxy ? proxy->sourceModel() : nullptr;
+    const GridTableCells *table = source ? GridTableCells::of(source) : nullptr;
 
     // The merged selection, in the order selectedRows() walks it.
     const QItemSelection ranges = selection->selection();
@@ -83,7 +93,18 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
                 continue;
             looked[static_cast<size_t>(row)] = true;
             bool selected = false;
-            if (wholeRows
+            int sourceRow = notMapped;
+            int record = -1;
+            if (wholeRows && table) {
+                const QModelIndex cell = proxy->mapToSource(m_model->index(row, 0, parentIndex));
+                selected = source->flags(cell) & Qt::ItemIsSelectable;
+                if (cell.isValid()) {
+                    sourceRow = cell.row();
+                    record = table->record(cell);
+                } else {
+                    sourceRow = -1;
+                }
+            } else if (wholeRows
                 && (m_model->flags(m_model->index(row, 0, parentIndex)) & Qt::ItemIsSelectable)) {
                 if (flat) {
                     selected = true;
@@ -101,6 +122,9 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
             if (!selected)
                 continue;
             m_rows.push_back(Row {p, row});
+            m_sourceRows.push_back(sourceRow);
+            if (table)
+                m_records.push_back(record);
             m_parents[p].anyRow = row;
             if (limit > 0 && int(m_rows.size()) >= limit)
                 return;
@@ -129,10 +153,12 @@ void SelectedRows::mapToSource()
         parent.source = proxy->mapToSource(parent.index);
         parent.sourceColumns.assign(static_cast<size_t>(qMax(parent.columns, 0)), -2);
     }
-    m_sourceRows.resize(m_rows.size(), -1);
     if (m_table)
         m_records.resize(m_rows.size(), -1);
     for (size_t i = 0; i < m_rows.size(); ++i) {
+        if (m_sourceRows[i] != notMapped)
+            continue;
+        m_sourceRows[i] = -1;
         const Row &row = m_rows[i];
         if (m_parents.at(row.parent).columns <= 0)
             continue;
@@ -263,35 +289,58 @@ const std::vector<const QVariant *> *SelectedRows::storageCells()
     return &m_storageCells;
 }
 
-bool SelectedRows::typedStatistics(int column, double &count, double &distinct, double &min,
-    double &max, double &mean, double &stdev)
+GridTableCells::Typed SelectedRows::typedColumn(int column)
 {
     if (m_rows.empty())
-        return false;
+        return {};
     if (!m_mapped)
         mapToSource();
     if (!m_allRecords)
-        return false;
+        return {};
     // Every row under a parent reads the same source column.
     int sourceCol = -1;
     for (Parent &parent : m_parents) {
         if (parent.anyRow < 0)
             continue;
         if (column < 0 || column >= parent.columns)
-            return false;
+            return {};
         const int known = sourceColumn(parent, column);
         if (known < 0 || (sourceCol >= 0 && known != sourceCol))
-            return false;
+            return {};
         sourceCol = known;
     }
     if (sourceCol < 0)
-        return false;
-    const GridTableCells::Typed cells = m_table->typed(sourceCol);
+        return {};
+    return m_table->typed(sourceCol);
+}
+
+bool SelectedRows::typedStatistics(int column, double &count, double &distinct, double &min,
+    double &max, double &mean, double &stdev)
+{
+    const GridTableCells::Typed cells = typedColumn(column);
     if (cells.kind == GridTableCells::Typed::None)
         return false;
     const std::vector<int> *inOrder = recordsInOrder();
     return vel::typedStatistics(cells, m_records.data(), int(m_records.size()),
         inOrder ? inOrder->data() : nullptr, count, distinct, min, max, mean, stdev);
+}
+
+void SelectedRows::typedStatistics(int columns, std::vector<StatisticsResult> &results)
+{
+    std::vector<GridTableCells::Typed> cells;
+    cells.reserve(static_cast<size_t>(std::max(columns, 0)));
+    bool any = false;
+    for (int column = 0; column < columns; ++column) {
+        cells.push_back(typedColumn(column));
+        any = any || cells.back().kind != GridTableCells::Typed::None;
+    }
+    if (!any) {
+        results.assign(cells.size(), StatisticsResult());
+        return;
+    }
+    const std::vector<int> *inOrder = recordsInOrder();
+    vel::typedStatistics(cells, m_records.data(), int(m_records.size()),
+        inOrder ? inOrder->data() : nullptr, results);
 }
 
 } // namespace vel

@@ -67,7 +67,15 @@ public:
     bool typedStatistics(int column, double &count, double &distinct, double &min, double &max,
         double &mean, double &stdev);
 
+    // The same for columns 0 .. columns - 1 at once (done false where a
+    // column is not typed): the same results, faster for many columns.
+    void typedStatistics(int columns, std::vector<StatisticsResult> &results);
+
 private:
+    // The typed column that every cell of \a column comes from; kind None
+    // when there is none.
+    GridTableCells::Typed typedColumn(int column);
+
     struct Parent
     {
         QModelIndex index;
@@ -97,8 +105,9 @@ private:
     const QAbstractItemModel *m_source = nullptr;
     const GridTableCells *m_table = nullptr;
     bool m_mapped = false;
-    // Per row: its source row (-1: read through the proxy) and, for a
-    // CMwGridTableModel, its record (-1: ask data()).
+    // Per row: its source row (-1: read through the proxy; -2: not mapped
+    // yet, until mapToSource()) and, for a CMwGridTableModel, its record
+    // (-1: ask data()).
     std::vector<int> m_sourceRows;
     std::vector<int> m_records;
     // Set when every row has its record.
