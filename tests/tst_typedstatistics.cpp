@@ -96,6 +96,22 @@ QVector<QVector<QVariant>> recordsOf(const QVector<QVariant> &column)
     return records;
 }
 
+// Selects \a ranges ranges of whole rows of up to \a span rows each, in
+// random order, some overlapping, so that the rows come in an order of
+// their own.
+void selectRandomRanges(
+    QItemSelectionModel &selection, QRandomGenerator &random, int ranges, int span)
+{
+    const QAbstractItemModel *model = selection.model();
+    const int rows = model->rowCount();
+    for (int i = 0; i < ranges; ++i) {
+        const int top = int(random.bounded(rows));
+        const int bottom = std::min(rows - 1, top + int(random.bounded(span)));
+        selection.select(QItemSelection(model->index(top, 0), model->index(bottom, 0)),
+            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
 } // namespace
 
 class tst_TypedStatistics : public QObject
@@ -402,14 +418,7 @@ void tst_TypedStatistics::selections()
     if (sorted)
         proxy.sort(1, Qt::DescendingOrder);
     QItemSelectionModel selection(&proxy);
-    // Ranges in random order, some overlapping, so that the rows come in an
-    // order of their own.
-    for (int i = 0; i < 40; ++i) {
-        const int top = int(random.bounded(records));
-        const int bottom = std::min(records - 1, top + int(random.bounded(80)));
-        selection.select(QItemSelection(proxy.index(top, 0), proxy.index(bottom, 4)),
-            QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
+    selectRandomRanges(selection, random, 40, 80);
     vel::SelectedRows rows(&selection);
     QVERIFY(rows.count() > 100);
     for (int c = 0; c < 5; ++c) {
@@ -528,12 +537,7 @@ void tst_TypedStatistics::columnsTogether()
         selection.select(QItemSelection(proxy.index(0, 0), proxy.index(records - 1, columns - 1)),
             QItemSelectionModel::Select | QItemSelectionModel::Rows);
     } else {
-        for (int i = 0; i < 30; ++i) {
-            const int top = int(random.bounded(records));
-            const int bottom = std::min(records - 1, top + int(random.bounded(120)));
-            selection.select(QItemSelection(proxy.index(top, 0), proxy.index(bottom, 0)),
-                QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        }
+        selectRandomRanges(selection, random, 30, 120);
     }
     vel::SelectedRows rows(&selection);
     QVERIFY(rows.count() > 100);

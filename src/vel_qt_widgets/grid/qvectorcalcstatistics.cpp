@@ -1617,12 +1617,7 @@ template<typename Cells>
 void generalStatisticsOf(const Cells &values, double &count, double &distinct, double &min,
     double &max, double &mean, double &stdev)
 {
-    count = 0;
-    distinct = 0;
-    min = 0;
-    max = 0;
-    mean = 0;
-    stdev = 0;
+    count = distinct = min = max = mean = stdev = 0;
     if (values.size() == 0)
         return;
 
@@ -1654,12 +1649,7 @@ template<typename Cells>
 void statisticsOf(const Cells &values, double &count, double &distinct, double &min, double &max,
     double &mean, double &stdev)
 {
-    count = 0;
-    distinct = 0;
-    min = 0;
-    max = 0;
-    mean = 0;
-    stdev = 0;
+    count = distinct = min = max = mean = stdev = 0;
     if (values.size() == 0)
         return;
     if (!scalarStatistics(values, count, distinct, min, max, mean, stdev))
@@ -2053,12 +2043,7 @@ TypedOutcome statisticsOrSortedKeys(const vel::GridTableCells::Typed &column, co
 {
     if (column.kind == vel::GridTableCells::Typed::None)
         return TypedOutcome::NotTyped;
-    count = 0;
-    distinct = 0;
-    min = 0;
-    max = 0;
-    mean = 0;
-    stdev = 0;
+    count = distinct = min = max = mean = stdev = 0;
     if (!records)
         size = column.size;
     if (size <= 0)
