@@ -116,7 +116,9 @@ void selectRandomly(QItemSelectionModel *selection, QRandomGenerator &random)
 }
 
 // Numbers with repeats, signed zeros and empty cells; texts with repeats.
-CMwGridTableModel *table(QObject *parent, int records, quint32 seed)
+// Fills \a model with \a records rows of numbers, doubles, texts and long
+// integers, some of them empty.
+CMwGridTableModel *fillTable(CMwGridTableModel *model, int records, quint32 seed)
 {
     QRandomGenerator random(seed);
     QVector<QVector<QVariant>> rows;
@@ -131,13 +133,37 @@ CMwGridTableModel *table(QObject *parent, int records, quint32 seed)
         row.append(random.bounded(6) == 0 ? QVariant() : QVariant(qlonglong(random.bounded(1000))));
         rows.append(row);
     }
-    auto *model = new CMwGridTableModel(parent);
     model->setTable(
         {{QStringLiteral("Number")}, {QStringLiteral("Doubles"), QStringLiteral("Value")},
             {QStringLiteral("Text")}, {QStringLiteral("Long")}},
         rows);
     return model;
 }
+
+CMwGridTableModel *table(QObject *parent, int records, quint32 seed)
+{
+    return fillTable(new CMwGridTableModel(parent), records, seed);
+}
+
+// The ready model with cells that cannot be selected: the first cell of
+// every third row, every cell of every seventh.
+class PartlySelectableTableModel : public CMwGridTableModel
+{
+    Q_OBJECT
+
+public:
+    using CMwGridTableModel::CMwGridTableModel;
+
+    Qt::ItemFlags flags(const QModelIndex &index) const override
+    {
+        Qt::ItemFlags result = CMwGridTableModel::flags(index);
+        if (index.isValid()
+            && (index.row() % 7 == 0 || (index.column() == 0 && index.row() % 3 == 0))) {
+            result &= ~Qt::ItemIsSelectable;
+        }
+        return result;
+    }
+};
 
 // A tree with cells that cannot be selected: the first cell of some rows,
 // other cells of others.
@@ -249,6 +275,7 @@ void tst_SelectedRows::matchesSelectedRows_data()
     QTest::newRow("filtered and sorted") << QStringLiteral("filtered");
     QTest::newRow("grouped by text") << QStringLiteral("grouped");
     QTest::newRow("tree with unselectable cells") << QStringLiteral("tree");
+    QTest::newRow("ready model with unselectable cells") << QStringLiteral("partly");
     QTest::newRow("plain model, no proxy") << QStringLiteral("plain");
     QTest::newRow("another proxy class") << QStringLiteral("otherProxy");
 }
@@ -276,7 +303,9 @@ void tst_SelectedRows::matchesSelectedRows()
             watchModel(proxy->sourceModel());
             proxy->sort(1, Qt::DescendingOrder);
         } else {
-            CMwGridTableModel *source = table(&owner, 60, 8);
+            CMwGridTableModel *source = setup == QLatin1String("partly")
+                ? fillTable(new PartlySelectableTableModel(&owner), 60, 8)
+                : table(&owner, 60, 8);
             proxy->setSourceModel(source);
             watchModel(proxy);
             watchModel(source);
@@ -314,8 +343,10 @@ void tst_SelectedRows::matchesSelectedRows()
 void tst_SelectedRows::gridStatisticsMatchReference_data()
 {
     QTest::addColumn<bool>("grouped");
-    QTest::newRow("records") << false;
-    QTest::newRow("grouped") << true;
+    QTest::addColumn<bool>("partlySelectable");
+    QTest::newRow("records") << false << false;
+    QTest::newRow("grouped") << true << false;
+    QTest::newRow("records with unselectable cells") << false << true;
 }
 
 // What the grid shows over a selection is QVectorCalcStatistics of the
@@ -323,8 +354,11 @@ void tst_SelectedRows::gridStatisticsMatchReference_data()
 void tst_SelectedRows::gridStatisticsMatchReference()
 {
     QFETCH(bool, grouped);
+    QFETCH(bool, partlySelectable);
     CMwHierarchicalGridView grid;
-    CMwGridTableModel *model = table(&grid, 80, 9);
+    CMwGridTableModel *model = partlySelectable
+        ? fillTable(new PartlySelectableTableModel(&grid), 80, 9)
+        : table(&grid, 80, 9);
     grid.setModel(model);
     watchGrid(grid);
     if (grouped)

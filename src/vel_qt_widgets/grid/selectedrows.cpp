@@ -97,7 +97,10 @@ SelectedRows::SelectedRows(const QItemSelectionModel *selection, int limit)
             int record = -1;
             if (wholeRows && table) {
                 const QModelIndex cell = proxy->mapToSource(m_model->index(row, 0, parentIndex));
-                selected = source->flags(cell) & Qt::ItemIsSelectable;
+                // As below: a first cell that cannot be selected leaves it to
+                // isRowSelected().
+                selected = (source->flags(cell) & Qt::ItemIsSelectable)
+                    || selection->isRowSelected(row, parentIndex);
                 if (cell.isValid()) {
                     sourceRow = cell.row();
                     record = table->record(cell);
