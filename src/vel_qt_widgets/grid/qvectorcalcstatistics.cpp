@@ -1530,6 +1530,17 @@ private:
     qint64 m_distinct = 1;
 };
 
+// SortedDoubleWalk over the sorted \a keys (not empty) of one column alone.
+void walkSortedKeys(const std::vector<quint64> &keys, double &count, double &distinct, double &min,
+    double &max, double &mean, double &stdev)
+{
+    SortedDoubleWalk walk(keys.front());
+    qint64 n = 0;
+    for (const quint64 key : keys)
+        walk.step(key, double(++n));
+    walk.results(keys.back(), n, count, distinct, min, max, mean, stdev);
+}
+
 // Orders the items of a column of one scalar \a type (as scalarItems()
 // takes them out) and walks them as the general path walks its values,
 // step for step, so every result is the same to the bit.
@@ -1547,11 +1558,7 @@ void scalarWalk(int type, std::vector<quint64> &items, const std::vector<double>
         for (quint64 &item : items)
             item = doubleBits(doubleOf(item));
         sortKeys(items, scratch);
-        SortedDoubleWalk walk(items.front());
-        qint64 n = 0;
-        for (const quint64 key : items)
-            walk.step(key, double(++n));
-        walk.results(items.back(), n, count, distinct, min, max, mean, stdev);
+        walkSortedKeys(items, count, distinct, min, max, mean, stdev);
         return;
     }
     if (plain) {
@@ -2065,12 +2072,7 @@ TypedOutcome statisticsOrSortedKeys(const vel::GridTableCells::Typed &column, co
             sortKeys(items, spread, scratch);
             if (sortedKeys)
                 return TypedOutcome::KeysLeft;
-            // As scalarWalk() walks them.
-            SortedDoubleWalk walk(items.front());
-            qint64 n = 0;
-            for (const quint64 key : items)
-                walk.step(key, double(++n));
-            walk.results(items.back(), n, count, distinct, min, max, mean, stdev);
+            walkSortedKeys(items, count, distinct, min, max, mean, stdev);
             return TypedOutcome::Done;
         }
     }
