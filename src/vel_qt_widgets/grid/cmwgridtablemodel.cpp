@@ -261,6 +261,8 @@ public:
         const QVector<QStringList> &newPaths, std::vector<Column> newColumns, int newRecords);
     void columnChanged(int column);
     const QVector<QVariant> &statistics(int column) const;
+    // Keeps \a r as \a column's statistics, in the order of the roles.
+    void cache(int column, const vel::StatisticsResult &r) const;
     QVariant groupData(int group, int column, int role) const;
 
     CMwGridTableModel *q;
@@ -427,19 +429,26 @@ const QVector<QVariant> &CMwGridTableModel::Private::statistics(int column) cons
 {
     QVector<QVariant> &cached = stats[column];
     if (cached.isEmpty()) {
-        double values[statisticsCount];
+        vel::StatisticsResult r;
         const Column &cells = columns.at(size_t(column));
         // A typed column is read from its arrays, without a QVariant a cell.
-        if (!vel::typedStatistics(cells.typed(), nullptr, 0, nullptr, values[0], values[1],
-                values[2], values[3], values[4], values[5])) {
+        if (!vel::typedStatistics(cells.typed(), nullptr, 0, nullptr, r.count, r.distinct, r.min,
+                r.max, r.mean, r.stdev)) {
             QVectorCalcStatistics(
-                cells.variants, values[0], values[1], values[2], values[3], values[4], values[5]);
+                cells.variants, r.count, r.distinct, r.min, r.max, r.mean, r.stdev);
         }
-        cached.reserve(statisticsCount);
-        for (double value : values)
-            cached.append(value);
+        cache(column, r);
     }
     return cached;
+}
+
+void CMwGridTableModel::Private::cache(int column, const vel::StatisticsResult &r) const
+{
+    QVector<QVariant> &cached = stats[column];
+    cached.clear();
+    cached.reserve(statisticsCount);
+    for (const double value : {r.count, r.distinct, r.min, r.max, r.mean, r.stdev})
+        cached.append(value);
 }
 
 void CMwGridTableModel::Private::prepareStatistics(const std::vector<int> &wanted) const
@@ -466,13 +475,8 @@ void CMwGridTableModel::Private::prepareStatistics(const std::vector<int> &wante
     std::vector<vel::StatisticsResult> results;
     vel::typedStatistics(cells, nullptr, 0, nullptr, results);
     for (size_t i = 0; i < todo.size(); ++i) {
-        const vel::StatisticsResult &r = results[i];
-        if (!r.done)
-            continue;
-        QVector<QVariant> &cached = stats[todo[i]];
-        cached.reserve(statisticsCount);
-        for (const double value : {r.count, r.distinct, r.min, r.max, r.mean, r.stdev})
-            cached.append(value);
+        if (results[i].done)
+            cache(todo[i], results[i]);
     }
 }
 
